@@ -1,0 +1,79 @@
+// Intrusive trees: the caller's records, linked and unlinked, never allocated.
+
+#include "containers/containers.h"
+
+namespace {
+
+// Puts a node under a parent, behind a sibling, or first for null.
+void place(WqTree *parent, WqTree *sibling, WqTree *node) {
+  node->parent = parent;
+  node->prev = sibling;
+  node->next = sibling ? sibling->next : parent->firstChild;
+  (node->prev ? node->prev->next : parent->firstChild) = node;
+  (node->next ? node->next->prev : parent->lastChild) = node;
+  ++parent->childCount;
+}
+
+bool isAncestor(const WqTree *ancestor, const WqTree *node) {
+  while (node && node != ancestor) node = node->parent;
+  return node == ancestor;
+}
+
+} // namespace
+
+void WqTree_Init(WqTree *node) {
+  if (node) *node = {};
+}
+
+void WqTree_Term(WqTree *) {}
+
+void WqTree_AddPrev(WqTree *reference, WqTree *node) {
+  if (node && reference->parent) place(reference->parent, reference->prev, node);
+}
+
+void WqTree_AddNext(WqTree *reference, WqTree *node) {
+  if (node && reference->parent) place(reference->parent, reference, node);
+}
+
+void WqTree_AddTop(WqTree *parent, WqTree *node) {
+  if (node) place(parent, nullptr, node);
+}
+
+void WqTree_AddBottom(WqTree *parent, WqTree *node) {
+  if (node) place(parent, parent->lastChild, node);
+}
+
+void WqTree_Disconnect(WqTree *node) {
+  if (node->prev) node->prev->next = node->next;
+  if (node->next) node->next->prev = node->prev;
+  WqTree *parent = node->parent;
+  if (!parent) return;
+  if (parent->firstChild == node) parent->firstChild = node->next;
+  if (parent->lastChild == node) parent->lastChild = node->prev;
+  --parent->childCount;
+}
+
+int WqTree_Swap(WqTree *a, WqTree *b) {
+  if (!a || !b || !a->parent || !b->parent) return 0;
+  if (isAncestor(a, b) || isAncestor(b, a)) return 0;
+  if (a->prev == b) {
+    WqTree_Disconnect(a);
+    place(b->parent, b->prev, a);
+    return 1;
+  }
+  const bool neighbours = a->next == b;
+  WqTree *oldParent = a->parent;
+  WqTree *oldPrev = a->prev;
+  WqTree_Disconnect(a);
+  place(b->parent, b, a);
+  if (neighbours) return 1;
+  WqTree_Disconnect(b);
+  place(oldParent, oldPrev, b);
+  return 1;
+}
+
+uint32_t WqTree_NofParent(const WqTree *node) {
+  uint32_t count = 0;
+  while ((node = node->parent) != nullptr) ++count;
+  return count;
+}

@@ -1,0 +1,88 @@
+// In 32-bit memory every record has its documented layout; a build for such a target holds it to that here.
+
+#include "wq.h"
+
+#include <cstddef>
+
+#define RECORD32(type, size) static_assert(sizeof(void *) != 4 || sizeof(type) == (size), #type)
+#define FIELD32(type, field, offset)                                                                                   \
+  static_assert(sizeof(void *) != 4 || offsetof(type, field) == (offset), #type "." #field)
+
+RECORD32(WqWord, 4);
+
+RECORD32(WqList, 12);
+FIELD32(WqList, prev, 4);
+FIELD32(WqList, next, 8);
+RECORD32(WqHash, 8);
+FIELD32(WqHash, bucketCount, 4);
+RECORD32(WqHashEntry, 8);
+FIELD32(WqHashEntry, key, 4);
+RECORD32(WqElem, 20);
+FIELD32(WqElem, value, 8);
+FIELD32(WqElem, extra, 12);
+RECORD32(WqElems, 16);
+FIELD32(WqElems, state, 4);
+FIELD32(WqElems, number, 8);
+FIELD32(WqElems, cellCount, 12);
+RECORD32(WqMap, 12);
+FIELD32(WqMap, tail, 4);
+FIELD32(WqMap, count, 8);
+RECORD32(WqTree, 28);
+FIELD32(WqTree, parent, 4);
+FIELD32(WqTree, firstChild, 8);
+FIELD32(WqTree, lastChild, 12);
+FIELD32(WqTree, prev, 16);
+FIELD32(WqTree, next, 20);
+FIELD32(WqTree, childCount, 24);
+RECORD32(WqStack, 8);
+FIELD32(WqStack, count, 4);
+RECORD32(WqRingBuf, 20);
+FIELD32(WqRingBuf, count, 4);
+FIELD32(WqRingBuf, writeIx, 8);
+FIELD32(WqRingBuf, readIx, 12);
+FIELD32(WqRingBuf, capacity, 16);
+
+RECORD32(WqFmtStr, 4 + 6 * 256);
+FIELD32(WqFmtStr, name, 4);
+FIELD32(WqFmtStr, serial, 4 + 256);
+FIELD32(WqFmtStr, filetime, 4 + 2 * 256);
+FIELD32(WqFmtStr, specification, 4 + 3 * 256);
+FIELD32(WqFmtStr, sequence, 4 + 4 * 256);
+FIELD32(WqFmtStr, title, 4 + 5 * 256);
+
+RECORD32(WqPcmBuf, 32);
+FIELD32(WqPcmBuf, bits, 4);
+FIELD32(WqPcmBuf, sampleRate, 8);
+FIELD32(WqPcmBuf, frames, 12);
+FIELD32(WqPcmBuf, channels, 16);
+FIELD32(WqPcmBuf, byteSize, 20);
+FIELD32(WqPcmBuf, writePos, 24);
+FIELD32(WqPcmBuf, endPos, 28);
+RECORD32(WqSoundFileWav, 32);
+FIELD32(WqSoundFileWav, header, 4);
+FIELD32(WqSoundFileWav, write, 8);
+FIELD32(WqSoundFileWav, sampleRate, 12);
+FIELD32(WqSoundFileWav, channels, 16);
+FIELD32(WqSoundFileWav, bits, 18);
+FIELD32(WqSoundFileWav, dataSize, 20);
+FIELD32(WqSoundFileWav, bytesPerSec, 24);
+FIELD32(WqSoundFileWav, blockAlign, 28);
+
+RECORD32(POINT, 8);
+RECORD32(SIZE, 8);
+RECORD32(RECT, 16);
+
+RECORD32(WqMemBlockElem, 12);
+FIELD32(WqMemBlockElem, cursor, 4);
+FIELD32(WqMemBlockElem, size, 8);
+RECORD32(WqMemBlockNode, 12);
+FIELD32(WqMemBlockNode, prev, 4);
+FIELD32(WqMemBlockNode, next, 8);
+RECORD32(WqMemBlock, 16);
+FIELD32(WqMemBlock, first, 4);
+FIELD32(WqMemBlock, last, 8);
+FIELD32(WqMemBlock, current, 12);
+RECORD32(WqVer, 4);
+FIELD32(WqMainBlock, mainWnd, 4);
+FIELD32(WqMainBlock, allocCount, 8);
+FIELD32(WqMainBlock, wndList, 12);

@@ -1,0 +1,23 @@
+// Rectangle arithmetic.
+
+#include "platform/winapi.h"
+
+#include <cstdint>
+
+namespace {
+
+// Coordinates wrap, as they do on the platform.
+LONG sum(LONG a, int b) { return static_cast<LONG>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b)); }
+
+} // namespace
+
+BOOL IsRectEmpty(const RECT *rect) { return !rect || rect->right <= rect->left || rect->bottom <= rect->top; }
+
+BOOL OffsetRect(RECT *rect, int dx, int dy) {
+  if (!rect) return FALSE;
+  rect->left = sum(rect->left, dx);
+  rect->right = sum(rect->right, dx);
+  rect->top = sum(rect->top, dy);
+  rect->bottom = sum(rect->bottom, dy);
+  return TRUE;
+}

@@ -1,0 +1,31 @@
+/* The one place that tells the systems apart: it gives the Windows API, from the system itself on Windows and from
+ * winapi.h elsewhere, and the few things around it that no API covers. */
+#ifndef PLATFORM_PLATFORM_H
+#define PLATFORM_PLATFORM_H
+
+#include <stdint.h>
+#include <stdio.h>
+
+#ifdef _WIN32
+
+#ifndef NOMINMAX
+#define NOMINMAX /* std::min and std::max keep their names */
+#endif
+#include <windows.h>
+
+#define PLATFORM_EXPORT __declspec(dllexport)
+#define PLATFORM_IMPORT __declspec(dllimport)
+
+/* Opens a C stream by a name in the ANSI code page. The runtime's own fopen takes such names. */
+static inline FILE *platformOpenStream(const char *name, const char *mode) { return fopen(name, mode); }
+
+#else
+
+#include "platform/winapi.h"
+
+#define PLATFORM_EXPORT __attribute__((visibility("default")))
+#define PLATFORM_IMPORT
+
+#endif
+
+#endif
