@@ -1,0 +1,121 @@
+#include "containers/model.h"
+#include "support/allocation.h"
+#include "support/library.h"
+
+#include <cstring>
+#include <deque>
+#include <string>
+
+namespace {
+
+using StackTest = LibraryTest;
+using RingBufTest = LibraryTest;
+
+TEST_F(StackTest, WordsComeBackInReverse) {
+  WqStack stack;
+  std::memset(&stack, 0xFF, sizeof stack);
+  WqStack_Init(&stack);
+  for (const WqWord value : {WqWord{1}, WqWord{0}, ~WqWord{0}}) {
+    EXPECT_EQ(WqStack_Push(&stack, value), 1);
+    AllocationFailure failure(1);
+    EXPECT_EQ(WqStack_Push(&stack, 9), 0);
+  }
+  WqWord word = 77;
+  for (const Words &left : {Words{~WqWord{0}, 0, 1}, Words{0, 1}, Words{1}}) {
+    EXPECT_EQ(words(stack.head), left);
+    EXPECT_EQ(stack.count, left.size());
+    EXPECT_EQ(WqStack_Pop(&stack, &word), 1);
+    EXPECT_EQ(word, left[0]);
+  }
+  EXPECT_EQ(WqStack_Pop(&stack, &word), 0);
+  EXPECT_EQ(word, 1u); // as before
+  for (const WqWord value : {5u, 6u}) WqStack_Push(&stack, value);
+  WqStack_Term(&stack); // frees the nodes, takes no value for a block, and keeps the count
+  EXPECT_EQ(stack.count, 2u);
+}
+
+// The bytes held, read from the record itself.
+std::string held(const WqRingBuf &ring) {
+  std::string bytes;
+  for (uint32_t ix = 0; ix < ring.count; ++ix)
+    bytes += static_cast<char>(ring.buffer[(ring.readIx + ix) % ring.capacity]);
+  return bytes;
+}
+
+int putBlock(WqRingBuf &ring, const std::string &bytes) {
+  return WqRingBuf_PutBlock(&ring, bytes.data(), static_cast<uint32_t>(bytes.size()));
+}
+
+TEST_F(RingBufTest, FlushAndLimits) {
+  WqRingBuf ring;
+  WqRingBuf_Init(&ring, 4);
+  EXPECT_EQ(putBlock(ring, "abc"), 1);
+  WqRingBuf_Getc(&ring);
+  const uint8_t *buffer = ring.buffer;
+  WqRingBuf_Flush(&ring);
+  EXPECT_EQ(ring.buffer, buffer);
+  EXPECT_EQ(WqRingBuf_Getc(&ring), -1);
+  EXPECT_EQ(WqRingBuf_Ungetc(&ring, 0xFF), 1); // from index 0 back to the last cell
+  EXPECT_EQ(WqRingBuf_Putc(&ring, 'v'), 1);
+  EXPECT_EQ(std::string(buffer, buffer + 4), "vbc\xFF");
+  for (const uint32_t size : {2u, UINT32_MAX, UINT32_MAX - 1}) // large ones wrap the sum round to 1 and 0
+    EXPECT_EQ(WqRingBuf_PutBlock(&ring, "xy", size), 0);
+  EXPECT_EQ(held(ring), "\xFFv");
+  EXPECT_EQ(WqRingBuf_Getc(&ring), 255);
+  WqRingBuf_Term(&ring);
+}
+
+TEST_F(RingBufTest, WithoutABufferItTakesAndGivesNothing) {
+  WqRingBuf ring;
+  for (const uint32_t capacity : {0u, 4u}) {
+    std::memset(&ring, 0xFF, sizeof ring);
+    AllocationFailure failure(1);
+    WqRingBuf_Init(&ring, capacity);
+    for (int end = 0; end < 2; ++end) { // never made, and given back
+      EXPECT_TRUE(!ring.buffer && !ring.capacity && !ring.count);
+      EXPECT_EQ(WqRingBuf_Getc(&ring), -1);
+      EXPECT_EQ(WqRingBuf_Putc(&ring, 1) + WqRingBuf_Ungetc(&ring, 1) + WqRingBuf_PutBlock(&ring, "", 0), 0);
+      EXPECT_EQ(failure.happened(), capacity > 0);
+      WqRingBuf_Init(&ring, 4);
+      EXPECT_EQ(std::string(ring.buffer, ring.buffer + 4), std::string(4, '\0'));
+      EXPECT_EQ(putBlock(ring, "ab"), 1);
+      WqRingBuf_Term(&ring);
+    }
+  }
+}
+
+TEST_F(RingBufTest, ARandomRunAgreesWithADeque) {
+  Dice dice;
+  for (const uint32_t capacity : {1u, 2u, 5u, 64u}) {
+    SCOPED_TRACE(capacity);
+    WqRingBuf ring;
+    WqRingBuf_Init(&ring, capacity);
+    std::deque<uint8_t> model;
+    for (uint32_t step = 0; step < 3000; ++step) {
+      const auto byte = static_cast<uint8_t>(dice(256));
+      const bool full = model.size() == capacity;
+      const uint32_t action = dice(8);
+      if (action < 2) {
+        ASSERT_EQ(WqRingBuf_Putc(&ring, byte), full ? 0 : 1);
+        if (!full) model.push_back(byte);
+      } else if (action < 3) {
+        ASSERT_EQ(WqRingBuf_Ungetc(&ring, byte), full ? 0 : 1);
+        if (!full) model.push_front(byte);
+      } else if (action < 4) {
+        const std::string block = std::string("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ").substr(0, dice(capacity / 2 + 2));
+        const bool fits = model.size() + block.size() < capacity; // a byte stays free behind a block
+        ASSERT_EQ(putBlock(ring, block), fits ? 1 : 0);
+        if (fits) model.insert(model.end(), block.begin(), block.end());
+      } else {
+        ASSERT_EQ(WqRingBuf_Getc(&ring), model.empty() ? -1 : model.front());
+        if (!model.empty()) model.pop_front();
+      }
+      ASSERT_LT(ring.readIx, capacity) << step;
+      ASSERT_EQ(ring.writeIx, (ring.readIx + ring.count) % capacity) << step;
+      ASSERT_EQ(held(ring), std::string(model.begin(), model.end())) << step;
+    }
+    WqRingBuf_Term(&ring);
+  }
+}
+
+} // namespace

@@ -1,0 +1,56 @@
+#include "support/allocation.h"
+
+#include "wq.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr WqHash WqMainBlock::*kRegistries[] = {&WqMainBlock::colorTbl, &WqMainBlock::fontTbl, &WqMainBlock::bmpTbl,
+                                                &WqMainBlock::brushTbl, &WqMainBlock::penTbl,  &WqMainBlock::mbbTbl};
+
+// Gives every registry two values, of keys that share a bucket and that the library itself never uses.
+// Result: the number of values that were taken.
+int fillRegistries() {
+  int taken = 0;
+  for (const auto registry : kRegistries)
+    for (const uint32_t key : {1000u, 1000u + 255u}) {
+      void *value = WqMem_Alloc(64);
+      const int done = WqHash_Insert(&(wqMain.*registry), key, reinterpret_cast<WqWord>(value));
+      if (!done) WqMem_Free(value);
+      taken += done;
+    }
+  return taken;
+}
+
+TEST(MainTest, ARunStartsCleanAndEndsEmpty) {
+  const auto instance = reinterpret_cast<HINSTANCE>(uintptr_t{0x400000});
+  const auto mainWnd = reinterpret_cast<HWND>(uintptr_t{0x10020});
+  for (int run = 0; run < 2; ++run) { // the second finds the traces of the first
+    WqMain_Init(instance);
+    EXPECT_TRUE(wqMain.instance == instance && !wqMain.mainWnd && !wqMain.wndList);
+    EXPECT_EQ(WqMain_Config(mainWnd), 1);
+    EXPECT_EQ(wqMain.mainWnd, mainWnd);
+    for (const auto registry : kRegistries) EXPECT_EQ((wqMain.*registry).bucketCount, 255u);
+    EXPECT_EQ(fillRegistries(), 12);
+    for (WqWord window : {1, 2}) wqMain.wndList = WqList_AddP(wqMain.wndList, window); // their owners' records
+    WqMain_Term();
+    EXPECT_EQ(wqMain.allocCount, 0u);
+  }
+}
+
+TEST(MainTest, ARegistryThatCouldNotBeMadeHoldsNothing) {
+  int refused = 0;
+  bool failed = true;
+  for (int n = 1; failed; ++n) {
+    AllocationFailure failure(n);
+    WqMain_Init(nullptr);
+    failed = failure.happened();
+    refused += 12 - fillRegistries();
+    WqMain_Term();
+    EXPECT_EQ(wqMain.allocCount, 0u) << n;
+  }
+  EXPECT_EQ(refused, 12); // each registry in its turn, and no other with it
+}
+
+} // namespace

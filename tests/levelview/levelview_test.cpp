@@ -1,0 +1,271 @@
+// The example as its users see it: what it prints, its exit status, and the one line of a failure.
+
+#include "support/files.h"
+#include "support/program.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+std::string number(uint32_t value, size_t bytes) {
+  std::string text;
+  for (size_t i = 0; i < bytes; ++i) text += static_cast<char>(value >> 8 * i);
+  return text;
+}
+
+// A WAV file to be: samples as signed numbers, the channels in turn, and a header that may say anything.
+struct Signal {
+  uint32_t rate = 48000;
+  uint16_t bits = 16, channels = 2;
+  std::vector<int64_t> samples;
+
+  std::string data() const {
+    std::string bytes;
+    for (const int64_t sample : samples)
+      bytes += number(static_cast<uint32_t>(bits == 8 ? sample + 128 : sample), bits / 8u);
+    return bytes;
+  }
+  std::string header(uint32_t dataSize, const std::string &between = "", uint16_t tag = 1) const {
+    const uint32_t block = bits / 8u * channels;
+    return "RIFF" + number(dataSize + 36, 4) + "WAVEfmt " + number(16, 4) + number(tag, 2) + number(channels, 2) +
+           number(rate, 4) + number(rate * block, 4) + number(block, 2) + number(bits, 2) + between + "data" +
+           number(dataSize, 4);
+  }
+  std::string file(const std::string &between = "") const {
+    return header(static_cast<uint32_t>(data().size()), between) + data();
+  }
+};
+
+// Noise over the whole range of a sample on the first channel, quieter and off centre on the second.
+Signal noise(uint32_t rate, uint16_t bits, uint16_t channels, uint32_t frames) {
+  Signal signal = {rate, bits, channels, {}};
+  const int64_t fullScale = INT64_C(1) << (bits - 1);
+  uint32_t random = 12345;
+  for (uint32_t i = 0; i < frames * channels; ++i) {
+    random = random * 1664525 + 1013904223;
+    const int64_t value = static_cast<int64_t>(random >> (32 - bits)) - fullScale;
+    signal.samples.push_back(channels == 2 && i % 2 == 1 ? value / 3 - fullScale / 7 : value);
+  }
+  return signal;
+}
+
+std::string line(const std::string &key, double value, int decimals) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.*f", decimals, value);
+  return key + ": " + (std::isinf(value) ? "-inf" : text) + "\n";
+}
+
+std::string expectedReport(const Signal &signal, double range) {
+  const size_t frames = signal.samples.size() / signal.channels;
+  std::string report = line("rate", signal.rate, 0) + line("channels", signal.channels, 0) +
+                       line("bits", signal.bits, 0) + line("frames", static_cast<double>(frames), 0) +
+                       line("bytes", static_cast<double>(signal.data().size()), 0) +
+                       line("duration_ms", static_cast<double>(frames) * 1000 / signal.rate, 3);
+  for (size_t channel = 0; channel < signal.channels; ++channel) {
+    double peak = 0, squares = 0;
+    for (size_t i = channel; i < signal.samples.size(); i += signal.channels) {
+      const double value = std::ldexp(static_cast<double>(signal.samples[i]), 1 - signal.bits);
+      peak = std::fmax(peak, std::fabs(value));
+      squares += value * value;
+    }
+    const double rms = std::sqrt(squares / static_cast<double>(frames));
+    const std::string name = "ch" + std::to_string(channel + 1) + ".";
+    report += line(name + "peak_v", peak * range, 6) + line(name + "rms_v", rms * range, 6) +
+              line(name + "peak_dbv", 20 * std::log10(peak * range), 2) +
+              line(name + "rms_dbv", 20 * std::log10(rms * range), 2) +
+              line(name + "peak_db", 20 * std::log10(peak), 2) + line(name + "peak_percent", peak * 100, 2) +
+              line(name + "rms_percent", rms * 100, 2);
+  }
+  return report;
+}
+
+// The text behind `key: ' in a report.
+std::string valueOf(const std::string &report, const std::string &key) {
+  const size_t at = ('\n' + report).find('\n' + key + ": ");
+  if (at == std::string::npos) return "(none)";
+  const size_t from = at + key.size() + 2;
+  return report.substr(from, report.find('\n', from) - from);
+}
+
+class LevelviewTest : public testing::Test {
+ protected:
+  std::string stored(const std::string &content, const std::string &name = "in.wav") {
+    writeFile(folder_.file(name), content);
+    return folder_.file(name);
+  }
+  // What a run that has to succeed prints.
+  static std::string report(const std::string &name, std::vector<std::string> options = {"--report"}) {
+    options.push_back(name);
+    const ProgramResult result = runProgram("levelview", options);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    return result.out;
+  }
+  static void expectFailure(const ProgramResult &result, int status, const std::string &name,
+                            const std::string &reason) {
+    EXPECT_EQ(result.status, status);
+    EXPECT_EQ(result.out, "");
+    EXPECT_NE(result.err.find(name), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find(reason.empty() ? ": " : ": " + reason + "\n"), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.find('\n'), result.err.size() - 1) << "one line: " << result.err;
+  }
+  TempFolder folder_;
+};
+
+} // namespace
+
+TEST_F(LevelviewTest, ReportsLevels) {
+  std::vector<Signal> signals = {{8000, 8, 1, {-128}},
+                                 {8000, 16, 1, {-32768, -32768}},
+                                 {1, 32, 2, {0, INT32_MIN}}, // full scale
+                                 {8000, 8, 2, {0, 1, 0, 1}},
+                                 {8000, 16, 2, {9, 0, -9, 0}},
+                                 {8000, 32, 1, {0}}, // silence
+                                 {8000, 8, 1, {64, 0, 0, -64}},
+                                 {8000, 32, 1, {-1}}};
+  for (const uint16_t bits : {uint16_t{8}, uint16_t{16}, uint16_t{32}})
+    for (const uint16_t channels : {uint16_t{1}, uint16_t{2}}) signals.push_back(noise(44100, bits, channels, 777));
+  const std::string list = "LIST" + number(14, 4) + "INFOISFT" + number(2, 4) + "x";
+  for (const Signal &signal : signals) {
+    EXPECT_EQ(report(stored(signal.file())), expectedReport(signal, 1.0));
+    const std::string name = stored(signal.file(list) + list, "with list.wav");
+    EXPECT_EQ(report(name, {"--range", "12.5"}), expectedReport(signal, 12.5));
+  }
+}
+
+TEST_F(LevelviewTest, ReportsWhatATruncatedFileHolds) {
+  for (const uint32_t declared : {404u, UINT32_MAX})
+    for (const uint16_t bits : {uint16_t{8}, uint16_t{16}}) {
+      SCOPED_TRACE(testing::Message() << declared << " bytes, " << bits << " bits");
+      const Signal signal = noise(8000, bits, bits == 8 ? 1 : 2, 100);
+      const std::string held = signal.data();
+      std::string out = report(stored(signal.header(declared) + held));
+      const std::string expected =
+          "truncated: declared " + std::to_string(declared) + " bytes, found " + std::to_string(held.size()) + "\n";
+      const size_t at = out.find(expected);
+      ASSERT_NE(at, std::string::npos) << out;
+      EXPECT_EQ(out.erase(at, expected.size()), expectedReport(signal, 1.0));
+    }
+  // A last frame that is there in part counts as bytes, not as a frame.
+  const Signal signal = {8000, 16, 2, {100, 200, 300, 400}};
+  const std::string out = report(stored(signal.header(12) + signal.data() + "xyz"));
+  EXPECT_EQ(valueOf(out, "truncated"), "declared 12 bytes, found 11");
+  EXPECT_EQ(valueOf(out, "frames") + " " + valueOf(out, "bytes") + " " + valueOf(out, "ch2.peak_percent"), "2 11 1.22");
+}
+
+// A size that is no whole number of frames, in a file that holds all of it.
+TEST_F(LevelviewTest, ReportsAPartOfAFrameAsNoTruncation) {
+  const Signal signal = {8000, 16, 2, {100, 200, 300, 400}};
+  const std::string out = report(stored(signal.header(11) + signal.data() + "xyz"));
+  EXPECT_EQ(valueOf(out, "truncated"), "(none)");
+  EXPECT_EQ(valueOf(out, "frames"), "2");
+}
+
+TEST_F(LevelviewTest, TellsWhyAFileIsRefused) {
+  const Signal sound = {8000, 16, 2, {1, 2, 3, 4}};
+  const std::string file = sound.file();
+  const struct {
+    std::string content, reason;
+  } rows[] = {
+      {"Just some text, longer than any header of a sound file would be.", "not RIFF/WAVE"},
+      {file.substr(0, 8) + "AVI " + file.substr(12), "not RIFF/WAVE"},
+      {file.substr(0, 11), "not RIFF/WAVE"},
+      {file.substr(0, 12) + "LIST" + number(4, 4) + "INFO" + file.substr(12), "format chunk not first"},
+      {sound.header(8, "", 0xFFFE) + sound.data(), "format tag 65534"},
+      {Signal{8000, 16, 0, {}}.header(8), "0 channels"},
+      {Signal{8000, 16, 258, {}}.header(8), "258 channels"},
+      {Signal{8000, 24, 2, {}}.header(12) + "twelve bytes", "24 bits"},
+      {file.substr(0, 36), "no data chunk"},
+      {file.substr(0, 36) + "dadata" + file.substr(40), "no data chunk"},
+      {sound.header(8), "no samples"},
+      {sound.header(3) + "abc", "no samples"},
+      {file.substr(0, 42), "no samples"},
+      // whose reasons are told in more words
+      {sound.header(UINT32_MAX) + "abc", ""},
+      {file.substr(0, 14), ""},
+      {file.substr(0, 35), ""},
+      {file.substr(0, 32) + number(0, 2) + file.substr(34), ""},
+      {file.substr(0, 32) + number(2, 2) + file.substr(34), ""},
+  };
+  for (const auto &row : rows) {
+    SCOPED_TRACE(row.reason);
+    const std::string name = stored(row.content, "refused file.wav");
+    expectFailure(runProgram("levelview", {"--report", name}), 1, name, row.reason);
+  }
+  for (const std::string &name : {folder_.file("missing.wav"), folder_.path()})
+    expectFailure(runProgram("levelview", {name}), 1, name, "cannot open");
+}
+
+// The terminal's encoding need not be the library's: the name has to reach the file, and to come back as it was typed.
+TEST_F(LevelviewTest, TakesAndShowsJapaneseNames) {
+  // In UTF-8 one character, which code page 932 writes with a backslash byte; in code page 932 two characters.
+  const std::string name = folder_.file("\xE3\x82\xBD.wav");
+  expectFailure(runProgram("levelview", {name}), 1, name, "cannot open");
+  const Signal signal = {8000, 16, 1, {5, -6}};
+  std::ofstream out(name, std::ios::binary);
+  if (!out) GTEST_SKIP() << "no such names on this system";
+  out << signal.file() << std::flush;
+  EXPECT_EQ(report(name), expectedReport(signal, 1.0));
+}
+
+TEST_F(LevelviewTest, CommandLinesRightAndWrong) {
+  const Signal signal = noise(8000, 16, 1, 50);
+  const std::string name = stored(signal.file(), "a file.wav");
+  // @ stands for the file, _ for an empty argument
+  for (const char *line : {"", "--report", "--make", "--range 2", "--range", "@ --range", "--loud @", "-r @", "- @",
+                           "@ @", "--make @ @", "--range 0 @", "--range -1 @", "--range one @", "--range 1V @",
+                           "--range _ @", "--range inf @", "--range nan @", "--range 1e999 @"}) {
+    SCOPED_TRACE(line);
+    std::vector<std::string> arguments;
+    std::istringstream words(line);
+    for (std::string word; words >> word;) arguments.push_back(word == "@" ? name : word == "_" ? "" : word);
+    expectFailure(runProgram("levelview", arguments), 2, "levelview", "");
+  }
+  EXPECT_EQ(readFile(name), signal.file()) << "a wrong command line writes nothing";
+  EXPECT_EQ(report(name, {}), expectedReport(signal, 1.0));
+  EXPECT_EQ(report(name, {"--range", "2.5", "--"}), expectedReport(signal, 2.5));
+  EXPECT_EQ(runProgram("levelview", {name, "--range", "1e2"}).out, expectedReport(signal, 100));
+
+  const ProgramResult help = runProgram("levelview", {"--help"});
+  for (const char *option : {"--report", "--range", "--make", "--help", "--version"})
+    EXPECT_NE(help.out.find(option), std::string::npos) << option;
+  const ProgramResult version = runProgram("levelview", {"--version"});
+  unsigned numbers[3];
+  EXPECT_EQ(std::sscanf(version.out.c_str(), "levelview %u.%u.%u", &numbers[0], &numbers[1], &numbers[2]), 3);
+  EXPECT_EQ(help.err + version.err + std::to_string(help.status + version.status), "0");
+}
+
+TEST_F(LevelviewTest, MakesATestSignal) {
+  const std::string name = stored("an older file", "test signal.wav");
+  EXPECT_EQ(report(name, {"--make"}), "");
+  const std::string file = readFile(name);
+  ASSERT_EQ(file.size(), 44 + 48000u * 5 * 4);
+  // Turns of a channel's sign from minus to plus in one of the five seconds.
+  const auto turns = [&](uint32_t channel, uint32_t second) {
+    const auto at = [&](uint32_t frame) {
+      const size_t offset = 44 + frame * 4 + channel * 2;
+      return static_cast<int16_t>(static_cast<uint8_t>(file[offset]) | static_cast<uint8_t>(file[offset + 1]) << 8);
+    };
+    int count = 0;
+    for (uint32_t frame = second * 48000 + 1; frame < (second + 1) * 48000; ++frame)
+      count += at(frame - 1) < 0 && at(frame) >= 0;
+    return count;
+  };
+  for (const uint32_t second : {0u, 1u, 4u}) EXPECT_NEAR(turns(0, second), 1000, 1) << second;
+  EXPECT_LT(turns(1, 0), 100) << "the sweep starts low";
+  EXPECT_GT(turns(1, 4), 7000) << "and ends high";
+
+  const std::string out = report(name);
+  EXPECT_EQ(out.rfind("rate: 48000\nchannels: 2\nbits: 16\nframes: 240000\n", 0), 0u) << out;
+  EXPECT_EQ(valueOf(out, "ch1.peak_v") + " " + valueOf(out, "ch1.rms_dbv"), "0.500000 -9.03");
+  EXPECT_EQ(valueOf(out, "duration_ms") + " " + valueOf(out, "ch2.peak_percent"), "5000.000 50.00");
+
+  const std::string nowhere = folder_.file("no folder/a.wav");
+  expectFailure(runProgram("levelview", {"--make", nowhere}), 1, nowhere, "");
+}

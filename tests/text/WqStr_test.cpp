@@ -1,0 +1,219 @@
+#include "wq.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+using namespace std::string_literals;
+
+namespace {
+
+// The picture of a destination of 64 bytes, of which the first ones are written, between guard bytes.
+std::string guarded(const std::string &bytes) {
+  return std::string(8, '\xA5') + bytes + std::string(64 + 8 - bytes.size(), '\xA5');
+}
+
+std::string terminated(const char *text) { return {text, std::strlen(text) + 1}; }
+
+struct Destination {
+  std::string bytes = guarded("");
+  char *at() { return bytes.data() + 8; }
+};
+
+// A block that ends with the text's last byte, so that the sanitizer sees a read behind it.
+std::vector<char> exact(const std::string &bytes) { return {bytes.begin(), bytes.end()}; }
+
+// Each function writes its text, and its result is the text's length.
+void expectWrites(const std::vector<std::pair<int32_t (*)(char *dst), const char *>> &rows) {
+  for (const auto &[write, text] : rows) {
+    Destination dst;
+    EXPECT_EQ(write(dst.at()), static_cast<int32_t>(std::strlen(text))) << text;
+    EXPECT_EQ(dst.bytes, guarded(terminated(text)));
+  }
+}
+
+// A text of all kinds of bytes in which no backslash begins an escape: each one is the half of a character, stands in
+// front of a byte that makes no escape, or is the last byte.
+std::string randomText(std::mt19937 &random) {
+  const auto one = [&](const std::string &bytes) { return bytes[random() % bytes.size()]; };
+  const auto piece = [&]() -> std::string {
+    const char lead = one("\x81\x83\x9F\xE0\xFA\xFC");
+    switch (random() % 6) {
+    case 0: return {lead, one("\x5C\x40\x7E\x80\xFC")};
+    case 1: return {lead, one("\", \x3F")}; // two characters: the second byte is no trail byte
+    case 2: return {'\\', one(",x/0 t")};
+    case 3: return {one("\",")};
+    case 4: return {static_cast<char>(random() % 0x5B + 1)};
+    default: return {one("]a~\x7F\x80\xA0\xA5\xDF")};
+    }
+  };
+  std::string text;
+  for (size_t left = random() % 12; left > 0; --left) text += piece();
+  return random() % 4 == 0 ? text + '\\' : text;
+}
+
+} // namespace
+
+TEST(WqStr, CopiesJoinsAndFormats) {
+  expectWrites({
+      {[](char *d) { return WqStr_Copy(d, ""); }, ""},
+      {[](char *d) { return WqStr_Copy(d, "\x83\x5C,\xFF"); }, "\x83\x5C,\xFF"},
+      {[](char *d) { return WqStr_CopyD(d, "a\"b\\"); }, R"("a"b\")"},
+      {[](char *d) { return WqStr_CopyCat(d, "", "cde"); }, "cde"},
+      {[](char *d) { return WqStr_CopyCat(d, "ab", "cde"); }, "abcde"},
+      {[](char *d) { return *d = '\0', WqStr_Cat(d, "abc"); }, "abc"},
+      {[](char *d) { return WqStr_Copy(d, "ab"), WqStr_Cat(d, "cd"), WqStr_Cat(d, "e"); }, "abcde"},
+      {[](char *d) { return WqStr_Format(d, "%s=%03d|%-4c|%.2f%%", "a", 7, 'x', 1.5); }, "a=007|x   |1.50%"},
+      {[](char *d) { return WqStr_Format(d, "%ls", L"\x3042"); }, ""}, // no character of the C locale
+  });
+  EXPECT_EQ(WqStr_Len(""), 0);
+  EXPECT_EQ(WqStr_Len("a\x81\x40\xFF"), 4);
+  std::string large(5002, '\xA5');
+  EXPECT_EQ(WqStr_Format(large.data(), "%5000d", 7), 5000);
+  EXPECT_EQ(large, std::string(4999, ' ') + "7\0\xA5"s);
+}
+
+// Sources of these two are read no further than their last byte.
+TEST(WqStr, NCopyStopsAtItsBoundOrBehindTheNul) {
+  const std::vector<std::tuple<std::string, int32_t, std::string, int32_t>> rows = {
+      {"abcd", INT32_MIN, "", 0}, {"abcd", 0, "", 0},           {"abcd", 1, "a", 1},
+      {"abcd", 4, "abcd", 4},     {"ab\0"s, 2, "ab", 2},        {"ab\0"s, 3, "ab\0"s, 2},
+      {"\0"s, 1, "\0"s, 0},       {"\0"s, INT32_MAX, "\0"s, 0}, {"\x83\x5C", 1, "\x83", 1},
+  };
+  for (const auto &[source, n, written, result] : rows) {
+    Destination dst;
+    EXPECT_EQ(WqStr_nCopy(dst.at(), exact(source).data(), n), result) << source << n;
+    EXPECT_EQ(dst.bytes, guarded(written));
+  }
+}
+
+TEST(WqStr, ComparesAndFinds) {
+  using Rows = std::vector<std::tuple<std::string, std::string, int32_t, int>>;
+  const Rows equal = {
+      {"abX", "abY", 2, 1},     {"abX", "abY", 3, 0}, {"Xb", "Yb", 2, 0},   {"ab\0"s, "ab\0"s, 2, 1},
+      {"ab\0"s, "ab\0"s, 3, 0}, {"\0"s, "\0"s, 1, 0}, {"a\0"s, "ab", 2, 0}, {"ab", "a\0"s, INT32_MAX, 0},
+      {"a", "A", 1, 0},         {"a", "a", 0, 0},     {"a", "a", -1, 0},
+  };
+  for (const auto &[a, b, n, result] : equal)
+    EXPECT_EQ(WqStr_nComp(exact(a).data(), exact(b).data(), n), result) << a << b << n;
+  const Rows found = {
+      {"abcabd\0"s, "abd", 3, 1}, {"abcabd\0"s, "abe", 3, 0},  {"abcabd\0"s, "abe", 2, 1}, {"abcab\0"s, "abd", 3, 0},
+      {"aaab\0"s, "aab", 3, 1},   {"ab\0"s, "b\0"s, 1, 1},     {"ab\0"s, "b\0"s, 2, 0},    {"ab\0"s, "B", 1, 0},
+      {"ab\0"s, "a", 0, 0},       {"ab\0"s, "\0"s, 1, 0},      {"\0"s, "\0"s, 1, 0},       {"\0"s, "a", 1, 0},
+      {"ab\0"s, "ab\0"s, -1, 0},  {"\x95\x5C\0"s, "\\", 1, 1},
+  };
+  for (const auto &[text, pattern, n, result] : found)
+    EXPECT_EQ(WqStr_Find(exact(text).data(), exact(pattern).data(), static_cast<uint32_t>(n)), result)
+        << text << pattern;
+  EXPECT_EQ(WqStr_Comp("", "") + WqStr_Comp("a\x83\x5C", "a\x83\x5C"), 2);
+  for (const char *other : {"", "a", "abcd", "abd", "Abc", "abC"})
+    EXPECT_EQ(WqStr_Comp("abc", other) + WqStr_Comp(other, "abc"), 0) << other;
+}
+
+TEST(WqStr, RemovesAByteOrHalvesItsPairs) {
+  const std::vector<std::tuple<const char *, const char *, const char *>> rows = {
+      {"", ",", ""},       {"a,b,,c,", ",", "abc"}, {"abc", "b-", "ac"},  {"\"a\"\"b\"", "\"\"", "a\"b"},
+      {"xx", "xx", "x"},   {"xxx", "xx", "x"},      {"xxxx", "xx", "xx"}, {"axb", "xx", "ab"},
+      {"axxb", "x", "ab"}, {"a-b-c", "b-", "a--c"}, {"abc", "", "abc"},   {"\x83\x5C.", "\\", "\x83."},
+  };
+  for (const auto &[source, chars, text] : rows) {
+    Destination dst;
+    const int32_t length = WqStr_Remove(exact(terminated(source)).data(), dst.at(), exact(terminated(chars)).data());
+    EXPECT_EQ(length, static_cast<int32_t>(std::strlen(text)));
+    EXPECT_EQ(dst.bytes, guarded(terminated(text))) << source << ' ' << chars;
+  }
+}
+
+TEST(WqStr, WritesQuotedAndSettingsForms) {
+  using Rows = std::vector<std::pair<const char *, const char *>>; // of a text and its quoted form
+  const auto expectForms = [](const Rows &rows, bool plain) {
+    for (const auto &[source, quoted] : rows) {
+      const auto length = static_cast<int32_t>(std::strlen(source));
+      Destination dst;
+      EXPECT_EQ(WqStr_AddEsc(dst.at(), source), length);
+      EXPECT_EQ(dst.bytes, guarded(terminated(quoted)));
+      for (const uint32_t unused : {0u, UINT32_MAX}) {
+        Destination setting;
+        EXPECT_EQ(WqStr_CfgStr(setting.at(), source, unused), length);
+        EXPECT_EQ(setting.bytes, guarded(terminated(plain ? source : quoted)));
+      }
+    }
+  };
+  expectForms({{"", R"("")"}, {"a b", R"("a b")"}, {"C:\\a", R"("C:\a")"}, {"C:\\", R"("C:\\")"}}, true);
+  expectForms({{"\\", R"("\\")"}, {"\\\\", R"("\\\")"}, {"\x83\x5C", "\"\x83\x5C\\\""}}, true);
+  expectForms({{"a,b", R"("a,b")"}, {"a\"b", R"("a""b")"}, {"\"", R"("""")"}, {"\",\\", R"(""",\\")"}}, false);
+}
+
+TEST(WqStr, DelEscReadsAQuotedForm) {
+  const auto expectRead = [](const std::vector<std::pair<const char *, std::string>> &rows) {
+    for (const auto &[quoted, written] : rows) {
+      Destination dst;
+      WqStr_DelEsc(dst.at(), exact(terminated(quoted)).data());
+      EXPECT_EQ(dst.bytes, guarded(written)) << quoted;
+    }
+  };
+  expectRead({{R"("")", "\0"s}, {"\t\r\n \x81\x40\"a,b\"c", "a,b\0"s}, {R"("a""b"""x)", "a\"b\"\0"s}});
+  expectRead({{"\"open", "open\0"s}, {"\"", "\0"s}, {R"("a\n\\")", "a\\n\\\\\0"s}});
+  // a lead byte without a trail byte is a character of its own
+  expectRead({{"\"\x83\x5C\"\"x\"", "\x83\x5C\"x\0"s}, {"\"\x81\"\"\xE0", "\x81\"\xE0\0"s}});
+  expectRead({{" ", ""}, {"'a\"b\"", ""}}); // nothing is written where no quote opens
+}
+
+TEST(WqStr, QuotedAndSettingsFormsReadBack) {
+  std::mt19937 random(20060131);
+  // reads a form, with a further value behind it, as WqScan_String does
+  const auto readBack = [](const std::string &form) {
+    const std::vector<char> text = exact(form + ",x\0"s);
+    std::vector<char> back(text.size());
+    EXPECT_EQ(WqScan_String(text.data(), back.data()) - text.data(), static_cast<ptrdiff_t>(form.size()));
+    return std::string(back.data());
+  };
+  for (int round = 0; round < 5000; ++round) {
+    std::string source = randomText(random);
+    SCOPED_TRACE(testing::PrintToString(source));
+    std::vector<char> form(2 * source.size() + 6);
+    EXPECT_EQ(WqStr_AddEsc(form.data(), source.c_str()), static_cast<int32_t>(source.size()));
+    std::vector<char> back(std::strlen(form.data()) + 1);
+    WqStr_DelEsc(back.data(), form.data());
+    EXPECT_EQ(back.data(), source + (source.ends_with('\\') ? "\\" : ""));
+
+    // the doubling of a last byte that is the half of a character reads as an escaped quote
+    const bool halved = source.size() > 1 && source.ends_with('\\') && (source[source.size() - 2] & 0x80) != 0;
+    if (halved) source += '.';
+    WqStr_AddEsc(form.data(), source.c_str());
+    EXPECT_EQ(readBack(form.data()), source);
+    if (WqScan_Space(source.c_str()) != source.c_str()) source.insert(0, "k"); // blanks in front of a plain text go
+    WqStr_CfgStr(form.data(), source.c_str(), 0);
+    EXPECT_EQ(readBack(form.data()), source);
+  }
+}
+
+TEST(WqStr, WritesNumbers) {
+  static const RECT rects[] = {{10, -20, 300, 400}, {INT32_MIN, INT32_MIN, INT32_MIN, INT32_MIN}};
+  static const SIZE size = {0, -1};
+  static const POINT point = {INT32_MIN, INT32_MAX};
+  constexpr auto bits = static_cast<int32_t>(0x8A0B0C0D);
+  expectWrites({
+      {[](char *d) { return WqStr_Int(d, 0); }, "0"},
+      {[](char *d) { return WqStr_Int(d, -10); }, "-10"},
+      {[](char *d) { return WqStr_Int(d, INT32_MAX); }, "2147483647"},
+      {[](char *d) { return WqStr_Int(d, INT32_MIN); }, "-2147483648"},
+      {[](char *d) { return WqStr_Rect(d, &rects[0]); }, "10,-20,300,400"},
+      {[](char *d) { return WqStr_Rect(d, &rects[1]); }, "-2147483648,-2147483648,-2147483648,-2147483648"},
+      {[](char *d) { return WqStr_Size(d, &size); }, "0,-1"},
+      {[](char *d) { return WqStr_Point(d, &point); }, "-2147483648,2147483647"},
+      {[](char *d) { return WqStr_Hex02(d, bits); }, "0D"},
+      {[](char *d) { return WqStr_Hex04(d, bits); }, "0C0D"},
+      {[](char *d) { return WqStr_Hex08(d, bits); }, "8A0B0C0D"},
+      {[](char *d) { return WqStr_Hex08(d, 0x1F); }, "0000001F"},
+      {[](char *d) { return WqStr_Hex0x02(d, bits); }, "0x0D"},
+      {[](char *d) { return WqStr_Hex02A(d, bits); }, "0x0D"},
+      {[](char *d) { return WqStr_Hex04A(d, bits); }, "0x0C0D"},
+      {[](char *d) { return WqStr_Hex08A(d, bits); }, "0x8A0B0C0D"},
+  });
+}
