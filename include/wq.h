@@ -14,10 +14,13 @@
 
 #include "frame/types.h"
 
-#include "audio/audio.h"
+/* In reading order. */
+/* clang-format off */
 #include "containers/containers.h"
+#include "text/text.h"
+#include "audio/audio.h"
 #include "drawing/drawing.h"
 #include "frame/frame.h"
-#include "text/text.h"
+/* clang-format on */
 
 #endif
