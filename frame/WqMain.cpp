@@ -3,6 +3,8 @@
 
 #include "frame/frame.h"
 
+#include "files/files.h"
+
 namespace {
 
 constexpr uint32_t kBuckets = 255; // of each registry
@@ -26,6 +28,7 @@ void WqMain_Init(HINSTANCE instance) {
   WqMem_Init();
   WqHash_Init(&wqMain.colorTbl, kBuckets);
   for (const auto registry : kRegistries) WqHash_Init(&(wqMain.*registry), kBuckets);
+  WqLog_Init();
 }
 
 int WqMain_Config(HWND mainWnd) {
@@ -37,5 +40,6 @@ void WqMain_Term() {
   for (const auto registry : kRegistries) endRegistry(&(wqMain.*registry));
   endRegistry(&wqMain.colorTbl);
   WqList_RemoveAll(wqMain.wndList);
+  WqLog_Term();
   WqMem_Term();
 }

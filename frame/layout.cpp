@@ -50,6 +50,28 @@ FIELD32(WqFmtStr, specification, 4 + 3 * 256);
 FIELD32(WqFmtStr, sequence, 4 + 4 * 256);
 FIELD32(WqFmtStr, title, 4 + 5 * 256);
 
+RECORD32(WqFile, 272);
+FIELD32(WqFile, mapping, 4);
+FIELD32(WqFile, view, 8);
+FIELD32(WqFile, path, 12);
+RECORD32(WqCfg, 4 * 260 + 4 + 256);
+FIELD32(WqCfg, tmpPath, 260);
+FIELD32(WqCfg, dir, 2 * 260);
+FIELD32(WqCfg, fileName, 3 * 260);
+FIELD32(WqCfg, mode, 4 * 260);
+FIELD32(WqCfg, sect, 4 * 260 + 4);
+
+RECORD32(WqTime, 28);
+FIELD32(WqTime, tick, 16);
+FIELD32(WqTime, prevTick, 20);
+FIELD32(WqTime, elapsed, 24);
+RECORD32(WqSync, 28);
+FIELD32(WqSync, state, 24);
+RECORD32(WqMutex, 264);
+FIELD32(WqMutex, name, 4);
+RECORD32(WqSignal, 4);
+RECORD32(WqSemaphore, 12);
+
 RECORD32(WqPcmBuf, 32);
 FIELD32(WqPcmBuf, bits, 4);
 FIELD32(WqPcmBuf, sampleRate, 8);

@@ -18,7 +18,9 @@
 /* clang-format off */
 #include "containers/containers.h"
 #include "text/text.h"
+#include "files/files.h"
 #include "audio/audio.h"
+#include "sync/sync.h"
 #include "drawing/drawing.h"
 #include "frame/frame.h"
 /* clang-format on */

@@ -3,6 +3,7 @@
 
 #include "platform/kernel/codepage.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <iconv.h>
@@ -93,15 +94,21 @@ const Tables &tables() {
 }
 
 void appendUtf8(std::string &out, char32_t character) {
+  const auto tail = [&](int shift) { out += static_cast<char>(0x80 | (character >> shift & 0x3F)); };
   if (character < 0x80) {
     out += static_cast<char>(character);
   } else if (character < 0x800) {
     out += static_cast<char>(0xC0 | character >> 6);
-    out += static_cast<char>(0x80 | (character & 0x3F));
-  } else {
+    tail(0);
+  } else if (character < 0x10000) {
     out += static_cast<char>(0xE0 | character >> 12);
-    out += static_cast<char>(0x80 | (character >> 6 & 0x3F));
-    out += static_cast<char>(0x80 | (character & 0x3F));
+    tail(6);
+    tail(0);
+  } else {
+    out += static_cast<char>(0xF0 | character >> 18);
+    tail(12);
+    tail(6);
+    tail(0);
   }
 }
 
@@ -110,18 +117,29 @@ struct Decoded {
   size_t length;
 };
 
-// One well-formed UTF-8 sequence of at most three bytes at the front of text; longer ones have no code in 932 anyway.
+// The one well-formed UTF-8 sequence at the front of a text; nothing where there is none.
 std::optional<Decoded> firstCharacter(std::string_view text) {
   const auto byte = [&](size_t at) { return static_cast<unsigned char>(text[at]); };
-  const auto follows = [&](size_t at) { return at < text.size() && (byte(at) & 0xC0) == 0x80; };
   const unsigned first = byte(0);
   if (first < 0x80) return Decoded{first, 1};
-  if (first >= 0xC2 && first < 0xE0 && follows(1)) return Decoded{(first & 0x1Fu) << 6 | (byte(1) & 0x3Fu), 2};
-  if (first >= 0xE0 && first < 0xF0 && follows(1) && follows(2)) {
-    const char32_t character = (first & 0x0Fu) << 12 | (byte(1) & 0x3Fu) << 6 | (byte(2) & 0x3Fu);
-    if (character >= 0x800 && (character < 0xD800 || character > 0xDFFF)) return Decoded{character, 3};
+  const size_t length = first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
+  if (length == 0 || length > text.size()) return std::nullopt;
+  char32_t character = first & (0x7Fu >> length);
+  for (size_t at = 1; at < length; ++at) {
+    if ((byte(at) & 0xC0) != 0x80) return std::nullopt;
+    character = character << 6 | (byte(at) & 0x3Fu);
   }
-  return std::nullopt;
+  const bool shortest = length == 2 || (length == 3 && character >= 0x800) || (length == 4 && character >= 0x10000);
+  const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
+  return shortest && !surrogate && character <= 0x10FFFF ? std::optional(Decoded{character, length}) : std::nullopt;
+}
+
+// Capital letters of the alphabets that code page 932 has, as their small ones.
+char16_t folded(char16_t c) {
+  const bool capital = (c >= 'A' && c <= 'Z') || (c >= 0x391 && c <= 0x3A9) || (c >= 0x410 && c <= 0x42F) ||
+                       (c >= 0xFF21 && c <= 0xFF3A);
+  if (capital) return static_cast<char16_t>(c + 0x20);
+  return c == 0x401 ? u'\x0451' : c;
 }
 
 void appendCode(std::string &out, uint16_t code) {
@@ -137,6 +155,11 @@ bool isLeadByte(unsigned char byte) { return (byte >= 0x81 && byte <= 0x9F) || (
 
 bool isTrailByte(unsigned char byte) { return (byte >= 0x40 && byte <= 0x7E) || (byte >= 0x80 && byte <= 0xFC); }
 
+bool isDoubleByteAt(std::string_view text, size_t at) {
+  return at + 1 < text.size() && isLeadByte(static_cast<unsigned char>(text[at])) &&
+         isTrailByte(static_cast<unsigned char>(text[at + 1]));
+}
+
 std::string utf8FromCodePage(std::string_view text) {
   std::string out;
   out.reserve(text.size() + text.size() / 2);
@@ -146,9 +169,7 @@ std::string utf8FromCodePage(std::string_view text) {
       out += text[at];
       continue;
     }
-    if (isLeadByte(static_cast<unsigned char>(code)) && at + 1 < text.size() &&
-        isTrailByte(static_cast<unsigned char>(text[at + 1])))
-      code = code << 8 | static_cast<unsigned char>(text[++at]);
+    if (isDoubleByteAt(text, at)) code = code << 8 | static_cast<unsigned char>(text[++at]);
     const char16_t character = tables().character[code];
     if (isEscape(character))
       out += static_cast<char>(character - kFirstEscape);
@@ -164,7 +185,7 @@ std::string codePageFromUtf8(std::string_view text, std::string_view reserved) {
   while (!text.empty()) {
     const std::optional<Decoded> next = firstCharacter(text);
     uint16_t code = 0;
-    if (next && !isEscape(next->character)) code = tables().code[next->character];
+    if (next && next->character < 0x10000 && !isEscape(next->character)) code = tables().code[next->character];
     if (code != 0 && (code > 0xFF || reserved.find(static_cast<char>(code)) == std::string_view::npos)) {
       appendCode(out, code);
       text.remove_prefix(next->length);
@@ -174,6 +195,42 @@ std::string codePageFromUtf8(std::string_view text, std::string_view reserved) {
     }
   }
   return out;
+}
+
+std::u16string utf16FromUtf8(std::string_view text) {
+  std::u16string out;
+  while (!text.empty()) {
+    const Decoded next = firstCharacter(text).value_or(Decoded{kUndefined, 1});
+    if (next.character < 0x10000) {
+      out += static_cast<char16_t>(next.character);
+    } else {
+      out += static_cast<char16_t>(0xD800 + ((next.character - 0x10000) >> 10));
+      out += static_cast<char16_t>(0xDC00 + (next.character & 0x3FF));
+    }
+    text.remove_prefix(next.length);
+  }
+  return out;
+}
+
+std::string utf8FromUtf16(std::u16string_view text) {
+  std::string out;
+  for (size_t at = 0; at < text.size(); ++at) {
+    const bool high = (text[at] & 0xFC00) == 0xD800;
+    const bool pair = high && at + 1 < text.size() && (text[at + 1] & 0xFC00) == 0xDC00;
+    if (pair) {
+      appendUtf8(out, 0x10000u + ((text[at] & 0x3FFu) << 10) + (text[at + 1] & 0x3FFu));
+      ++at;
+    } else {
+      appendUtf8(out, (text[at] & 0xF800) == 0xD800 ? kUndefined : text[at]);
+    }
+  }
+  return out;
+}
+
+std::u16string foldedName(std::string_view name) {
+  std::u16string wide = utf16FromUtf8(utf8FromCodePage(name));
+  std::transform(wide.begin(), wide.end(), wide.begin(), folded);
+  return wide;
 }
 
 } // namespace platform

@@ -12,6 +12,15 @@ namespace platform {
 
 bool isLeadByte(unsigned char byte);
 bool isTrailByte(unsigned char byte);
+// Whether a double-byte code stands at a place of a text.
+bool isDoubleByteAt(std::string_view text, size_t at);
+
+// What is no well-formed UTF-8 or UTF-16 becomes U+FFFD.
+std::u16string utf16FromUtf8(std::string_view text);
+std::string utf8FromUtf16(std::u16string_view text);
+
+// A name with its capital letters turned small, for comparisons without regard to case.
+std::u16string foldedName(std::string_view name);
 
 // Bytes that code page 932 leaves undefined become U+FFFD.
 std::string utf8FromCodePage(std::string_view text);

@@ -3,23 +3,43 @@
 #include "platform/kernel/paths.h"
 
 #include "platform/kernel/codepage.h"
-#include "platform/winapi.h"
+#include "platform/kernel/errors.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
-#include <exception>
+#include <mutex>
 #include <sys/stat.h>
 
 namespace platform {
 
 namespace {
 
+// These have a meaning in a name, and none in a part of a path on this system.
+constexpr std::string_view kReserved = "\\:*?\"<>|";
+
+std::mutex drivesMutex;
+
+std::array<Drive, 26> &drives() {
+  static std::array<Drive, 26> table = [] {
+    std::array<Drive, 26> start;
+    start['C' - 'A'].type = DRIVE_FIXED;
+    return start;
+  }();
+  return table;
+}
+
+int driveIndex(char letter) {
+  if (letter >= 'a' && letter <= 'z') return letter - 'a';
+  return letter >= 'A' && letter <= 'Z' ? letter - 'A' : -1;
+}
+
 // A backslash that is part of a name on this system travels as an escape. Decoding would make it a separator, so the
 // separators are turned in the encoded text, where a byte that belongs to a double-byte code is stepped over.
 std::string withSlashes(std::string_view name) {
   std::string out(name);
   for (size_t at = 0; at < out.size(); ++at) {
-    if (isLeadByte(static_cast<unsigned char>(out[at])) && at + 1 < out.size() &&
-        isTrailByte(static_cast<unsigned char>(out[at + 1])))
+    if (isDoubleByteAt(out, at))
       ++at;
     else if (out[at] == '\\')
       out[at] = '/';
@@ -29,26 +49,64 @@ std::string withSlashes(std::string_view name) {
 
 } // namespace
 
+bool isSeparator(char c) { return c == '\\' || c == '/'; }
+
+Drive driveOf(char letter) {
+  const int index = driveIndex(letter);
+  const std::lock_guard lock(drivesMutex);
+  return index < 0 ? Drive{} : drives()[static_cast<size_t>(index)];
+}
+
+void setDrive(char letter, const Drive &drive) {
+  const int index = driveIndex(letter);
+  const std::lock_guard lock(drivesMutex);
+  if (index >= 0) drives()[static_cast<size_t>(index)] = drive;
+}
+
 std::string nativePath(std::string_view name) {
+  if (name.empty() || name.size() >= MAX_PATH) {
+    SetLastError(name.empty() ? ERROR_PATH_NOT_FOUND : ERROR_FILENAME_EXCED_RANGE);
+    return {};
+  }
   const std::string slashed = withSlashes(name);
   std::string_view rest = slashed;
+  std::string path;
   if (rest.size() >= 2 && rest[1] == ':') {
-    if (rest[0] != 'C' && rest[0] != 'c') return {};
+    const Drive drive = driveOf(rest[0]);
+    if (drive.type == DRIVE_NO_ROOT_DIR) {
+      SetLastError(ERROR_PATH_NOT_FOUND);
+      return {};
+    }
     rest.remove_prefix(2);
-    if (rest.empty()) return ".";
+    path = drive.folder;
+    if (!path.empty() && (rest.empty() || rest[0] != '/')) path += '/';
+    if (path.empty() && rest.empty()) return ".";
   }
-  return utf8FromCodePage(rest);
+  return path + utf8FromCodePage(rest);
+}
+
+std::string nameOfPart(std::string_view part) { return codePageFromUtf8(part, kReserved); }
+
+std::string nameOfPath(std::string_view path) {
+  std::string name = "C:";
+  while (!path.empty()) {
+    const size_t slash = std::min(path.find('/'), path.size());
+    name += nameOfPart(path.substr(0, slash));
+    path.remove_prefix(slash);
+    if (path.empty()) break;
+    name += '\\';
+    path.remove_prefix(1);
+  }
+  return name;
 }
 
 } // namespace platform
 
-extern "C" FILE *platformOpenStream(const char *name, const char *mode) {
-  try {
+FILE *platformOpenStream(const char *name, const char *mode) {
+  return platform::guarded<FILE *>(nullptr, [&]() -> FILE * {
     const std::string path = platform::nativePath(name);
     struct stat status;
     if (path.empty() || (stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))) return nullptr;
     return std::fopen(path.c_str(), mode);
-  } catch (const std::exception &) { // out of memory
-    return nullptr;
-  }
+  });
 }

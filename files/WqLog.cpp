@@ -1,0 +1,189 @@
+// The event log: a ring of records in static storage, and its dump. The fixed texts are code page 932.
+
+#include "files/files.h"
+
+#include "files/files_private.h"
+#include "text/text.h"
+
+#include <array>
+#include <cstdarg>
+#include <cstdio>
+
+namespace {
+
+constexpr uint32_t kRecords = 32768;
+constexpr size_t kLine = 256;        // of a line of the dump, NUL included
+constexpr size_t kBytesPerLine = 16; // of a hexadecimal dump
+constexpr size_t kLongestTime = 22;  // of the time text of an entry
+constexpr char kNoMemoryTag[] = "\x81\x79\x83\x81\x83\x82\x83\x8A\x81\x5B\x83\x47\x83\x89\x81\x5B\x81\x7A";
+constexpr char kBytesTag[] = "\x81\x79\x96\xA2\x92\xE8\x8B\x60\x8B\x4C\x98\x5E\x81\x7A";
+constexpr char kCannotCreate[] = "\x83\x8D\x83\x4F\x83\x74\x83\x40\x83\x43\x83\x8B\x82\xAA\x8D\xEC\x90\xAC\x82\xC5"
+                                 "\x82\xAB\x82\xDC\x82\xB9\x82\xF1\x81\x42";
+constexpr char kCannotCreateCaption[] = "I/O \x83\x8D\x83\x4F\x83\x47\x83\x89\x81\x5B";
+
+struct WqLogRec {
+  SYSTEMTIME time;
+  uint32_t kind;
+  uint32_t size;
+  void *data; // the slot's own copy; it stays until the slot is used again
+};
+
+static_assert(sizeof(void *) != 4 || sizeof(WqLogRec) == 28);
+
+struct Ring {
+  uint32_t count;
+  uint32_t writeIx;
+  uint32_t readIx; // the oldest record
+  WqLogRec records[kRecords];
+};
+
+Ring ring;
+
+uint32_t behind(uint32_t index) { return (index + 1) % kRecords; }
+
+// The size of a record's data. Null data has none.
+uint32_t sizeOf(uint32_t kind, const void *data, uint32_t size) {
+  if (!data) return 0;
+  return kind & WQ_LOG_TEXT ? static_cast<uint32_t>(WqStr_Len(static_cast<const char *>(data))) + 1 : size;
+}
+
+void addFormatted(uint32_t kind, const char *format, va_list arguments) {
+  char text[kLine];
+  if (std::vsnprintf(text, sizeof text, format, arguments) < 0) text[0] = '\0';
+  text[wqFittingLength(text, sizeof text - 1)] = '\0';
+  WqLog_Add(kind, text, 0);
+}
+
+// The file of a dump. Failures but that of the heading are passed over.
+class Dump {
+ public:
+  explicit Dump(HANDLE file) : file_(file) {}
+  ~Dump() { CloseHandle(file_); }
+  Dump(const Dump &) = delete;
+  Dump &operator=(const Dump &) = delete;
+
+  bool heading() {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    return print("Log File\t%04d/%02d/%02d %02d:%02d:%02d\r\n", now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute,
+                 now.wSecond);
+  }
+
+  void entry(const WqLogRec &record) {
+    switch (record.kind) {
+    case WQ_LOG_COMMENT: timed(record.time, "  %.*s\t", text(record), kLine - 1 - kLongestTime - 3); break;
+    case WQ_LOG_RAW: raw(text(record)); break;
+    case WQ_LOG_NO_MEMORY: timed(record.time, "%.*s", kNoMemoryTag, sizeof kNoMemoryTag); break;
+    default:
+      timed(record.time, "%.*s", kBytesTag, sizeof kBytesTag);
+      bytes(static_cast<const unsigned char *>(record.data), record.data ? record.size : 0);
+    }
+  }
+
+ private:
+  static const char *text(const WqLogRec &record) { return record.data ? static_cast<const char *>(record.data) : ""; }
+
+  bool write(const char *line, size_t length) {
+    DWORD written;
+    return length == 0 || WriteFile(file_, line, static_cast<DWORD>(length), &written, nullptr);
+  }
+
+  bool print(const char *format, ...) WQ_PRINTF(2, 3) {
+    char line[kLine];
+    va_list arguments;
+    va_start(arguments, format);
+    const int length = std::vsnprintf(line, sizeof line, format, arguments);
+    va_end(arguments);
+    return length > 0 && write(line, static_cast<size_t>(length));
+  }
+
+  void raw(const char *text) { write(text, wqFittingLength(text, kLine - 1)); }
+
+  // A text in its form, directly followed by the time.
+  void timed(const SYSTEMTIME &time, const char *form, const char *text, size_t limit) {
+    char line[kLine];
+    int length = std::snprintf(line, sizeof line, form, static_cast<int>(wqFittingLength(text, limit)), text);
+    length += std::snprintf(line + length, sizeof line - static_cast<size_t>(length), "  %d/%d %02d:%02d:%02d.%03d\r\n",
+                            time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
+    write(line, static_cast<size_t>(length));
+  }
+
+  void bytes(const unsigned char *data, size_t size) {
+    for (size_t start = 0; start < size; start += kBytesPerLine) {
+      char line[3 * kBytesPerLine + 2];
+      char *out = line;
+      for (size_t ix = 0; ix < kBytesPerLine && start + ix < size; ++ix) {
+        out += WqStr_Hex02(out, data[start + ix]);
+        if (ix + 1 < kBytesPerLine) *out++ = ' '; // none behind the sixteenth byte
+      }
+      *out++ = '\r';
+      *out++ = '\n';
+      write(line, static_cast<size_t>(out - line));
+    }
+  }
+
+  HANDLE file_;
+};
+
+} // namespace
+
+void WqLog_Init() { WqMem_Zero(&ring, sizeof ring); }
+
+void WqLog_Term() {
+  for (const WqLogRec &record : ring.records) WqMem_Free(record.data);
+}
+
+uint32_t WqLog_GetCount() { return ring.count; }
+
+void WqLog_Flush() {
+  ring.count = 0;
+  ring.writeIx = 0;
+  ring.readIx = 0;
+}
+
+void WqLog_Add(uint32_t kind, const void *data, uint32_t size) {
+  WqLogRec &record = ring.records[ring.writeIx];
+  ring.writeIx = behind(ring.writeIx);
+  if (++ring.count > kRecords) {
+    ring.count = kRecords;
+    ring.readIx = behind(ring.readIx);
+  }
+  GetLocalTime(&record.time);
+  record.kind = kind;
+  record.size = sizeOf(kind, data, size);
+  WqMem_Free(record.data);
+  record.data = WqMem_Alloc(record.size);
+  if (record.data)
+    WqMem_Copy(record.data, data, record.size);
+  else if (record.size > 0)
+    record.kind = WQ_LOG_NO_MEMORY;
+}
+
+void WqLog_Comment(const char *text) { WqLog_Add(WQ_LOG_COMMENT, text, 0); }
+
+void WqLog_Print(const char *format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  addFormatted(WQ_LOG_COMMENT, format, arguments);
+  va_end(arguments);
+}
+
+void WqLog_Text(const char *format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  addFormatted(WQ_LOG_RAW, format, arguments);
+  va_end(arguments);
+}
+
+void WqLog_Out(const char *fileName) {
+  const HANDLE file =
+      CreateFileA(fileName, GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    MessageBoxA(nullptr, kCannotCreate, kCannotCreateCaption, MB_OK);
+    return;
+  }
+  Dump dump(file);
+  if (!dump.heading()) return;
+  uint32_t index = ring.readIx;
+  for (uint32_t left = ring.count; left > 0; --left, index = behind(index)) dump.entry(ring.records[index]);
+}

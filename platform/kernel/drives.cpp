@@ -1,0 +1,47 @@
+// Drives: their kind, and the room on them.
+
+#include "platform/kernel/errors.h"
+#include "platform/kernel/paths.h"
+
+#include <algorithm>
+#include <string>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+
+using namespace platform;
+
+BOOL GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector, LPDWORD freeClusters,
+                       LPDWORD clusters) {
+  return guarded(FALSE, [&] {
+    const std::string path = root ? nativePath(root) : ".";
+    struct statvfs status;
+    if (path.empty() || statvfs(path.c_str(), &status) != 0) return failWith(ERROR_PATH_NOT_FOUND);
+    constexpr uint64_t sector = 512;
+    uint64_t perCluster = std::max<uint64_t>(status.f_frsize / sector, 1);
+    uint64_t free = status.f_bavail;
+    uint64_t all = status.f_blocks;
+    for (; all > UINT32_MAX; perCluster *= 2) { // clusters so large that their number fits
+      all /= 2;
+      free /= 2;
+    }
+    *sectorsPerCluster = static_cast<DWORD>(perCluster);
+    *bytesPerSector = sector;
+    *freeClusters = static_cast<DWORD>(free);
+    *clusters = static_cast<DWORD>(all);
+    return TRUE;
+  });
+}
+
+UINT GetDriveTypeA(LPCSTR root) {
+  return guarded<UINT>(DRIVE_UNKNOWN, [&]() -> UINT {
+    if (!root) return DRIVE_FIXED;
+    const std::string name = root;
+    if (name.empty()) return DRIVE_NO_ROOT_DIR;
+    const bool letter = name.size() >= 2 && name[1] == ':';
+    const Drive drive = driveOf(letter ? name[0] : 'C');
+    if (letter && name.size() <= 3) return drive.type; // a drive without its medium has its kind too
+    const std::string path = nativePath(name);
+    struct stat status;
+    return !path.empty() && stat(path.c_str(), &status) == 0 ? drive.type : DRIVE_NO_ROOT_DIR;
+  });
+}

@@ -1,0 +1,53 @@
+// Open files, and what other parts of the layer need of them.
+#pragma once
+
+#include "platform/kernel/handles.h"
+
+#include <string>
+#include <sys/stat.h>
+
+namespace platform {
+
+// A descriptor that closes itself.
+class Descriptor {
+ public:
+  explicit Descriptor(int number = -1) : number_(number) {}
+  Descriptor(Descriptor &&other) noexcept : number_(other.release()) {}
+  Descriptor &operator=(Descriptor &&other) noexcept;
+  ~Descriptor();
+
+  int get() const { return number_; }
+  bool valid() const { return number_ >= 0; }
+  int release();
+
+ private:
+  int number_;
+};
+
+class File : public Closable {
+ public:
+  File(Descriptor descriptor, DWORD access) : descriptor_(std::move(descriptor)), access_(access) {}
+  int descriptor() const { return descriptor_.get(); }
+  bool allows(DWORD access) const { return (access_ & access) == access; }
+
+ private:
+  Descriptor descriptor_;
+  DWORD access_;
+};
+
+// Opens a file as CreateFileA does.
+// Result: an invalid descriptor, with the last error set, on failure. existed tells whether the file was there before.
+Descriptor openFile(const std::string &path, DWORD access, DWORD share, DWORD creation, DWORD attributes,
+                    bool *existed);
+
+// ERROR_PATH_NOT_FOUND when the folder of a missing file is missing too, else ERROR_FILE_NOT_FOUND.
+DWORD missingError(const std::string &path);
+
+// The attributes of a file whose status is known, and their setting.
+DWORD attributesOf(const std::string &path, const struct stat &status);
+bool setAttributes(const std::string &path, DWORD attributes);
+
+// The name behind the last slash.
+std::string_view lastPart(std::string_view path);
+
+} // namespace platform

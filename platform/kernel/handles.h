@@ -1,0 +1,54 @@
+// Handles: small numbers for objects of this process. A number carries the generation of its place, so that one that was
+// closed is known as such although its place is in use again.
+#pragma once
+
+#include "platform/winapi.h"
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace platform {
+
+// What a kernel handle can stand for.
+class Object {
+ public:
+  Object() = default;
+  virtual ~Object() = default;
+  Object(const Object &) = delete;
+  Object &operator=(const Object &) = delete;
+};
+
+// What CloseHandle closes; other kinds have a function of their own.
+class Closable : public Object {};
+
+class Handles {
+ public:
+  // A handle for an object, which the handle keeps alive.
+  HANDLE open(std::shared_ptr<Object> object);
+  // Null for a handle that is none, and for one of another kind.
+  template <typename Kind> std::shared_ptr<Kind> get(HANDLE handle) {
+    return std::dynamic_pointer_cast<Kind>(find(handle));
+  }
+  // Takes a handle away. The object goes with its last user, outside the table's lock.
+  template <typename Kind> bool close(HANDLE handle) { return get<Kind>(handle) && remove(handle) != nullptr; }
+  size_t count();
+
+ private:
+  struct Place {
+    std::shared_ptr<Object> object;
+    uint32_t generation = 0;
+  };
+  std::shared_ptr<Object> find(HANDLE handle);
+  std::shared_ptr<Object> remove(HANDLE handle);
+  Place *placeOf(HANDLE handle);
+
+  std::mutex mutex_;
+  std::vector<Place> places_;
+  std::vector<uint32_t> free_;
+};
+
+// The one table of the process.
+Handles &handles();
+
+} // namespace platform

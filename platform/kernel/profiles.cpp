@@ -1,0 +1,270 @@
+// The profile calls. A profile is read once and kept for as long as the file on disk is the one that was read. A write
+// replaces the file by a new one that was complete before it took the name.
+
+#include "platform/kernel/errors.h"
+#include "platform/kernel/files.h"
+#include "platform/kernel/paths.h"
+#include "platform/kernel/profile.h"
+
+#include "platform/kernel/codepage.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <mutex>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+constexpr size_t kKept = 16;                 // profiles at a time
+constexpr int64_t kSettled = 50'000'000;     // nanoseconds after which a change gets another time
+constexpr off_t kLargest = 64 * 1024 * 1024; // a larger file is no profile
+
+int64_t nanoseconds(const timespec &time) { return time.tv_sec * INT64_C(1'000'000'000) + time.tv_nsec; }
+
+// What tells one state of a file from another.
+struct Stamp {
+  dev_t device = 0;
+  ino_t inode = 0;
+  off_t size = 0;
+  int64_t changed = 0;
+
+  explicit Stamp(const struct stat &status)
+      : device(status.st_dev), inode(status.st_ino), size(status.st_size), changed(nanoseconds(status.st_mtim)) {}
+  bool operator==(const Stamp &) const = default;
+};
+
+struct Kept {
+  Stamp stamp;
+  bool settled; // the file can't have changed since without a new stamp
+  Profile profile;
+};
+
+std::mutex mutex; // of all that follows; calls on profiles take their turn
+std::unordered_map<std::string, Kept> &kept() {
+  static std::unordered_map<std::string, Kept> profiles;
+  return profiles;
+}
+
+// The file of a profile. One named without a folder lies in the user's folder for settings.
+std::string profilePath(LPCSTR name) {
+  const std::string_view text = name ? name : "";
+  std::string path = nativePath(text);
+  if (path.empty()) return path;
+  const bool hasFolder = path.find('/') != std::string::npos || (text.size() >= 2 && text[1] == ':');
+  if (!hasFolder) {
+    const char *settings = std::getenv("XDG_CONFIG_HOME");
+    const char *home = std::getenv("HOME");
+    std::string folder = settings && *settings ? settings : std::string(home ? home : "") + "/.config";
+    mkdir(folder.c_str(), 0700);
+    path = folder + '/' + path;
+  }
+  const std::unique_ptr<char, void (*)(void *)> real(realpath(path.c_str(), nullptr), std::free);
+  return real ? real.get() : path; // a link stays one, and its goal is replaced
+}
+
+bool readAll(int file, std::string &content) {
+  struct stat status;
+  if (fstat(file, &status) != 0 || status.st_size > kLargest) return false;
+  content.resize(static_cast<size_t>(status.st_size));
+  size_t done = 0;
+  while (done < content.size()) {
+    const ssize_t step = pread(file, content.data() + done, content.size() - done, static_cast<off_t>(done));
+    if (step < 0 && errno == EINTR) continue;
+    if (step <= 0) break;
+    done += static_cast<size_t>(step);
+  }
+  content.resize(done);
+  return true;
+}
+
+Kept *keptProfile(const std::string &path, const struct stat &status) {
+  const auto found = kept().find(path);
+  if (found == kept().end() || !found->second.settled || found->second.stamp != Stamp(status)) return nullptr;
+  return &found->second;
+}
+
+// The profile of an open file; null when it can't be read.
+Kept *load(const std::string &path, int file) {
+  struct stat status;
+  std::string content;
+  timespec now;
+  if (fstat(file, &status) != 0) return nullptr;
+  if (Kept *known = keptProfile(path, status)) return known;
+  if (!readAll(file, content)) return nullptr;
+  clock_gettime(CLOCK_REALTIME, &now);
+  const bool settled = nanoseconds(now) - nanoseconds(status.st_mtim) > kSettled;
+  if (kept().size() >= kKept) kept().clear();
+  return &kept().insert_or_assign(path, Kept{Stamp(status), settled, Profile(content)}).first->second;
+}
+
+// The profile for reading; null when there is no file, or somebody keeps it for himself.
+const Profile *profileForReading(LPCSTR name) {
+  const std::string path = profilePath(name);
+  if (path.empty()) return nullptr;
+  struct stat status;
+  if (stat(path.c_str(), &status) == 0)
+    if (const Kept *known = keptProfile(path, status)) return &known->profile;
+  bool existed;
+  const Descriptor file = openFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, &existed);
+  const Kept *read = file.valid() ? load(path, file.get()) : nullptr;
+  return read ? &read->profile : nullptr;
+}
+
+// Opens a profile that is about to be replaced, and keeps other writers waiting until it is.
+Descriptor openForWriting(const std::string &path) {
+  for (;;) {
+    bool existed;
+    Descriptor file =
+        openFile(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                 OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, &existed);
+    if (!file.valid() || flock(file.get(), LOCK_EX) != 0) return file;
+    struct stat opened;
+    struct stat named;
+    if (fstat(file.get(), &opened) != 0 || stat(path.c_str(), &named) != 0) continue;
+    if (opened.st_dev == named.st_dev && opened.st_ino == named.st_ino) return file;
+  }
+}
+
+bool writeAll(int file, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t step = write(file, content.data(), content.size());
+    if (step < 0 && errno != EINTR) return false;
+    content.remove_prefix(static_cast<size_t>(std::max<ssize_t>(step, 0)));
+  }
+  return true;
+}
+
+// Writes a new file beside the old one and lets it take the name. Its own name is always the same, so that one left by a
+// process that died is used again.
+bool replace(const std::string &path, int old, const std::string &content, struct stat &status) {
+  const std::string_view name = lastPart(path);
+  const std::string fresh = path.substr(0, path.size() - name.size()) + '.' + std::string(name) + ".new";
+  const Descriptor file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+  if (!file.valid()) return failWithErrno();
+  const bool whole = fstat(old, &status) == 0 && fchmod(file.get(), status.st_mode & 0777) == 0 &&
+                     writeAll(file.get(), content) && fstat(file.get(), &status) == 0 &&
+                     rename(fresh.c_str(), path.c_str()) == 0;
+  if (whole) return true;
+  failWithErrno();
+  unlink(fresh.c_str());
+  return false;
+}
+
+void edit(Profile &profile, LPCSTR section, LPCSTR key, LPCSTR text) {
+  if (!key)
+    profile.removeSection(section);
+  else if (!text)
+    profile.removeKey(section, key);
+  else
+    profile.set(section, key, text);
+}
+
+bool change(LPCSTR name, LPCSTR section, LPCSTR key, LPCSTR text) {
+  const std::string path = profilePath(name);
+  if (path.empty()) return false;
+  const Descriptor old = openForWriting(path);
+  if (!old.valid()) return false;
+  Kept *known = load(path, old.get());
+  if (!known) return failWith(ERROR_INVALID_PARAMETER);
+  struct stat status;
+  known->settled = false; // until the file has what the profile has
+  edit(known->profile, section, key, text);
+  if (!replace(path, old.get(), known->profile.content(), status)) return false;
+  known->stamp = Stamp(status);
+  known->settled = true; // nobody else knows the new file yet
+  return true;
+}
+
+// Copies the whole characters of a text that fit in front of a NUL.
+DWORD handOut(std::string_view value, LPSTR text, DWORD size) {
+  size_t length = 0;
+  while (length < value.size()) {
+    const size_t next = length + (isDoubleByteAt(value, length) ? 2 : 1);
+    if (next >= size) break;
+    length = next;
+  }
+  std::memcpy(text, value.data(), length);
+  text[length] = '\0';
+  return static_cast<DWORD>(length);
+}
+
+// Copies names with a NUL behind each and one at the end; what doesn't fit is cut.
+DWORD handOut(const std::vector<std::string> &names, LPSTR text, DWORD size) {
+  std::string all;
+  for (const std::string &name : names) all += name + '\0';
+  if (size < 2) return handOut(std::string_view(), text, size);
+  const size_t length = std::min<size_t>(all.size(), size - 1);
+  std::memcpy(text, all.data(), length);
+  text[length] = '\0';
+  if (length == all.size()) return static_cast<DWORD>(length);
+  text[length - 1] = '\0';
+  return size - 2;
+}
+
+// A default comes without blanks at its end and without quotes.
+std::string_view defaultValue(LPCSTR text) {
+  const std::string_view value = text ? text : "";
+  return unquoted(value.substr(0, value.find_last_not_of(' ') + 1));
+}
+
+// Reads a number as far as it goes: blanks, a sign, decimal digits or 0x and hexadecimal ones. It wraps at 32 bits.
+UINT numberOf(std::string_view text) {
+  const bool negative = text.starts_with('-');
+  if (negative || text.starts_with('+')) text.remove_prefix(1);
+  const bool hex = text.starts_with("0x") || text.starts_with("0X");
+  if (hex) text.remove_prefix(2);
+  UINT sum = 0;
+  for (const char c : text) {
+    UINT digit = static_cast<UINT>(static_cast<unsigned char>(c)) - '0';
+    if (digit > 9) digit = hex ? (static_cast<UINT>(static_cast<unsigned char>(c)) | 0x20) - 'a' + 10 : 16;
+    if (digit > (hex ? 15 : 9)) break;
+    sum = sum * (hex ? 16 : 10) + digit;
+  }
+  return negative ? 0 - sum : sum;
+}
+
+} // namespace
+
+} // namespace platform
+
+using namespace platform;
+
+DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR defaultText, LPSTR text, DWORD size, LPCSTR name) {
+  return guarded<DWORD>(0, [&]() -> DWORD {
+    if (!text || size == 0) return 0;
+    const std::lock_guard lock(mutex);
+    SetLastError(ERROR_SUCCESS);
+    const Profile *profile = profileForReading(name);
+    if (profile && !section) return handOut(profile->sectionNames(), text, size);
+    if (profile && !key)
+      if (const auto names = profile->keyNames(section)) return handOut(*names, text, size);
+    if (profile && section && key)
+      if (const auto value = profile->value(section, key)) return handOut(std::string_view(*value), text, size);
+    return handOut(defaultValue(defaultText), text, size);
+  });
+}
+
+UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT defaultValue, LPCSTR name) {
+  return guarded(static_cast<UINT>(defaultValue), [&] {
+    const std::lock_guard lock(mutex);
+    const Profile *profile = section && key ? profileForReading(name) : nullptr;
+    const std::optional<std::string> value = profile ? profile->value(section, key) : std::nullopt;
+    return value && !value->empty() ? numberOf(*value) : static_cast<UINT>(defaultValue);
+  });
+}
+
+BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR text, LPCSTR name) {
+  return guarded(FALSE, [&] {
+    if (!section) return failWith(key ? ERROR_FILE_NOT_FOUND : ERROR_SUCCESS);
+    const std::lock_guard lock(mutex);
+    SetLastError(ERROR_SUCCESS);
+    return change(name, section, key, text) ? TRUE : FALSE;
+  });
+}

@@ -1,0 +1,89 @@
+// What an opener does and what it forbids are read locks on single bytes far behind any file's end, one byte for each
+// such thing, owned by the open description: they go with it, also when the process is killed. An opener first sets its
+// own marks and then looks for opposing ones, so that of two that oppose each other at most one succeeds.
+
+#include "platform/kernel/sharing.h"
+
+#include <cerrno>
+#include <chrono>
+#include <fcntl.h>
+#include <initializer_list>
+#include <random>
+#include <thread>
+
+namespace platform {
+
+namespace {
+
+enum Mark : off_t { kReads, kWrites, kDeniesRead, kDeniesWrite, kDeniesDelete, kMapped };
+
+constexpr off_t kFirstMark = 0x7FFFFFFFFFFFF000;
+
+struct flock rangeOf(Mark mark, short type) {
+  struct flock range {};
+  range.l_type = type;
+  range.l_whence = SEEK_SET;
+  range.l_start = kFirstMark + mark;
+  range.l_len = 1;
+  return range;
+}
+
+// A description that can't be read takes a write lock, which serves as well but stands alone. A file system without
+// locks is one without claims.
+bool set(int file, Mark mark) {
+  struct flock range = rangeOf(mark, F_RDLCK);
+  if (fcntl(file, F_OFD_SETLK, &range) == 0) return true;
+  if (errno == EBADF) {
+    range = rangeOf(mark, F_WRLCK);
+    if (fcntl(file, F_OFD_SETLK, &range) == 0) return true;
+  }
+  return errno != EAGAIN && errno != EACCES;
+}
+
+bool isSetElsewhere(int file, Mark mark) {
+  struct flock range = rangeOf(mark, F_WRLCK);
+  return fcntl(file, F_OFD_GETLK, &range) == 0 && range.l_type != F_UNLCK;
+}
+
+void clearAll(int file) {
+  struct flock range = rangeOf(kReads, F_UNLCK);
+  range.l_len = kMapped + 1;
+  fcntl(file, F_OFD_SETLK, &range);
+}
+
+bool claimOnce(int file, DWORD access, DWORD share) {
+  struct Rule {
+    bool applies;
+    Mark own, opposing;
+  };
+  const Rule rules[] = {
+      {(access & GENERIC_READ) != 0, kReads, kDeniesRead},
+      {(access & GENERIC_WRITE) != 0, kWrites, kDeniesWrite},
+      {(share & FILE_SHARE_READ) == 0, kDeniesRead, kReads},
+      {(share & FILE_SHARE_WRITE) == 0, kDeniesWrite, kWrites},
+  };
+  bool agreed = (share & FILE_SHARE_DELETE) != 0 || set(file, kDeniesDelete);
+  for (const Rule &rule : rules) agreed = agreed && (!rule.applies || set(file, rule.own));
+  for (const Rule &rule : rules) agreed = agreed && (!rule.applies || !isSetElsewhere(file, rule.opposing));
+  if (!agreed) clearAll(file);
+  return agreed;
+}
+
+} // namespace
+
+bool claim(int file, DWORD access, DWORD share) {
+  if (!(access & (GENERIC_READ | GENERIC_WRITE))) return true; // who only asks about a file is in nobody's way
+  if (claimOnce(file, access, share)) return true;
+  // Two openers can have met between mark and look, and both have gone back.
+  std::minstd_rand random(std::random_device{}());
+  std::this_thread::sleep_for(std::chrono::microseconds(20 + random() % 200));
+  return claimOnce(file, access, share);
+}
+
+bool isDeletable(int file) { return !isSetElsewhere(file, kDeniesDelete); }
+
+void markMapped(int file) { set(file, kMapped); }
+
+bool isMapped(int file) { return isSetElsewhere(file, kMapped); }
+
+} // namespace platform

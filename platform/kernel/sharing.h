@@ -1,0 +1,19 @@
+// Share modes, between the openers of a file in this process and in others.
+#pragma once
+
+#include "platform/winapi.h"
+
+namespace platform {
+
+// Claims an opened file with an access and a share mode, for as long as its description stays open.
+// Result: whether the claim agrees with those of all other openers; if not, nothing is claimed.
+bool claim(int file, DWORD access, DWORD share);
+
+// Whether no opener keeps the file from being deleted or moved.
+bool isDeletable(int file);
+
+// Marks a file as mapped, for as long as the description stays open; and whether another description is so marked.
+void markMapped(int file);
+bool isMapped(int file);
+
+} // namespace platform

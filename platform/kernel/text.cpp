@@ -1,0 +1,57 @@
+// Between code pages and UTF-16.
+
+#include "platform/kernel/codepage.h"
+#include "platform/kernel/errors.h"
+
+#include <cstring>
+
+using namespace platform;
+
+namespace {
+
+// Copies a converted text to a caller's room, or tells the room needed.
+template <typename Unit, typename Text> int handOut(const Text &text, Unit *room, int size) {
+  const int length = static_cast<int>(text.size());
+  if (size == 0) return length;
+  if (length > size) {
+    SetLastError(ERROR_INSUFFICIENT_BUFFER);
+    return 0;
+  }
+  std::memcpy(room, text.data(), text.size() * sizeof(Unit));
+  return length;
+}
+
+bool knows(UINT codePage) {
+  if (codePage == CP_ACP || codePage == 932 || codePage == CP_UTF8) return true;
+  SetLastError(ERROR_INVALID_PARAMETER);
+  return false;
+}
+
+} // namespace
+
+int MultiByteToWideChar(UINT codePage, DWORD, LPCSTR text, int length, WCHAR *wide, int size) {
+  return guarded(0, [&] {
+    if (!knows(codePage)) return 0;
+    const std::string_view bytes(text, length < 0 ? std::strlen(text) + 1 : static_cast<size_t>(length));
+    const bool utf8 = codePage == CP_UTF8;
+    return handOut(utf16FromUtf8(utf8 ? std::string(bytes) : utf8FromCodePage(bytes)), wide, size);
+  });
+}
+
+// Nothing is lost in code page 932 either: the default character never stands in.
+int WideCharToMultiByte(UINT codePage, DWORD, const WCHAR *wide, int length, LPSTR text, int size, LPCSTR,
+                        BOOL *usedDefault) {
+  return guarded(0, [&] {
+    if (!knows(codePage)) return 0;
+    std::u16string units;
+    for (const WCHAR *at = wide; length < 0 || at < wide + length; ++at) {
+      units += static_cast<char16_t>(*at);
+      if (length < 0 && *at == 0) break;
+    }
+    if (usedDefault) *usedDefault = FALSE;
+    const std::string utf8 = utf8FromUtf16(units);
+    return handOut(codePage == CP_UTF8 ? utf8 : codePageFromUtf8(utf8), text, size);
+  });
+}
+
+UINT GetConsoleOutputCP() { return CP_UTF8; }

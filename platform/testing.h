@@ -1,0 +1,27 @@
+/* What tests and tools may see and set of the layer. It has no counterpart in the API. */
+#ifndef PLATFORM_TESTING_H
+#define PLATFORM_TESTING_H
+
+#include "platform/winapi.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Puts a folder behind a drive letter, or takes the drive away with DRIVE_NO_ROOT_DIR.
+ * type: DRIVE_... folder: a path of this system in UTF-8, without a slash at its end. */
+PLATFORM_API void platformSetDrive(char letter, UINT type, const char *folder);
+
+/* Handles that are open now. */
+typedef struct PlatformHandleCounts {
+  size_t kernel; /* files, mappings, finds, mutexes, events */
+  size_t views;  /* of files */
+} PlatformHandleCounts;
+
+PLATFORM_API void platformCountHandles(PlatformHandleCounts *counts);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
