@@ -93,6 +93,7 @@ PLATFORM_API BOOL WINAPI OffsetRect(RECT *rect, int dx, int dy);
 #define ERROR_INVALID_NAME 123u
 #define ERROR_DIR_NOT_EMPTY 145u
 #define ERROR_ALREADY_EXISTS 183u
+#define ERROR_ENVVAR_NOT_FOUND 203u
 #define ERROR_FILENAME_EXCED_RANGE 206u
 #define ERROR_DIRECTORY 267u
 #define ERROR_NOT_OWNER 288u
@@ -261,6 +262,9 @@ PLATFORM_API int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UIN
 PLATFORM_API int WINAPIV wsprintfA(LPSTR text, LPCSTR format, ...);
 PLATFORM_API int WINAPI wvsprintfA(LPSTR text, LPCSTR format, va_list arguments);
 
+/* Whether a byte is the first one of a double-byte character. */
+PLATFORM_API BOOL WINAPI IsDBCSLeadByte(BYTE byte);
+
 #define CP_ACP 0u
 #define CP_UTF8 65001u
 
@@ -279,6 +283,18 @@ PLATFORM_API int *__p___argc(void);
 PLATFORM_API char ***__p___argv(void);
 #define __argc (*__p___argc())
 #define __argv (*__p___argv())
+
+/* The value of an environment variable, in code page 932. Result: its length; the room needed where there is less; 0 when
+ * there is none. */
+PLATFORM_API DWORD WINAPI GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD size);
+
+/* The standard streams as files, and whether a file is a terminal. */
+#define STD_INPUT_HANDLE ((DWORD)-10)
+#define STD_OUTPUT_HANDLE ((DWORD)-11)
+#define STD_ERROR_HANDLE ((DWORD)-12)
+
+PLATFORM_API HANDLE WINAPI GetStdHandle(DWORD stream);
+PLATFORM_API BOOL WINAPI GetConsoleMode(HANDLE file, LPDWORD mode);
 
 /* Opens a C stream by a name in code page 932, in either form of path ("C:\a\b" or "/a/b"). Null when that
  * fails, and for a folder. */

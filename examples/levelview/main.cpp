@@ -1,47 +1,129 @@
-// levelview, the example application: reports the levels of a WAV file.
+// levelview, the example application: shows the levels of WAV files.
 
 #include "options.h"
 #include "report.h"
+#include "settings.h"
+#include "terminal.h"
 #include "testsignal.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 namespace {
 
 constexpr int kFailed = 1;
 constexpr int kWrongCommandLine = 2;
 
-int fail(const Options &options, const std::string &reason) {
-  std::fprintf(stderr, "levelview: %s: %s\n", options.shownFile.c_str(), reason.c_str());
-  return kFailed;
+// The library lives as long as the work.
+class Library {
+ public:
+  Library() { WqMain_Init(nullptr); }
+  ~Library() { WqMain_Term(); }
+  Library(const Library &) = delete;
+  Library &operator=(const Library &) = delete;
+};
+
+// Reads and measures a file. What was opened and refused goes to the log.
+std::optional<Report> open(const std::string &file) {
+  Recording recording;
+  const std::string refused = recording.load(file.c_str());
+  if (!refused.empty()) {
+    WqLog_Print("refused %s: %s", file.c_str(), refused.c_str());
+    complain(file + ": " + refused);
+    return std::nullopt;
+  }
+  WqLog_Print("opened %s: %u frames", file.c_str(), static_cast<unsigned>(recording.frames()));
+  return measure(file, recording);
+}
+
+bool isFolder(const std::string &name) {
+  const DWORD attributes = GetFileAttributesA(name.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+// The files that the arguments name: themselves, and the WAV files of folders.
+std::vector<std::string> expand(const std::vector<std::string> &names) {
+  std::vector<std::string> files;
+  for (const std::string &name : names) {
+    if (!isFolder(name)) {
+      files.push_back(name);
+      continue;
+    }
+    WqList *found = WqDir_Collect(name.c_str(), "*.wav");
+    for (const WqList *node = found; node; node = node->next) {
+      const char *file = reinterpret_cast<const char *>(node->data);
+      if (!isFolder(file)) files.emplace_back(file);
+    }
+    WqList_RemoveAllWith(found);
+  }
+  return files;
 }
 
 int report(const Options &options) {
-  WqUnit_SetRange(options.range);
-  Recording recording;
-  const std::string refused = recording.load(options.file.c_str());
-  if (!refused.empty()) return fail(options, refused);
-  printReport(recording, stdout);
+  WqUnit_SetRange(options.range.value_or(1.0));
+  const std::vector<std::string> files = expand(options.files);
+  const bool several = files.size() != 1;
+  if (files.empty()) complain(options.files[0] + ": no WAV files");
+  std::vector<Report> reports;
+  for (const std::string &file : files) {
+    const std::optional<Report> told = open(file);
+    if (!told) continue;
+    if (several) std::printf("file: %s\n", shown(file).c_str());
+    printReport(*told, stdout);
+    if (several) std::puts("");
+    reports.push_back(*told);
+  }
+  if (several && !reports.empty()) printTable(reports, stdout);
+  return !files.empty() && reports.size() == files.size() ? EXIT_SUCCESS : kFailed;
+}
+
+// Shows one file, and remembers it with its range for the next time.
+int view(const Options &options) {
+  Settings settings;
+  settings.load(options.settings);
+  if (options.range) settings.range = *options.range;
+  if (!options.files.empty()) settings.lastFile = fullName(options.files[0]);
+  if (settings.lastFile.empty()) {
+    complain("which file? (levelview --help tells more)");
+    return kWrongCommandLine;
+  }
+  WqUnit_SetRange(settings.range);
+  const std::optional<Report> told = open(options.files.empty() ? settings.lastFile : options.files[0]);
+  if (!told) return kFailed;
+  printReport(*told, stdout);
+  if (!settings.save(options.settings)) complain("the settings could not be kept");
   return EXIT_SUCCESS;
+}
+
+int make(const Options &options) {
+  if (makeTestSignal(options.files[0].c_str())) return EXIT_SUCCESS;
+  complain(options.files[0] + ": cannot write");
+  return kFailed;
 }
 
 int run(const Options &options) {
   switch (options.mode) {
   case Mode::help: std::fputs(kUsage, stdout); return EXIT_SUCCESS;
   case Mode::version: std::puts("levelview " LEVELVIEW_VERSION); return EXIT_SUCCESS;
-  case Mode::make: return makeTestSignal(options.file.c_str()) ? EXIT_SUCCESS : fail(options, "cannot write");
-  case Mode::report: break;
+  case Mode::make: return make(options);
+  case Mode::report: return report(options);
+  case Mode::view: break;
   }
-  return report(options);
+  return view(options);
 }
 
 } // namespace
 
-int main(int argc, char **argv) {
+int main() {
   Options options;
-  const std::string wrong = readOptions(argc, __argv, argv, options);
-  if (wrong.empty()) return run(options);
-  std::fprintf(stderr, "levelview: %s\n", wrong.c_str());
-  return kWrongCommandLine;
+  const std::string wrong = readOptions(__argc, __argv, options);
+  if (!wrong.empty()) {
+    complain(wrong);
+    return kWrongCommandLine;
+  }
+  const Library library;
+  const int status = run(options);
+  if (!options.log.empty()) WqLog_Out(options.log.c_str());
+  return status;
 }

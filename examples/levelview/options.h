@@ -1,21 +1,23 @@
 // The command line.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
-enum class Mode { report, make, help, version };
+enum class Mode { view, report, make, help, version };
 
+// Names are in the library's encoding.
 struct Options {
-  Mode mode = Mode::report;
-  double range = 1.0; // volts that full scale stands for
-  // The file twice: as the library takes names, and as the terminal shows them. They differ where the terminal's
-  // encoding is not code page 932.
-  std::string file;
-  std::string shownFile;
+  Mode mode = Mode::view;
+  std::optional<double> range; // volts that full scale stands for
+  std::vector<std::string> files;
+  std::string log;      // where the event log goes at the end; empty for nowhere
+  std::string settings; // another settings file than the usual one
 };
 
-// Reads the arguments, which come in the library's encoding and in the terminal's.
+// Reads the arguments, which come in the library's encoding.
 // Result: an error in one line, empty when all is well.
-std::string readOptions(int argc, char **argv, char **shownArgv, Options &options);
+std::string readOptions(int argc, char **argv, Options &options);
 
 extern const char *const kUsage;

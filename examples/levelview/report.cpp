@@ -1,14 +1,13 @@
 #include "report.h"
 
+#include "terminal.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-struct Levels {
-  double peak = 0; // as parts of full scale
-  double rms = 0;
-};
+constexpr uint32_t kStride = 1u << 20; // frames between two looks at the clock
 
 // A sample as a signed number. Samples are little-endian; those of 8 bits count from 128.
 template <size_t bytes> int64_t sampleAt(const uint8_t *at) {
@@ -19,60 +18,91 @@ template <size_t bytes> int64_t sampleAt(const uint8_t *at) {
   return static_cast<int32_t>(sum);
 }
 
-template <size_t bytes> Levels measure(const Recording &recording, size_t channel) {
-  const size_t step = bytes * recording.samples().channels;
+template <size_t bytes> Levels measureChannel(const Recording &recording, size_t channel, Progress &progress) {
+  const size_t channels = recording.samples().channels;
   const uint8_t *at = recording.samples().data + bytes * channel;
   int64_t peak = 0;
   double squares = 0;
-  for (uint32_t frame = 0; frame < recording.frames(); ++frame, at += step) {
+  for (uint32_t frame = 0; frame < recording.frames(); ++frame, at += bytes * channels) {
     const int64_t value = sampleAt<bytes>(at);
     peak = std::max(peak, value < 0 ? -value : value);
     squares += static_cast<double>(value) * static_cast<double>(value);
+    if (frame % kStride == 0)
+      progress.update(static_cast<uint64_t>(recording.frames()) * channel + frame,
+                      static_cast<uint64_t>(recording.frames()) * channels);
   }
   const double fullScale = static_cast<double>(INT64_C(1) << (8 * bytes - 1));
   return {static_cast<double>(peak) / fullScale, std::sqrt(squares / recording.frames()) / fullScale};
 }
 
-Levels measure(const Recording &recording, uint32_t channel) {
+Levels measureChannel(const Recording &recording, size_t channel, Progress &progress) {
   switch (recording.samples().bits) {
-  case 8: return measure<1>(recording, channel);
-  case 16: return measure<2>(recording, channel);
-  default: return measure<4>(recording, channel);
+  case 8: return measureChannel<1>(recording, channel, progress);
+  case 16: return measureChannel<2>(recording, channel, progress);
+  default: return measureChannel<4>(recording, channel, progress);
   }
 }
 
-void printChannel(uint32_t channel, const Levels &levels, std::FILE *out) {
+double dbvOf(double partOfFullScale) { return WqUnit_VTodBV(partOfFullScale * WqUnit_GetRange()); }
+
+void printChannel(size_t channel, const Levels &levels, std::FILE *out) {
   const double peakVolts = levels.peak * WqUnit_GetRange();
   const double rmsVolts = levels.rms * WqUnit_GetRange();
-  const double peakDbv = WqUnit_VTodBV(peakVolts);
   const auto print = [&](const char *key, int decimals, double value) {
     std::fprintf(out, "ch%u.%s: %.*f\n", static_cast<unsigned>(channel), key, decimals, value);
   };
   print("peak_v", 6, peakVolts);
   print("rms_v", 6, rmsVolts);
-  print("peak_dbv", 2, peakDbv);
-  print("rms_dbv", 2, WqUnit_VTodBV(rmsVolts));
-  print("peak_db", 2, WqUnit_RetRange_dBV(peakDbv));
+  print("peak_dbv", 2, dbvOf(levels.peak));
+  print("rms_dbv", 2, dbvOf(levels.rms));
+  print("peak_db", 2, WqUnit_RetRange_dBV(dbvOf(levels.peak)));
   print("peak_percent", 2, WqUnit_RetRange_Power(peakVolts) * 100.0);
   print("rms_percent", 2, WqUnit_RetRange_Power(rmsVolts) * 100.0);
 }
 
 } // namespace
 
-void printReport(const Recording &recording, std::FILE *out) {
-  const WqPcmBuf &samples = recording.samples();
+Report measure(const std::string &name, const Recording &recording) {
+  Report report{name,
+                recording.samples(),
+                recording.frames(),
+                recording.bytes(),
+                recording.declaredBytes(),
+                recording.foundBytes(),
+                {}};
+  report.format.data = report.format.writePos = report.format.endPos = nullptr;
+  Progress progress(name);
+  for (size_t channel = 0; channel < report.format.channels; ++channel)
+    report.channels.push_back(measureChannel(recording, channel, progress));
+  return report;
+}
+
+void printReport(const Report &report, std::FILE *out) {
   const auto print = [&](const char *key, uint32_t value) {
     std::fprintf(out, "%s: %u\n", key, static_cast<unsigned>(value));
   };
-  print("rate", samples.sampleRate);
-  print("channels", samples.channels);
-  print("bits", samples.bits);
-  print("frames", recording.frames());
-  print("bytes", recording.bytes());
-  std::fprintf(out, "duration_ms: %.3f\n", recording.frames() * 1000.0 / samples.sampleRate);
-  if (recording.foundBytes() < recording.declaredBytes())
-    std::fprintf(out, "truncated: declared %u bytes, found %u\n", static_cast<unsigned>(recording.declaredBytes()),
-                 static_cast<unsigned>(recording.foundBytes()));
-  for (uint32_t channel = 0; channel < samples.channels; ++channel)
-    printChannel(channel + 1, measure(recording, channel), out);
+  print("rate", report.format.sampleRate);
+  print("channels", report.format.channels);
+  print("bits", report.format.bits);
+  print("frames", report.frames);
+  print("bytes", report.bytes);
+  std::fprintf(out, "duration_ms: %.3f\n", report.milliseconds());
+  if (report.foundBytes < report.declaredBytes)
+    std::fprintf(out, "truncated: declared %u bytes, found %u\n", static_cast<unsigned>(report.declaredBytes),
+                 static_cast<unsigned>(report.foundBytes));
+  for (size_t channel = 0; channel < report.channels.size(); ++channel)
+    printChannel(channel + 1, report.channels[channel], out);
+}
+
+void printTable(const std::vector<Report> &reports, std::FILE *out) {
+  std::fprintf(out, "%10s %3s %4s %14s %9s %9s  %s\n", "rate", "ch", "bits", "duration_ms", "peak_dbv", "rms_dbv",
+               "file");
+  for (const Report &report : reports) {
+    Levels loudest;
+    for (const Levels &levels : report.channels)
+      loudest = {std::max(loudest.peak, levels.peak), std::max(loudest.rms, levels.rms)};
+    std::fprintf(out, "%10u %3u %4u %14.3f %9.2f %9.2f  %s\n", static_cast<unsigned>(report.format.sampleRate),
+                 static_cast<unsigned>(report.format.channels), static_cast<unsigned>(report.format.bits),
+                 report.milliseconds(), dbvOf(loudest.peak), dbvOf(loudest.rms), shown(report.name).c_str());
+  }
 }

@@ -4,6 +4,32 @@
 #include "recording.h"
 
 #include <cstdio>
+#include <string>
+#include <vector>
+
+// The levels of one channel, as parts of full scale.
+struct Levels {
+  double peak = 0;
+  double rms = 0;
+};
+
+// What is told of one file.
+struct Report {
+  std::string name; // in the library's encoding
+  WqPcmBuf format;  // without data
+  uint32_t frames;
+  uint32_t bytes;
+  uint32_t declaredBytes;
+  uint32_t foundBytes;
+  std::vector<Levels> channels;
+
+  double milliseconds() const { return frames * 1000.0 / format.sampleRate; }
+};
+
+Report measure(const std::string &name, const Recording &recording);
 
 // Prints format, length and levels, one `key: value' a line. Levels count against the range of WqUnit.
-void printReport(const Recording &recording, std::FILE *out);
+void printReport(const Report &report, std::FILE *out);
+
+// Prints a line for each file, with the levels of its loudest channel.
+void printTable(const std::vector<Report> &reports, std::FILE *out);

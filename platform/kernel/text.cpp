@@ -55,3 +55,5 @@ int WideCharToMultiByte(UINT codePage, DWORD, const WCHAR *wide, int length, LPS
 }
 
 UINT GetConsoleOutputCP() { return CP_UTF8; }
+
+BOOL IsDBCSLeadByte(BYTE byte) { return isLeadByte(byte); }

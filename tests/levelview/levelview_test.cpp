@@ -2,6 +2,7 @@
 
 #include "support/files.h"
 #include "support/program.h"
+#include "wq.h"
 
 #include <gtest/gtest.h>
 
@@ -135,7 +136,7 @@ TEST_F(LevelviewTest, ReportsLevels) {
   for (const Signal &signal : signals) {
     EXPECT_EQ(report(stored(signal.file())), expectedReport(signal, 1.0));
     const std::string name = stored(signal.file(list) + list, "with list.wav");
-    EXPECT_EQ(report(name, {"--range", "12.5"}), expectedReport(signal, 12.5));
+    EXPECT_EQ(report(name, {"--report", "--range", "12.5"}), expectedReport(signal, 12.5));
   }
 }
 
@@ -199,7 +200,54 @@ TEST_F(LevelviewTest, TellsWhyAFileIsRefused) {
     expectFailure(runProgram("levelview", {"--report", name}), 1, name, row.reason);
   }
   for (const std::string &name : {folder_.file("missing.wav"), folder_.path()})
-    expectFailure(runProgram("levelview", {name}), 1, name, "cannot open");
+    expectFailure(runProgram("levelview", {"--settings", folder_.file("none.ini"), name}), 1, name, "cannot open");
+}
+
+// Several files and the WAV files of a folder: each file's report under its name, then a table; what is refused is told
+// and logged, and the rest goes on.
+TEST_F(LevelviewTest, ReportsFilesAndFolders) {
+  const Signal loud = {8000, 8, 1, {-128, 127}}, quiet = {48000, 16, 2, {0, 328, 0, -328}};
+  const std::string first = stored(loud.file(), "a.wav"), second = stored(quiet.file(), "b.WAV");
+  const std::string broken = stored("no sound", "c.wav"), log = folder_.file("log.txt");
+  stored("not asked for", "notes.txt");
+  ASSERT_TRUE(WqDir_Create(folder_.file("d.wav").c_str()));
+  const std::string here = folder_.path() + "\\";
+  const ProgramResult result = runProgram("levelview", {"--report", "--log", log, folder_.path(), first});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "levelview: " + here + "c.wav: not RIFF/WAVE\n");
+  const std::string table = "      rate  ch bits    duration_ms  peak_dbv   rms_dbv  file\n";
+  const std::string firstLine = "      8000   1    8          0.250      0.00     -0.03  ";
+  const std::string secondLine = "     48000   2   16          0.042    -39.99    -39.99  ";
+  EXPECT_EQ(result.out, "file: " + here + "a.wav\n" + expectedReport(loud, 1.0) + "\nfile: " + here + "b.WAV\n" +
+                            expectedReport(quiet, 1.0) + "\nfile: " + first + "\n" + expectedReport(loud, 1.0) + "\n" +
+                            table + firstLine + here + "a.wav\n" + secondLine + here + "b.WAV\n" + firstLine + first +
+                            "\n");
+  const std::string logged = readFile(log);
+  EXPECT_NE(logged.find("opened " + here + "a.wav: 2 frames"), std::string::npos) << logged;
+  EXPECT_NE(logged.find("refused " + here + "c.wav: not RIFF/WAVE"), std::string::npos) << logged;
+
+  const TempFolder empty;
+  expectFailure(runProgram("levelview", {"--report", empty.path()}), 1, empty.path(), "no WAV files");
+  EXPECT_EQ(runProgram("levelview", {"--report", first, second}).status, 0);
+}
+
+// The file shown last and its range are there again, in any folder that names the same settings.
+TEST_F(LevelviewTest, RemembersTheLastFileAndItsRange) {
+  const Signal signal = noise(8000, 16, 1, 50);
+  const std::string name = stored(signal.file()), settings = folder_.file("new folder/levelview.ini");
+  const auto view = [&](std::vector<std::string> options) {
+    options.insert(options.begin(), {"--settings", settings});
+    return runProgram("levelview", options);
+  };
+  expectFailure(view({}), 2, "levelview", "");
+  EXPECT_EQ(view({name}).out, expectedReport(signal, 1.0));
+  EXPECT_EQ(view({"--range", "0.1"}).out, expectedReport(signal, 0.1));
+  EXPECT_EQ(view({}).out, expectedReport(signal, 0.1));
+  EXPECT_NE(view({folder_.file("missing.wav")}).status, 0);
+  EXPECT_EQ(view({}).out, expectedReport(signal, 0.1)) << "a refused file is not remembered";
+  EXPECT_EQ(report(name), expectedReport(signal, 1.0)) << "a report stands alone";
+  writeFile(settings, "[View]\r\nRange=none\r\n");
+  EXPECT_EQ(view({name}).out, expectedReport(signal, 1.0));
 }
 
 // The terminal's encoding need not be the library's: the name has to reach the file, and to come back as it was typed.
@@ -218,22 +266,42 @@ TEST_F(LevelviewTest, CommandLinesRightAndWrong) {
   const Signal signal = noise(8000, 16, 1, 50);
   const std::string name = stored(signal.file(), "a file.wav");
   // @ stands for the file, _ for an empty argument
-  for (const char *line : {"", "--report", "--make", "--range 2", "--range", "@ --range", "--loud @", "-r @", "- @",
-                           "@ @", "--make @ @", "--range 0 @", "--range -1 @", "--range one @", "--range 1V @",
-                           "--range _ @", "--range inf @", "--range nan @", "--range 1e999 @"}) {
+  const std::string settings = folder_.file("none.ini");
+  for (const char *line : {"",
+                           "--report",
+                           "--make",
+                           "--range 2",
+                           "--range",
+                           "@ --range",
+                           "--loud @",
+                           "-r @",
+                           "- @",
+                           "@ @",
+                           "--make @ @",
+                           "--range 0 @",
+                           "--range -1 @",
+                           "--range one @",
+                           "--range 1V @",
+                           "--range _ @",
+                           "--range inf @",
+                           "--range nan @",
+                           "--range 1e999 @",
+                           "@ --log",
+                           "--log _ @",
+                           "@ --settings"}) {
     SCOPED_TRACE(line);
-    std::vector<std::string> arguments;
+    std::vector<std::string> arguments = {"--settings", settings};
     std::istringstream words(line);
     for (std::string word; words >> word;) arguments.push_back(word == "@" ? name : word == "_" ? "" : word);
     expectFailure(runProgram("levelview", arguments), 2, "levelview", "");
   }
   EXPECT_EQ(readFile(name), signal.file()) << "a wrong command line writes nothing";
-  EXPECT_EQ(report(name, {}), expectedReport(signal, 1.0));
-  EXPECT_EQ(report(name, {"--range", "2.5", "--"}), expectedReport(signal, 2.5));
-  EXPECT_EQ(runProgram("levelview", {name, "--range", "1e2"}).out, expectedReport(signal, 100));
+  EXPECT_FALSE(fileExists(settings));
+  EXPECT_EQ(report(name, {"--report", "--range", "2.5", "--"}), expectedReport(signal, 2.5));
+  EXPECT_EQ(runProgram("levelview", {name, "--report", "--range", "1e2"}).out, expectedReport(signal, 100));
 
   const ProgramResult help = runProgram("levelview", {"--help"});
-  for (const char *option : {"--report", "--range", "--make", "--help", "--version"})
+  for (const char *option : {"--report", "--range", "--make", "--log", "--settings", "--help", "--version"})
     EXPECT_NE(help.out.find(option), std::string::npos) << option;
   const ProgramResult version = runProgram("levelview", {"--version"});
   unsigned numbers[3];

@@ -1,0 +1,80 @@
+#include "settings.h"
+
+#include "wq.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+std::string environment(const char *name) {
+  std::array<char, MAX_PATH> value{};
+  const DWORD length = GetEnvironmentVariableA(name, value.data(), value.size());
+  return length < value.size() ? std::string(value.data(), length) : std::string();
+}
+
+// The user's folder for settings: of Windows, or by the XDG Base Directory Specification.
+std::string settingsFolder() {
+  for (const char *name : {"APPDATA", "XDG_CONFIG_HOME"})
+    if (const std::string folder = environment(name); !folder.empty()) return folder + "\\levelview";
+  return environment("HOME") + "\\.config\\levelview";
+}
+
+void open(WqCfg &cfg, const std::string &file) {
+  WqCfg_Init(&cfg);
+  std::array<char, MAX_PATH> folder{};
+  const std::string full = fullName(file.empty() ? settingsFolder() + "\\levelview.ini" : file);
+  if (full.size() >= folder.size()) return;
+  WqDir_GetFromPath(full.c_str(), folder.data());
+  WqCfg_SetDir(&cfg, folder.data());
+  WqCfg_SetFileName(&cfg, full.c_str() + WqStr_Len(folder.data()) + 1);
+  WqCfg_SetPath(&cfg);
+}
+
+// Reads or writes all settings, as the record says.
+void exchange(WqCfg &cfg, Settings &settings) {
+  WqCfg_Sect(&cfg, "View");
+  std::array<char, MAX_PATH> text{};
+  std::snprintf(text.data(), text.size(), "%.17g", settings.range);
+  WqCfg_Str(&cfg, "Range", text.data(), "1", text.size());
+  const double range = std::strtod(text.data(), nullptr);
+  settings.range = range > 0 ? range : 1.0;
+  WqStr_nCopy(text.data(), settings.lastFile.c_str(), text.size() - 1);
+  WqCfg_Str(&cfg, "LastFile", text.data(), "", text.size());
+  settings.lastFile = text.data();
+}
+
+} // namespace
+
+std::string fullName(const std::string &file) {
+  std::string name = file;
+  for (size_t at = 0; at < name.size(); ++at) {
+    if (IsDBCSLeadByte(static_cast<BYTE>(name[at])))
+      ++at;
+    else if (name[at] == '/')
+      name[at] = '\\';
+  }
+  std::array<char, MAX_PATH> current{};
+  const DWORD length = GetCurrentDirectoryA(current.size(), current.data());
+  if (length == 0 || length >= current.size() || (name.size() > 1 && name[1] == ':')) return name;
+  if (name[0] == '\\') return std::string(current.data(), 2) + name; // on the current drive
+  const bool root = current[length - 1] == '\\';
+  return std::string(current.data(), length) + (root ? "" : "\\") + name;
+}
+
+void Settings::load(const std::string &file) {
+  WqCfg cfg;
+  open(cfg, file);
+  exchange(cfg, *this);
+}
+
+bool Settings::save(const std::string &file) {
+  WqCfg cfg;
+  open(cfg, file);
+  WqDir_Create(cfg.dir);
+  if (!WqCfg_WriteTmp(&cfg)) return false; // no half measures: the old settings stay
+  exchange(cfg, *this);
+  WqCfg_WriteEnd(&cfg);
+  return WqCfg_IsExist(cfg.path) != 0;
+}
