@@ -7,8 +7,12 @@
 
 namespace {
 
-BOOL writeText(const WqCfg *cfg, const char *key, const char *text) {
-  return WritePrivateProfileStringA(cfg->sect, key, text, cfg->mode == WQ_CFG_WRITE_TMP ? cfg->tmpPath : cfg->path);
+bool isProtected(const WqCfg *cfg) { return cfg->mode == WQ_CFG_WRITE_TMP || cfg->mode == WQ_CFG_WRITE_TMP_FAILED; }
+
+BOOL writeText(WqCfg *cfg, const char *key, const char *text) {
+  const BOOL written = WritePrivateProfileStringA(cfg->sect, key, text, isProtected(cfg) ? cfg->tmpPath : cfg->path);
+  if (!written && isProtected(cfg)) cfg->mode = WQ_CFG_WRITE_TMP_FAILED;
+  return written;
 }
 
 // Makes the temporary file exist and be empty.
@@ -41,7 +45,8 @@ void WqCfg_SetPath(WqCfg *cfg) { wqJoin(cfg->path, cfg->dir, "\\", cfg->fileName
 
 // A temporary file without a name would take the settings along at the end: its mode belongs to WqCfg_WriteTmp alone.
 void WqCfg_Write(WqCfg *cfg, uint32_t mode) {
-  cfg->mode = mode == WQ_CFG_WRITE_TMP ? WQ_CFG_WRITE : mode;
+  const bool ofTmp = mode == WQ_CFG_WRITE_TMP || mode == WQ_CFG_WRITE_TMP_FAILED;
+  cfg->mode = ofTmp ? WQ_CFG_WRITE : mode;
   cfg->tmpPath[0] = '\0';
 }
 
@@ -51,11 +56,16 @@ int WqCfg_WriteTmp(WqCfg *cfg) {
   return ready;
 }
 
-// First delete, then move: the move doesn't replace a file.
+// First delete, then move: the move doesn't replace a file. Settings that lack a value don't take the place of whole
+// ones.
 void WqCfg_WriteEnd(WqCfg *cfg) {
-  if (cfg->mode != WQ_CFG_WRITE_TMP) return;
-  DeleteFileA(cfg->path);
-  MoveFileA(cfg->tmpPath, cfg->path);
+  if (!isProtected(cfg)) return;
+  if (cfg->mode == WQ_CFG_WRITE_TMP) {
+    DeleteFileA(cfg->path);
+    MoveFileA(cfg->tmpPath, cfg->path);
+  } else {
+    DeleteFileA(cfg->tmpPath);
+  }
   WqCfg_Write(cfg, WQ_CFG_WRITE);
 }
 

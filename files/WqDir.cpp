@@ -115,8 +115,7 @@ WqList *WqDir_Collect(const char *folder, const char *pattern) {
     WqList *node = text ? WqList_AddN(last, reinterpret_cast<WqWord>(text)) : nullptr;
     if (!node) {
       WqMem_Free(text);
-      WqList_RemoveAllWith(first);
-      return nullptr;
+      break;
     }
     WqStr_Copy(text, area);
     if (!first) first = node;

@@ -48,34 +48,49 @@ uint32_t sizeOf(uint32_t kind, const void *data, uint32_t size) {
 }
 
 void addFormatted(uint32_t kind, const char *format, va_list arguments) {
-  char text[kLine];
+  char text[kLine + 1]; // one byte more than is kept, so that a character cut in half shows
   if (std::vsnprintf(text, sizeof text, format, arguments) < 0) text[0] = '\0';
-  text[wqFittingLength(text, sizeof text - 1)] = '\0';
+  text[wqFittingLength(text, kLine - 1)] = '\0';
   WqLog_Add(kind, text, 0);
 }
 
-// The file of a dump. Failures but that of the heading are passed over.
+// Writes a number with at least so many digits. Result: the place behind it.
+char *putNumber(char *out, unsigned number, int digits) {
+  char reversed[12];
+  int count = 0;
+  for (; number > 0 || count < digits; number /= 10) reversed[count++] = static_cast<char>('0' + number % 10);
+  while (count > 0) *out++ = reversed[--count];
+  return out;
+}
+
+// The file of a dump. Lines go to it many at a time. Failures but that of the heading are passed over.
 class Dump {
  public:
   explicit Dump(HANDLE file) : file_(file) {}
-  ~Dump() { CloseHandle(file_); }
+  ~Dump() {
+    flush();
+    CloseHandle(file_);
+  }
   Dump(const Dump &) = delete;
   Dump &operator=(const Dump &) = delete;
 
   bool heading() {
     SYSTEMTIME now;
     GetLocalTime(&now);
-    return print("Log File\t%04d/%02d/%02d %02d:%02d:%02d\r\n", now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute,
-                 now.wSecond);
+    char line[kLine];
+    const int length = std::snprintf(line, sizeof line, "Log File\t%04d/%02d/%02d %02d:%02d:%02d\r\n", now.wYear,
+                                     now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond);
+    put(line, static_cast<size_t>(length));
+    return flush();
   }
 
   void entry(const WqLogRec &record) {
     switch (record.kind) {
-    case WQ_LOG_COMMENT: timed(record.time, "  %.*s\t", text(record), kLine - 1 - kLongestTime - 3); break;
-    case WQ_LOG_RAW: raw(text(record)); break;
-    case WQ_LOG_NO_MEMORY: timed(record.time, "%.*s", kNoMemoryTag, sizeof kNoMemoryTag); break;
+    case WQ_LOG_COMMENT: timed(record.time, "  ", text(record), "\t"); break;
+    case WQ_LOG_RAW: put(text(record), wqFittingLength(text(record), kLine - 1)); break;
+    case WQ_LOG_NO_MEMORY: timed(record.time, "", kNoMemoryTag, ""); break;
     default:
-      timed(record.time, "%.*s", kBytesTag, sizeof kBytesTag);
+      timed(record.time, "", kBytesTag, "");
       bytes(static_cast<const unsigned char *>(record.data), record.data ? record.size : 0);
     }
   }
@@ -83,29 +98,44 @@ class Dump {
  private:
   static const char *text(const WqLogRec &record) { return record.data ? static_cast<const char *>(record.data) : ""; }
 
-  bool write(const char *line, size_t length) {
+  // Collects text of less than a line's length.
+  void put(const char *text, size_t length) {
+    if (used_ + length > sizeof collected_) flush();
+    WqMem_Copy(collected_ + used_, text, length);
+    used_ += length;
+  }
+
+  bool flush() {
     DWORD written;
-    return length == 0 || WriteFile(file_, line, static_cast<DWORD>(length), &written, nullptr);
+    const bool done = used_ == 0 || WriteFile(file_, collected_, static_cast<DWORD>(used_), &written, nullptr);
+    used_ = 0;
+    return done;
   }
 
-  bool print(const char *format, ...) WQ_PRINTF(2, 3) {
-    char line[kLine];
-    va_list arguments;
-    va_start(arguments, format);
-    const int length = std::vsnprintf(line, sizeof line, format, arguments);
-    va_end(arguments);
-    return length > 0 && write(line, static_cast<size_t>(length));
-  }
-
-  void raw(const char *text) { write(text, wqFittingLength(text, kLine - 1)); }
-
-  // A text in its form, directly followed by the time.
-  void timed(const SYSTEMTIME &time, const char *form, const char *text, size_t limit) {
-    char line[kLine];
-    int length = std::snprintf(line, sizeof line, form, static_cast<int>(wqFittingLength(text, limit)), text);
-    length += std::snprintf(line + length, sizeof line - static_cast<size_t>(length), "  %d/%d %02d:%02d:%02d.%03d\r\n",
-                            time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
-    write(line, static_cast<size_t>(length));
+  // A text between its marks, directly followed by the time; the text is cut so that all of it is a line.
+  void timed(const SYSTEMTIME &time, const char *before, const char *text, const char *behind) {
+    const auto length = [](const char *mark) { return static_cast<size_t>(WqStr_Len(mark)); };
+    put(before, length(before));
+    put(text, wqFittingLength(text, kLine - 1 - kLongestTime - length(before) - length(behind)));
+    put(behind, length(behind));
+    char line[kLongestTime + 2] = "  ";
+    char *out = putNumber(line + 2, time.wMonth, 1);
+    const struct {
+      char separator;
+      WORD number;
+      int digits;
+    } rows[] = {{'/', time.wDay, 1},
+                {' ', time.wHour, 2},
+                {':', time.wMinute, 2},
+                {':', time.wSecond, 2},
+                {'.', time.wMilliseconds, 3}};
+    for (const auto &row : rows) {
+      *out++ = row.separator;
+      out = putNumber(out, row.number, row.digits);
+    }
+    *out++ = '\r';
+    *out++ = '\n';
+    put(line, static_cast<size_t>(out - line));
   }
 
   void bytes(const unsigned char *data, size_t size) {
@@ -118,11 +148,13 @@ class Dump {
       }
       *out++ = '\r';
       *out++ = '\n';
-      write(line, static_cast<size_t>(out - line));
+      put(line, static_cast<size_t>(out - line));
     }
   }
 
   HANDLE file_;
+  size_t used_ = 0;
+  char collected_[16384];
 };
 
 } // namespace

@@ -160,6 +160,7 @@ WQ_API void WqDrive_CurrentName(char *name);
 #define WQ_CFG_READ 0u
 #define WQ_CFG_WRITE 1u
 #define WQ_CFG_WRITE_TMP 3u
+#define WQ_CFG_WRITE_TMP_FAILED 7u /* a protected save in which a value could not be written */
 
 typedef struct WqCfg {
   char path[260];    /* the settings file */
@@ -192,7 +193,8 @@ WQ_API void WqCfg_Write(WqCfg *cfg, uint32_t mode);
  * and values go straight to the settings file. */
 WQ_API int WqCfg_WriteTmp(WqCfg *cfg);
 
-/* Ends a protected save: the temporary file takes the settings file's place. Outside a protected save nothing happens,
+/* Ends a protected save: the temporary file takes the settings file's place, unless a value could not be written: then
+ * the settings file stays as it is, and the temporary file goes. Outside a protected save nothing happens,
  * so that it may always be called. The record writes straight to the settings file afterwards. */
 WQ_API void WqCfg_WriteEnd(WqCfg *cfg);
 
@@ -201,7 +203,8 @@ WQ_API void WqCfg_WriteEnd(WqCfg *cfg);
  * Result: reading, the value or the default; writing, value. */
 WQ_API int32_t WqCfg_Int(WqCfg *cfg, const char *key, int32_t value);
 
-/* Reads or writes a text. Texts with commas or quotes are made with WqStr_CfgStr and read with WqScan_String.
+/* Reads or writes a text. In a list such as 7,"a,b" texts are made with WqStr_CfgStr and read with WqScan_String; a text
+ * alone is written as it is, and reading takes one pair of quotes round it off.
  * text: reading, receives the value; writing, holds it. defaultText: null stands for an empty text. size: room of text
  * in bytes.
  * Result: reading, the bytes copied; writing, not 0 on success. */

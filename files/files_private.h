@@ -6,11 +6,15 @@
 #include "frame/frame.h"
 #include "text/double_byte.h"
 
+#include <cstring>
+
 // A found entry's attributes that keep the walks away from it.
 constexpr DWORD kWqLeftAlone = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_TEMPORARY;
 
 // The length of text, or of its beginning in whole characters that limit bytes hold.
 inline size_t wqFittingLength(const char *text, size_t limit) {
+  const auto *end = static_cast<const char *>(std::memchr(text, 0, limit + 1));
+  if (end) return static_cast<size_t>(end - text); // all of it, whatever its characters are
   size_t length = 0;
   while (text[length]) {
     const size_t next = length + (wqIsDoubleByte(text + length) ? 2 : 1);

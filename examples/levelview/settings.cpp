@@ -75,6 +75,7 @@ bool Settings::save(const std::string &file) {
   WqDir_Create(cfg.dir);
   if (!WqCfg_WriteTmp(&cfg)) return false; // no half measures: the old settings stay
   exchange(cfg, *this);
+  const bool whole = cfg.mode == WQ_CFG_WRITE_TMP;
   WqCfg_WriteEnd(&cfg);
-  return WqCfg_IsExist(cfg.path) != 0;
+  return whole && WqCfg_IsExist(cfg.path) != 0;
 }

@@ -147,7 +147,11 @@ void appendCode(std::string &out, uint16_t code) {
   out += static_cast<char>(code);
 }
 
-bool isEscape(char32_t character) { return character >= kFirstEscape && character < kFirstEscape + 0x100; }
+bool isEscape(char32_t character) {
+  if (character < kFirstEscape || character >= kFirstEscape + 0x100) return false;
+  const auto byte = static_cast<unsigned char>(character - kFirstEscape);
+  return byte >= 0x80 || (byte != 0 && kReserved.find(static_cast<char>(byte)) != std::string_view::npos);
+}
 
 } // namespace
 
@@ -179,14 +183,15 @@ std::string utf8FromCodePage(std::string_view text) {
   return out;
 }
 
-std::string codePageFromUtf8(std::string_view text, std::string_view reserved) {
+std::string codePageFromUtf8(std::string_view text, bool partOfName) {
   std::string out;
   out.reserve(text.size());
   while (!text.empty()) {
     const std::optional<Decoded> next = firstCharacter(text);
     uint16_t code = 0;
     if (next && next->character < 0x10000 && !isEscape(next->character)) code = tables().code[next->character];
-    if (code != 0 && (code > 0xFF || reserved.find(static_cast<char>(code)) == std::string_view::npos)) {
+    if (code != 0 &&
+        !(partOfName && code <= 0xFF && kReserved.find(static_cast<char>(code)) != std::string_view::npos)) {
       appendCode(out, code);
       text.remove_prefix(next->length);
     } else {

@@ -1,14 +1,18 @@
 // Code page 932 to UTF-8 and back, without loss in either direction.
 //
 // Names on this system are bytes, by custom UTF-8, and need not be characters of code page 932 at all. What has no
-// code there travels as an escape, one double-byte code of the private range U+E658..U+E757 (bytes F89D..F9FC) for
-// each byte, and returns as that very byte. So every name can be handed out, stored and opened again.
+// code there travels as an escape, one double-byte code of the private range U+E658..U+E757 (bytes F8B9..F9FC) for
+// each byte, and returns as that very byte. So every name can be handed out, stored and opened again. Only bytes above 7F
+// and those of kReserved are ever escaped; the codes of the others are characters like all.
 #pragma once
 
 #include <string>
 #include <string_view>
 
 namespace platform {
+
+// What has a meaning in a name there, and none in a part of a path on this system.
+constexpr std::string_view kReserved = "\\:*?\"<>|";
 
 bool isLeadByte(unsigned char byte);
 bool isTrailByte(unsigned char byte);
@@ -25,7 +29,7 @@ std::u16string foldedName(std::string_view name);
 // Bytes that code page 932 leaves undefined become U+FFFD.
 std::string utf8FromCodePage(std::string_view text);
 
-// Bytes listed in reserved are escaped too, for a byte that means something else in the text's new place.
-std::string codePageFromUtf8(std::string_view text, std::string_view reserved = {});
+// partOfName: the bytes of kReserved are escaped too.
+std::string codePageFromUtf8(std::string_view text, bool partOfName = false);
 
 } // namespace platform

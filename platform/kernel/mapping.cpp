@@ -140,7 +140,7 @@ LPVOID MapViewOfFile(HANDLE handle, DWORD access, DWORD offsetHigh, DWORD offset
     else if ((writes && !mapping->writable) || offset >= mapping->size || size > mapping->size - offset)
       error = ERROR_ACCESS_DENIED;
     else if (offset % kGranularity != 0)
-      error = ERROR_INVALID_PARAMETER;
+      error = ERROR_MAPPED_ALIGNMENT;
     if (error != ERROR_SUCCESS) {
       SetLastError(error);
       return nullptr;

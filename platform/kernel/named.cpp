@@ -22,6 +22,7 @@ constexpr size_t kNameRoom = MAX_PATH;
 // The block and the name it was made for, which a shared file name might belong to by accident.
 struct Content {
   alignas(64) unsigned char object[SharedBlock::kSize];
+  char kind[8];
   char name[kNameRoom];
 };
 
@@ -31,10 +32,10 @@ uint64_t hashOf(const std::string &text, uint64_t start) {
   return start;
 }
 
-std::string pathOf(const char *kind, const std::string &name) {
+std::string pathOf(const std::string &name) {
   char path[96];
   const char *folder = access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
-  std::snprintf(path, sizeof path, "%s/winapi-%u-%s-%016llx%016llx", folder, static_cast<unsigned>(geteuid()), kind,
+  std::snprintf(path, sizeof path, "%s/winapi-%u-%016llx%016llx", folder, static_cast<unsigned>(geteuid()),
                 static_cast<unsigned long long>(hashOf(name, UINT64_C(0xCBF29CE484222325))),
                 static_cast<unsigned long long>(hashOf(name, UINT64_C(0x84222325CBF29CE4))));
   return path;
@@ -72,7 +73,7 @@ Descriptor openInTurn(const std::string &path, bool create) {
 
 bool SharedBlock::acquire(const char *kind, const std::string &name, bool create, bool &made) {
   if (name.size() >= kNameRoom) return failWith(ERROR_FILENAME_EXCED_RANGE);
-  path_ = pathOf(kind, name);
+  path_ = pathOf(name);
   Descriptor file = openInTurn(path_, create);
   if (!file.valid()) return false;
   made = flock(file.get(), LOCK_EX | LOCK_NB) == 0; // nobody is there
@@ -84,8 +85,12 @@ bool SharedBlock::acquire(const char *kind, const std::string &name, bool create
   void *memory = mmap(nullptr, sizeof(Content), PROT_READ | PROT_WRITE, MAP_SHARED, file.get(), 0);
   if (memory == MAP_FAILED) return failWithErrno();
   auto *content = static_cast<Content *>(memory);
-  if (made) std::memcpy(content->name, name.c_str(), name.size() + 1);
-  if (std::strncmp(content->name, name.c_str(), kNameRoom) != 0) {
+  if (made) {
+    std::strncpy(content->kind, kind, sizeof content->kind - 1);
+    std::memcpy(content->name, name.c_str(), name.size() + 1);
+  }
+  if (std::strncmp(content->kind, kind, sizeof content->kind) != 0 ||
+      std::strncmp(content->name, name.c_str(), kNameRoom) != 0) {
     munmap(memory, sizeof(Content));
     return failWith(ERROR_INVALID_HANDLE);
   }
@@ -102,7 +107,11 @@ void SharedBlock::openForAll() {
 SharedBlock::~SharedBlock() {
   if (!file_.valid()) return;
   setTurn(file_.get(), F_WRLCK);
-  if (flock(file_.get(), LOCK_EX | LOCK_NB) == 0) unlink(path_.c_str());
+  if (flock(file_.get(), LOCK_EX | LOCK_NB) == 0)
+    unlink(path_.c_str());
+  else
+    flock(file_.get(), LOCK_UN);
+  setTurn(file_.get(), F_UNLCK); // memory that stays keeps the file open, and its locks with it
   if (memory_) munmap(memory_, sizeof(Content));
 }
 

@@ -15,9 +15,6 @@ namespace platform {
 
 namespace {
 
-// These have a meaning in a name, and none in a part of a path on this system.
-constexpr std::string_view kReserved = "\\:*?\"<>|";
-
 std::mutex drivesMutex;
 
 std::array<Drive, 26> &drives() {
@@ -47,6 +44,17 @@ std::string withSlashes(std::string_view name) {
   return out;
 }
 
+// Whether a name has one of the characters that no file's name has. They are single bytes.
+bool hasForbidden(std::string_view name) {
+  for (size_t at = 0; at < name.size(); ++at) {
+    if (isDoubleByteAt(name, at))
+      ++at;
+    else if (std::string_view("*?\"<>|").find(name[at]) != std::string_view::npos)
+      return true;
+  }
+  return false;
+}
+
 } // namespace
 
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
@@ -68,6 +76,10 @@ std::string nativePath(std::string_view name) {
     SetLastError(name.empty() ? ERROR_PATH_NOT_FOUND : ERROR_FILENAME_EXCED_RANGE);
     return {};
   }
+  if (hasForbidden(name)) {
+    SetLastError(ERROR_INVALID_NAME);
+    return {};
+  }
   const std::string slashed = withSlashes(name);
   std::string_view rest = slashed;
   std::string path;
@@ -85,7 +97,7 @@ std::string nativePath(std::string_view name) {
   return path + utf8FromCodePage(rest);
 }
 
-std::string nameOfPart(std::string_view part) { return codePageFromUtf8(part, kReserved); }
+std::string nameOfPart(std::string_view part) { return codePageFromUtf8(part, true); }
 
 std::string nameOfPath(std::string_view path) {
   std::string name = "C:";

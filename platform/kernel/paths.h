@@ -10,7 +10,7 @@ namespace platform {
 
 // The path on this system that a name in code page 932 stands for. Backslash and slash both separate. Drive C: is the
 // root of the file system; a name without a drive is relative to the current folder. Empty, with the last error set, for
-// an empty name, a drive that does not exist, and a name of 260 bytes or more.
+// an empty name, a drive that does not exist, a name of 260 bytes or more, and one with * ? " < > or |.
 std::string nativePath(std::string_view name);
 
 // The name of a path on this system: "C:\a\b" for "/a/b". Bytes that would mean something else there are escaped.

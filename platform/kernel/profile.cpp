@@ -21,6 +21,18 @@ size_t lineLength(std::string_view text) {
 
 bool isBlank(std::string_view line) { return trimmed(line).empty(); }
 
+// The last closing bracket that is no second half of a character.
+size_t lastBracket(std::string_view text) {
+  size_t last = std::string_view::npos;
+  for (size_t at = 0; at < text.size(); ++at) {
+    if (isDoubleByteAt(text, at))
+      ++at;
+    else if (text[at] == ']')
+      last = at;
+  }
+  return last;
+}
+
 } // namespace
 
 std::string_view trimmed(std::string_view text) {
@@ -42,6 +54,8 @@ void Profile::Section::index() {
 
 Profile::Profile(std::string_view content) {
   sections_.emplace_back();
+  marked_ = content.starts_with(kByteOrderMark);
+  if (marked_) content.remove_prefix(kByteOrderMark.size());
   while (!content.empty()) {
     const size_t length = lineLength(content);
     addLine(content.substr(0, length));
@@ -51,11 +65,8 @@ Profile::Profile(std::string_view content) {
 }
 
 void Profile::addLine(std::string_view raw) {
-  std::string_view text = raw;
-  if (sections_.size() == 1 && sections_[0].lines.empty() && text.starts_with(kByteOrderMark))
-    text.remove_prefix(kByteOrderMark.size());
-  text = trimmed(text);
-  const size_t close = text.rfind(']');
+  const std::string_view text = trimmed(raw);
+  const size_t close = lastBracket(text);
   if (text.starts_with('[') && close != std::string_view::npos) {
     const std::string name(trimmed(text.substr(1, close - 1)));
     sections_.push_back({name, foldedName(name), {}, {}});
@@ -148,7 +159,7 @@ void Profile::removeSection(std::string_view section) {
 }
 
 std::string Profile::content() const {
-  std::string out;
+  std::string out(marked_ ? kByteOrderMark : std::string_view());
   for (const Section &section : sections_)
     for (const Line &line : section.lines) out += line.raw;
   return out;

@@ -44,6 +44,7 @@ class Profile {
   const Section *find(std::string_view name) const;
   Section *find(std::string_view name);
 
+  bool marked_ = false;           // a byte order mark stands in front
   std::vector<Section> sections_; // the first one has no header
 };
 

@@ -5,6 +5,7 @@
 #include "platform/kernel/files.h"
 #include "platform/kernel/paths.h"
 #include "platform/kernel/profile.h"
+#include "platform/kernel/sharing.h"
 
 #include "platform/kernel/codepage.h"
 
@@ -43,6 +44,7 @@ struct Kept {
   Stamp stamp;
   bool settled; // the file can't have changed since without a new stamp
   Profile profile;
+  Descriptor file; // the file itself, without a claim on it; asks whether others keep it for themselves
 };
 
 std::mutex mutex; // of all that follows; calls on profiles take their turn
@@ -100,7 +102,8 @@ Kept *load(const std::string &path, int file) {
   clock_gettime(CLOCK_REALTIME, &now);
   const bool settled = nanoseconds(now) - nanoseconds(status.st_mtim) > kSettled;
   if (kept().size() >= kKept) kept().clear();
-  return &kept().insert_or_assign(path, Kept{Stamp(status), settled, Profile(content)}).first->second;
+  Kept fresh{Stamp(status), settled, Profile(content), Descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC))};
+  return &kept().insert_or_assign(path, std::move(fresh)).first->second;
 }
 
 // The profile for reading; null when there is no file, or somebody keeps it for himself.
@@ -109,7 +112,7 @@ const Profile *profileForReading(LPCSTR name) {
   if (path.empty()) return nullptr;
   struct stat status;
   if (stat(path.c_str(), &status) == 0)
-    if (const Kept *known = keptProfile(path, status)) return &known->profile;
+    if (const Kept *known = keptProfile(path, status)) return isReadable(known->file.get()) ? &known->profile : nullptr;
   bool existed;
   const Descriptor file = openFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, &existed);
@@ -179,6 +182,7 @@ bool change(LPCSTR name, LPCSTR section, LPCSTR key, LPCSTR text) {
   if (!replace(path, old.get(), known->profile.content(), status)) return false;
   known->stamp = Stamp(status);
   known->settled = true; // nobody else knows the new file yet
+  known->file = Descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   return true;
 }
 
@@ -190,7 +194,7 @@ DWORD handOut(std::string_view value, LPSTR text, DWORD size) {
     if (next >= size) break;
     length = next;
   }
-  std::memcpy(text, value.data(), length);
+  value.copy(text, length);
   text[length] = '\0';
   return static_cast<DWORD>(length);
 }

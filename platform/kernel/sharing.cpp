@@ -80,6 +80,8 @@ bool claim(int file, DWORD access, DWORD share) {
   return claimOnce(file, access, share);
 }
 
+bool isReadable(int file) { return !isSetElsewhere(file, kDeniesRead); }
+
 bool isDeletable(int file) { return !isSetElsewhere(file, kDeniesDelete); }
 
 void markMapped(int file) { set(file, kMapped); }

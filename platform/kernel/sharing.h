@@ -9,6 +9,9 @@ namespace platform {
 // Result: whether the claim agrees with those of all other openers; if not, nothing is claimed.
 bool claim(int file, DWORD access, DWORD share);
 
+// Whether no opener keeps the file from being read.
+bool isReadable(int file);
+
 // Whether no opener keeps the file from being deleted or moved.
 bool isDeletable(int file);
 

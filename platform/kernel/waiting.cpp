@@ -42,16 +42,21 @@ static_assert(sizeof(pthread_mutex_t) <= SharedBlock::kSize);
 class Mutex : public Waitable {
  public:
   // Result: null, with the last error set, when there can be none.
-  static std::shared_ptr<Mutex> make(const std::string &name, bool create, bool &made) {
+  static std::shared_ptr<Mutex> make(const std::string &name, bool create, bool owned, bool &made) {
     auto mutex = std::make_shared<Mutex>();
     if (name.empty()) {
       made = true;
       mutex->own_ = std::make_unique<pthread_mutex_t>();
       mutex->memory_ = mutex->own_.get();
-      initMutex(mutex->memory_);
+      mutex->start(owned);
       return mutex;
     }
-    if (!mutex->shared_.open("mutex", name, create, made, initMutex)) return nullptr;
+    // an owner has it before anybody else can open it
+    const auto start = [&](void *memory) {
+      mutex->memory_ = memory;
+      mutex->start(owned);
+    };
+    if (!mutex->shared_.open("mutex", name, create, made, start)) return nullptr;
     mutex->memory_ = mutex->shared_.memory();
     return mutex;
   }
@@ -86,6 +91,10 @@ class Mutex : public Waitable {
   }
 
  private:
+  void start(bool owned) {
+    initMutex(memory_);
+    if (owned && pthread_mutex_trylock(mutex()) == 0) ++held_; // nobody else knows it yet
+  }
   pthread_mutex_t *mutex() { return static_cast<pthread_mutex_t *>(memory_); }
 
   std::unique_ptr<pthread_mutex_t> own_; // of a mutex without a name
@@ -101,7 +110,7 @@ class Event : public Waitable {
  public:
   static std::shared_ptr<Event> make(const std::string &name, bool manualReset, bool set, bool &made) {
     auto event = std::make_shared<Event>();
-    const auto start = [&](void *memory) { new (memory) State{set ? 1u : 0u, manualReset ? 1u : 0u}; };
+    const auto start = [&](void *memory) { new (memory) State{set ? 1u : 0u, 0u, manualReset ? 1u : 0u}; };
     if (name.empty()) {
       made = true;
       start(&event->own_);
@@ -115,25 +124,30 @@ class Event : public Waitable {
 
   void set() {
     state_->set.store(1);
-    syscall(SYS_futex, &state_->set, FUTEX_WAKE, state_->manualReset ? INT_MAX : 1, nullptr, nullptr, 0);
+    state_->times.fetch_add(1);
+    syscall(SYS_futex, &state_->times, FUTEX_WAKE, state_->manualReset ? INT_MAX : 1, nullptr, nullptr, 0);
   }
 
   void reset() { state_->set.store(0); }
 
+  // Who waits for an event with manual reset passes when it is set, although it may be reset before he wakes.
   DWORD wait(const Deadline &deadline) override {
     timespec end;
     if (deadline) end = timeOf(*deadline);
-    while (!pass()) {
-      const long result = syscall(SYS_futex, &state_->set, FUTEX_WAIT_BITSET, 0, deadline ? &end : nullptr, nullptr,
-                                  FUTEX_BITSET_MATCH_ANY);
+    const uint32_t first = state_->times.load();
+    for (;;) {
+      const uint32_t times = state_->times.load();
+      if (pass() || (state_->manualReset && times != first)) return WAIT_OBJECT_0;
+      const long result = syscall(SYS_futex, &state_->times, FUTEX_WAIT_BITSET, times, deadline ? &end : nullptr,
+                                  nullptr, FUTEX_BITSET_MATCH_ANY);
       if (result != 0 && errno == ETIMEDOUT) return pass() ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
     }
-    return WAIT_OBJECT_0;
   }
 
  private:
   struct State {
     std::atomic<uint32_t> set;
+    std::atomic<uint32_t> times; // it was set, on which threads sleep
     uint32_t manualReset;
   };
   static_assert(sizeof(State) <= SharedBlock::kSize && std::atomic<uint32_t>::is_always_lock_free);
@@ -183,10 +197,9 @@ template <typename Kind> Directory<Kind> &directory() {
 HANDLE openMutex(LPCSTR name, bool create, bool owned) {
   bool made = false;
   const std::string text = name ? name : "";
-  const auto mutex = directory<Mutex>().open(text, [&] { return Mutex::make(text, create, made); });
+  const auto mutex = directory<Mutex>().open(text, [&] { return Mutex::make(text, create, owned, made); });
   if (!mutex) return nullptr;
   const HANDLE handle = handles().open(mutex);
-  if (handle && made && owned) mutex->wait(std::nullopt);
   if (handle) SetLastError(made || !create ? ERROR_SUCCESS : ERROR_ALREADY_EXISTS);
   return handle;
 }

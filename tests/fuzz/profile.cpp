@@ -1,0 +1,212 @@
+// A private profile made of foreign bytes: whatever it holds, reads keep within the caller's room and agree with each
+// other, and a write changes what it names and nothing else.
+//
+// An input is a byte with the number of writes, three bytes for each, and the profile.
+
+#include "fuzz.h"
+
+#include "platform/platform.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <random>
+#include <vector>
+
+namespace {
+
+constexpr size_t kLongest = 4096;
+constexpr DWORD kLarge = 16384; // more than any answer takes
+constexpr size_t kMostNames = 6;
+constexpr const char *kAbsent = "\nabsent"; // no value of a profile
+
+using Names = std::vector<std::string>;
+
+// The file of this process, removed at its end.
+class File {
+ public:
+  File() {
+    std::random_device random;
+    name_ = std::filesystem::temp_directory_path() / ("fuzz_profile_" + std::to_string(random()) + ".ini");
+  }
+  ~File() { std::filesystem::remove(name_); }
+  const char *name() const { return name_.c_str(); }
+  void write(std::string_view content) const {
+    std::ofstream out(name_, std::ios::binary);
+    out.write(content.data(), static_cast<std::streamsize>(content.size()));
+  }
+  std::string content() const {
+    std::ifstream in(name_, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+
+ private:
+  std::string name_;
+};
+
+const File &file() {
+  static const File only;
+  return only;
+}
+
+std::string read(const char *section, const char *key, DWORD size, const char *otherwise = kAbsent) {
+  const Room room(size);
+  const DWORD length = GetPrivateProfileStringA(section, key, otherwise, room.get(), size, file().name());
+  REQUIRE(length < size && room.get()[length] == '\0');
+  return {room.get(), length};
+}
+
+std::optional<std::string> value(const std::string &section, const std::string &key) {
+  const std::string text = read(section.c_str(), key.c_str(), kLarge);
+  return text == kAbsent ? std::nullopt : std::optional(text);
+}
+
+// The names of all sections, or of all keys of one.
+Names names(const char *section) {
+  const std::string all = read(section, nullptr, kLarge);
+  Names found;
+  if (all == kAbsent) return found;
+  for (size_t at = 0; at < all.size(); at += found.back().size() + 1) found.emplace_back(all.c_str() + at);
+  return found;
+}
+
+// In a smaller room the beginning comes, whole characters of it.
+void cutValues(const std::string &section, const std::string &key, const std::string &whole) {
+  for (const size_t size :
+       {size_t{1}, size_t{2}, whole.size() / 2 + 1, whole.size(), whole.size() + 1, whole.size() + 2}) {
+    if (size == 0) continue;
+    const std::string text = read(section.c_str(), key.c_str(), static_cast<DWORD>(size));
+    REQUIRE(whole.starts_with(text) && text.size() + 2 >= std::min(size, whole.size() + 1));
+    REQUIRE(size <= whole.size() || text == whole);
+  }
+}
+
+void cutNames(const char *section) {
+  const std::string whole = read(section, nullptr, kLarge);
+  if (whole == kAbsent) return;
+  for (const size_t size : {size_t{1}, size_t{2}, size_t{3}, whole.size() / 2 + 1, whole.size(), whole.size() + 1}) {
+    if (size == 0) continue;
+    const Room room(size);
+    const DWORD length =
+        GetPrivateProfileStringA(section, nullptr, "", room.get(), static_cast<DWORD>(size), file().name());
+    if (size > whole.size()) {
+      REQUIRE(length == whole.size());
+    } else if (size >= 2) {
+      REQUIRE(length == size - 2 && room.get()[length + 1] == '\0');
+    }
+    REQUIRE(room.get()[length] == '\0' && whole.starts_with(std::string(room.get(), length)));
+  }
+}
+
+// A decimal number of few digits has the value that everybody expects.
+void number(const std::string &section, const std::string &key, const std::string &text) {
+  const auto got = static_cast<INT>(GetPrivateProfileIntA(section.c_str(), key.c_str(), -77, file().name()));
+  const size_t sign = !text.empty() && (text[0] == '-' || text[0] == '+');
+  const std::string digits =
+      text.substr(sign, std::min(text.find_first_not_of("0123456789", sign), text.size()) - sign);
+  if (text.empty()) REQUIRE(got == -77);
+  if (digits.empty() || digits.size() > 9 || (digits == "0" && text.size() > sign + 1)) return;
+  REQUIRE(got == (text[0] == '-' ? -1 : 1) * std::stoi(digits));
+}
+
+struct Entry {
+  std::string section, key;
+  std::optional<std::string> value;
+  bool operator==(const Entry &) const = default;
+};
+
+// All that can be read, as far as it is looked at.
+std::vector<Entry> entries() {
+  std::vector<Entry> all;
+  Names sections = names(nullptr);
+  sections.insert(sections.begin(), ""); // the lines in front of any section
+  sections.resize(std::min(sections.size(), kMostNames));
+  for (const std::string &section : sections) {
+    Names keys = names(section.c_str());
+    keys.resize(std::min(keys.size(), kMostNames));
+    for (const std::string &key : keys) {
+      all.push_back({section, key, value(section, key)});
+    }
+  }
+  return all;
+}
+
+std::string trimmed(std::string text) {
+  text.erase(text.find_last_not_of(" \t\r\n\v\f") + 1);
+  text.erase(0, text.find_first_not_of(" \t\r\n\v\f"));
+  return text;
+}
+
+// A value as a read hands it out.
+std::string expected(const std::string &written) {
+  const std::string text = trimmed(written);
+  const bool quoted = text.size() >= 2 && (text[0] == '"' || text[0] == '\'') && text.back() == text[0];
+  return quoted ? text.substr(1, text.size() - 2) : text;
+}
+
+bool sameName(const std::string &a, const std::string &b) {
+  const std::string x = trimmed(a);
+  const std::string y = trimmed(b);
+  const auto same = [](unsigned char c, unsigned char d) {
+    return c == d || c > 127 || d > 127 || tolower(c) == tolower(d);
+  };
+  return std::equal(x.begin(), x.end(), y.begin(), y.end(), same);
+}
+
+std::string pick(const Names &known, const Names &fresh, uint8_t choice) {
+  const size_t index = choice % (known.size() + fresh.size());
+  return index < known.size() ? known[index] : fresh[index - known.size()];
+}
+
+// One write, and what may have changed by it.
+void change(const uint8_t *choice, const std::string &piece) {
+  const std::string section = pick(names(nullptr), {"new", " NEW ", "\x83\x5D", "a]b", ""}, choice[0]);
+  const std::string key = pick(names(section.c_str()), {"k", " K", "\x83\x5C", "other"}, choice[1]);
+  const Names values = {"", "1", " blank ", "\"quoted\"", "'\"", "a=b;c", "\x95\x5C", piece};
+  const std::string text = values[choice[2] % values.size()];
+  const bool removesKey = choice[2] >= 192 && choice[2] < 240;
+  const bool removesSection = choice[2] >= 240;
+  const std::vector<Entry> before = entries();
+  REQUIRE(WritePrivateProfileStringA(section.c_str(), removesSection ? nullptr : key.c_str(),
+                                     removesKey ? nullptr : text.c_str(), file().name()));
+  if (!removesKey && !removesSection) {
+    REQUIRE(value(section, key) == expected(text));
+  }
+  for (const Entry &entry : before) {
+    const bool named = sameName(entry.section, section) && (removesSection || sameName(entry.key, key));
+    if (!named) REQUIRE(value(entry.section, entry.key) == entry.value);
+  }
+  // the kept profile is the one in the file
+  const std::vector<Entry> kept = entries();
+  const std::string content = file().content();
+  std::filesystem::remove(file().name());
+  file().write(content);
+  REQUIRE(entries() == kept);
+  REQUIRE(file().content() == content);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+  const size_t writes = size > 0 ? data[0] % 4 : 0;
+  const size_t head = 1 + 3 * writes;
+  if (size < head || size - head > kLongest) return 0;
+  const std::string_view content(reinterpret_cast<const char *>(data) + head, size - head);
+  file().write(content);
+  cutNames(nullptr);
+  const bool hasNul = content.find('\0') != std::string_view::npos; // ends names early where they are handed out
+  for (const Entry &entry : entries()) {
+    REQUIRE(entry.value || hasNul); // what is listed is found
+    cutNames(entry.section.c_str());
+    if (!entry.value) continue;
+    cutValues(entry.section, entry.key, *entry.value);
+    number(entry.section, entry.key, *entry.value);
+  }
+  std::string piece(content.substr(0, content.find_first_of(std::string_view("\0\r\n\x01", 4))));
+  if (trimmed(piece).empty()) piece = "x";
+  for (size_t i = 0; i < writes && !hasNul; ++i) change(data + 1 + 3 * i, piece);
+  return 0;
+}

@@ -1,0 +1,234 @@
+#include "support/files.h"
+
+#include "platform/platform.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string answer(BOOL result) { return result ? "ok" : std::to_string(GetLastError()); }
+
+// Tests are scripts of statements "VERB WORD... ANSWER" with a semicolon between. The answer is "ok", an error number or
+// what was asked for. Names lie in a folder of the test's own. One file, one mapping and one view are open at a time.
+class Files : public testing::Test {
+ protected:
+  // word: what stands for # in the script.
+  void run(std::string script, const std::string &word = {}) {
+    for (size_t at; (at = script.find('#')) != std::string::npos;) script.replace(at, 1, word);
+    std::istringstream statements(script);
+    for (std::string statement; std::getline(statements, statement, ';');) {
+      std::istringstream split(statement);
+      Words words{std::istream_iterator<std::string>(split), {}};
+      const std::string expected = words.back();
+      words.back().clear();
+      EXPECT_EQ(verbs_.at(words[0])(words), expected) << statement;
+    }
+  }
+
+  std::string at(const std::string &name) const { return folder_.path() + '\\' + name; }
+
+  // access: 1 for reading, 2 for writing, 3 for both; share: the same, and 4 for deleting.
+  std::string open(const std::string &name, DWORD access, DWORD share, DWORD creation, DWORD attributes = 0) {
+    SetLastError(12345);
+    file_ = CreateFileA(name.c_str(), (access & 1 ? GENERIC_READ : 0) | (access & 2 ? GENERIC_WRITE : 0), share,
+                        nullptr, creation, attributes, nullptr);
+    return answer(file_ != INVALID_HANDLE_VALUE);
+  }
+
+  // The last error, which also tells that there was a file.
+  std::string create(const std::string &name, DWORD creation) {
+    const bool opened = open(name, 3, 0, creation) == "ok";
+    const DWORD error = GetLastError();
+    return opened && !CloseHandle(file_) ? "not closed" : std::to_string(error);
+  }
+
+  std::string write(const std::string &text) const {
+    DWORD count = 99;
+    const BOOL written = WriteFile(file_, text.data(), static_cast<DWORD>(text.size()), &count, nullptr);
+    EXPECT_EQ(count, written ? text.size() : 0);
+    return answer(written);
+  }
+
+  std::string read(DWORD size) const {
+    std::string text(size, '~');
+    DWORD count = 99;
+    if (!ReadFile(file_, text.data(), size, &count, nullptr)) return std::to_string(GetLastError() + count);
+    return '=' + text.substr(0, count);
+  }
+
+  // The names that a pattern finds, with slashes between; or the error.
+  static std::string found(const std::string &pattern) {
+    WIN32_FIND_DATAA entry;
+    const HANDLE find = FindFirstFileA(pattern.c_str(), &entry);
+    if (find == INVALID_HANDLE_VALUE) return answer(FALSE);
+    std::string names = entry.cFileName;
+    while (FindNextFileA(find, &entry)) names += std::string("/") + entry.cFileName;
+    return GetLastError() == ERROR_NO_MORE_FILES && FindClose(find) ? names : "not ended";
+  }
+
+  // The end of a file's name that is searched for in four folders; or the error.
+  std::string search(const std::string &name, const char *extension) const {
+    const std::string folders = at("no") + ';' + at("one") + ";;" + at("two") + '\\';
+    char full[MAX_PATH], *last = full;
+    const DWORD length = SearchPathA(folders.c_str(), name.c_str(), extension, sizeof full, full, &last);
+    if (length == 0) return answer(FALSE);
+    EXPECT_EQ(last, std::strrchr(full, '\\') + 1);
+    EXPECT_EQ(SearchPathA(folders.c_str(), full, "", length, full, &last), length + 1); // too short by one
+    return std::strstr(full, at("").c_str()) + at("").size();
+  }
+
+  const TempFolder folder_;
+  HANDLE file_ = nullptr, mapping_ = nullptr;
+  char *view_ = nullptr;
+
+  using Words = std::vector<std::string>;
+
+  static DWORD number(const std::string &word) { return static_cast<DWORD>(std::stoul(word)); }
+  static std::string valueOr(DWORD none, DWORD value) { return value == none ? answer(FALSE) : std::to_string(value); }
+
+  const std::map<std::string, std::function<std::string(Words &)>> verbs_ = {
+      {"make", [&](Words &w) { return answer(CreateDirectoryA(at(w[1]).c_str(), nullptr)); }},
+      {"remove", [&](Words &w) { return answer(RemoveDirectoryA(at(w[1]).c_str())); }},
+      {"erase", [&](Words &w) { return answer(DeleteFileA(at(w[1]).c_str())); }},
+      {"move", [&](Words &w) { return answer(MoveFileA(at(w[1]).c_str(), at(w[2]).c_str())); }},
+      {"copy", [&](Words &w) { return answer(CopyFileA(at(w[1]).c_str(), at(w[2]).c_str(), TRUE)); }},
+      {"copyover", [&](Words &w) { return answer(CopyFileA(at(w[1]).c_str(), at(w[2]).c_str(), FALSE)); }},
+      {"set", [&](Words &w) { return answer(SetFileAttributesA(at(w[1]).c_str(), number(w[2]))); }},
+      {"attr", [&](Words &w) { return valueOr(23, GetFileAttributesA(at(w[1]).c_str()) & 23); }},
+      {"put", [&](Words &w) { return writeFile(folder_.file(w[1]), w[2]), "ok"; }},
+      {"search", [&](Words &w) { return search(w[1], w[2].c_str()); }},
+      {"find", [&](Words &w) { return found(at(w[1])); }},
+      {"create", [&](Words &w) { return create(at(w[1]), number(w[2])); }},
+      {"open", [&](Words &w) { return open(at(w[1]), number(w[2]), number(w[3]), OPEN_EXISTING); }},
+      {"new", [&](Words &w) { return open(at(w[1]), 2, 0, CREATE_NEW, number(w[2])); }},
+      {"read", [&](Words &w) { return read(number(w[1])); }},
+      {"write", [&](Words &w) { return write(w[1]); }},
+      {"size", [&](Words &) { return valueOr(INVALID_FILE_SIZE, GetFileSize(file_, nullptr)); }},
+      {"cut", [&](Words &) { return answer(SetEndOfFile(file_)); }},
+      {"close", [&](Words &) { return answer(CloseHandle(file_)); }},
+      {"map", [&](Words &w) { return answer(map(number(w[1]), number(w[2])) != nullptr); }},
+      {"unmap", [&](Words &) { return answer(CloseHandle(mapping_)); }},
+      {"view", [&](Words &w) { return answer(view(number(w[1]), number(w[2]), number(w[3])) != nullptr); }},
+      {"flush", [&](Words &w) { return answer(FlushViewOfFile(view_ + number(w[1]), number(w[2]))); }},
+      {"unview", [&](Words &) { return answer(UnmapViewOfFile(view_)); }},
+  };
+
+  HANDLE map(DWORD page, DWORD size) {
+    return mapping_ = CreateFileMappingA(file_, nullptr, SEC_COMMIT | page, 0, size, nullptr);
+  }
+  char *view(DWORD access, DWORD offset, SIZE_T size) {
+    return view_ = static_cast<char *>(MapViewOfFile(mapping_, access, 0, offset, size));
+  }
+};
+
+} // namespace
+
+// Who reads or writes must be allowed to by all others that do so, and allow them what they do. Who does neither is in
+// nobody's way. A file can be deleted when all who have it open allow that.
+TEST_F(Files, ShareAsTheirOpenersAllow) {
+  for (DWORD both = 0; both < 32; ++both) {
+    const DWORD access = both / 8, share = both % 8;
+    writeFile(folder_.file("a"), "text");
+    open(at("a"), access, share, OPEN_EXISTING);
+    const HANDLE first = file_;
+    for (DWORD other = 0; other < 32; ++other) {
+      const DWORD need = other / 8;
+      const bool agree = (share & need) == need && (other & access) == access;
+      const std::string opened = "open a " + std::to_string(need) + ' ' + std::to_string(other % 8);
+      run(opened + (agree || access == 0 || need == 0 ? " ok; close ok" : " 32"));
+    }
+    if (access != 0) run("create a 2 32"); // and cuts nothing
+    file_ = first;
+    run(access == 0 || (share & FILE_SHARE_DELETE) ? "size 4; erase a ok; close ok; attr a 2"
+                                                   : "size 4; erase a 32; close ok; attr a 0");
+  }
+}
+
+TEST_F(Files, AreOpenedReadAndWritten) {
+  run("make d ok; put a hello ok; put b hello ok; create a 1 80; create a 3 0; create a 4 183; create a 0 87; "
+      "create a 6 87; open a 1 0 ok; size 5; close ok; create a 5 0; create b 2 183; open a 1 0 ok; size 0; close ok; "
+      "open b 1 0 ok; size 0; close ok; create n 3 2; create n 5 2; create n1 1 0; create n2 2 0; create n3 4 0; "
+      "create no\\x 2 3; create no\\x 3 3; create a\\x 1 3; create d 3 5; create d 2 5; create d\\. 3 5; "
+      "create x*y 2 123; create x?y 3 123; create x|y 2 123; create x<y 1 123; create x>y 4 123; create x\"y 2 123; "
+      "create d*\\y 2 123; find * ./../a/b/d/n1/n2/n3");
+  EXPECT_EQ(create("", OPEN_EXISTING), "3");
+
+  run("put a hello ok; open a 2 0 ok; read 5 5; write HE ok; write ok; close ok; open a 1 0 ok; read 3 =HEl; "
+      "read 5 =lo; read 5 =; write x 5; size 5; close ok; read 5 6; write x 6; size 6; close 6; open a 3 0 ok; "
+      "read 2 =HE; cut ok; write y ok; close ok; open a 1 0 ok; read 9 =HEy; close ok");
+}
+
+TEST_F(Files, KeepTheirAttributes) {
+  for (const char *bits : {"1", "2", "4", "6", "7"})
+    run("new a # ok; write abc ok; close ok; attr a #; copy a b ok; attr b #; set b 128 ok; attr b 0; set b # ok; "
+        "attr b #; set a 128 ok; set b 128 ok; erase a ok; erase b ok",
+        bits);
+  run("make a ok; attr a 16; attr n 2; set n 2 2; attr n\\n 3; set n\\n 2 3");
+}
+
+TEST_F(Files, AreDeletedMovedAndCopied) {
+  run("make d ok; make d 183; make n\\d 3; put a 1 ok; make a 183; make a\\d 3; make d\\.. 183; make d? 123; "
+      "make d\\e\\ ok; remove n 2; remove a 267; remove d 145; remove d\\e\\ ok; put b 2 ok; put c 3 ok; "
+      "put d/x 4 ok; erase n 2; erase n\\n 3; erase d 5; move n m 2; move a b 183; move a d 183; move a n\\a 3; "
+      "move a a ok; move a A ok; move A a ok; move a d\\a ok; move d e ok; copy e\\a f ok; copy b f 80; "
+      "copyover b f ok; copyover b b 32; copy n m 2; copy b n\\b 3; copy e m 5; open c 2 1 ok; copy c g ok; "
+      "move c h 32; close ok; open c 1 4 ok; copy c h 32; move c h ok; close ok; open f 1 0 ok; read 9 =2; close ok; "
+      "open e\\a 1 0 ok; read 9 =1; close ok; open g 1 0 ok; read 9 =3; close ok; find * ./../b/e/f/g/h");
+}
+
+// Pages are 2 for reading and 4 for both, views 4 for reading and 2 for writing.
+TEST_F(Files, AreMapped) {
+  run("put e x ok; create e 5 0; open e 1 0 ok; map 2 0 1006; close ok; view 4 0 0 6; unview 487; put a hello ok; "
+      "open a 2 0 ok; map 2 0 5; map 4 0 5; close ok; open a 1 0 ok; map 4 0 5; map 2 6 8; map 2 0 ok; view 2 0 0 5; "
+      "view 4 1 0 1132; view 4 0 70000 5; view 4 0 3 ok; unview ok; view 4 0 0 ok; unmap ok; close ok; create a 3 0; "
+      "create a 2 1224");
+  EXPECT_EQ(std::string(view_, 5), "hello"); // the view stays
+  run("unview ok; unview 487; open a 3 0 ok; map 4 8 ok; view 2 0 0 ok");
+  view_[6] = '!';
+  run("flush 1 7 ok; unview ok; unmap ok; size 8; close ok");
+  EXPECT_EQ(readFile(folder_.file("a")), std::string("hello\0!\0", 8));
+  run("open a 3 0 ok; map 4 70000 ok; view 4 65536 4465 5; view 4 65536 4464 ok; unview ok; unmap ok; close ok");
+}
+
+TEST_F(Files, AreFoundAndSearchedFor) {
+  run("make sub ok; put b.txt 12 ok; put A.TXT 1 ok; put noext 1 ok; put x.y.z 1 ok; new \x83\x5C.txt 2 ok; close ok");
+  for (const char *all : {"*", "*.*"}) run("find # ./../A.TXT/b.txt/noext/sub/x.y.z/\x83\x5C.txt", all);
+  for (const char *texts : {"*.txt", "?.txt"}) run("find # A.TXT/b.txt/\x83\x5C.txt", texts);
+  run("find 2; find \x83\x5C* \x83\x5C.txt; find ??b sub; find *o*t noext; find x*.z x.y.z; find *.t 2; find ? .; "
+      "find sub\\ 2; find sub\\. sub; find sub\\* ./..; find sub\\..\\b.txt b.txt; find n 2; find n\\* 3");
+
+  WIN32_FIND_DATAA entry;
+  const HANDLE find = FindFirstFileA(at("b*").c_str(), &entry);
+  EXPECT_TRUE(entry.dwFileAttributes == FILE_ATTRIBUTE_ARCHIVE && entry.nFileSizeLow == 2 && entry.nFileSizeHigh == 0);
+  EXPECT_TRUE(!CloseHandle(find) && FindClose(find) && !FindClose(nullptr)); // is closed by a function of its own
+  EXPECT_EQ(answer(FindNextFileA(INVALID_HANDLE_VALUE, &entry)), "6");
+
+  run("make one ok; make two ok; make two\\sub ok; put one/a.txt 1 ok; put two/a.txt 1 ok; put two/b.txt 1 ok; "
+      "put two/n 1 ok; put two/x.y 1 ok; search a.txt .x one\\a.txt; search b.txt .x two\\b.txt; search b txt 2; "
+      "search b .txt two\\b.txt; search n .txt 2; search x.y .z two\\x.y; search two .x 2; search *.txt .x 2");
+  EXPECT_EQ(search("", nullptr) + search("sub", nullptr) + search("b", nullptr), "87two\\sub2");
+}
+
+// Halves of characters that look like separators, single bytes that are no characters, and private characters.
+TEST_F(Files, AreNamedInCodePage932) {
+  run("make \x95\x5C ok");
+  for (const char *name : {"\x83\x5C", "\x81\x5C\x81\x5C", "\x80", "\xA0\xFD\xFE\xFF", "\xE0\x5C_", "\xF9\xFCx",
+                           "x\xF8\xE8y", "x\xF8\xB9y"})
+    run("create \x95\x5C\\# 1 0; create \x95\x5C\\# 1 80; find \x95\x5C\\* ./../#; find \x95\x5C\\# #; "
+        "erase \x95\x5C\\# ok; erase \x95\x5C\\# 2",
+        name);
+
+  const std::string inner(100, 'a');
+  run("make " + inner + " ok");
+  const auto name = [&](size_t length) { return inner + '\\' + std::string(length - at(inner).size() - 1, 'b'); };
+  run("new # 0 ok; close ok; set # 128 ok; move # # ok; copy # c ok; erase # ok; make # ok; remove # ok", name(259));
+  run("new # 0 206; set # 0 206; move # # 206; copy # c 206; erase # 206; make # 206; remove # 206", name(300));
+}
