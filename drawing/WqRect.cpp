@@ -70,6 +70,11 @@ void WqRect_SubMargin(RECT *rect, const RECT *margin) {
 
 void WqRect_Center(RECT *rect, const RECT *enclosing) {
   if (!rect) return;
+  RECT desktop;
+  if (!enclosing) {
+    GetWindowRect(GetDesktopWindow(), &desktop);
+    enclosing = &desktop;
+  }
   const LONG excessX =
       wqDifference(wqDifference(enclosing->right, enclosing->left), wqDifference(rect->right, rect->left));
   const LONG excessY =

@@ -86,7 +86,7 @@ WQ_API void WqRect_SubMargin(RECT *rect, const RECT *margin);
 /* Moves a rectangle to the middle of an enclosing one; both widths are right - left. A rectangle that is larger hangs
  * over on both sides.
  * rect: null does nothing.
- * enclosing: must not be null. */
+ * enclosing: null stands for the desktop. */
 WQ_API void WqRect_Center(RECT *rect, const RECT *enclosing);
 
 /* Does nothing. */

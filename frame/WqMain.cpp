@@ -25,6 +25,7 @@ WqMainBlock wqMain;
 void WqMain_Init(HINSTANCE instance) {
   wqMain = {};
   wqMain.instance = instance;
+  WqWnd_RegClass(instance);
   WqMem_Init();
   WqHash_Init(&wqMain.colorTbl, kBuckets);
   for (const auto registry : kRegistries) WqHash_Init(&(wqMain.*registry), kBuckets);
@@ -37,6 +38,8 @@ int WqMain_Config(HWND mainWnd) {
 }
 
 void WqMain_Term() {
+  WqList_RemoveAllWith(wqMain.timer.list);
+  wqMain.timer.list = nullptr; // for a tick that nobody stopped
   for (const auto registry : kRegistries) endRegistry(&(wqMain.*registry));
   endRegistry(&wqMain.colorTbl);
   WqList_RemoveAll(wqMain.wndList);

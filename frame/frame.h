@@ -1,9 +1,10 @@
-/* The library's frame: start and end, the one global block, memory, version numbers. */
+/* The library's frame: start and end, the one global block, memory, version numbers, screen metrics. */
 #ifndef WQ_FRAME_FRAME_H
 #define WQ_FRAME_FRAME_H
 
 #include "containers/containers.h"
 #include "frame/types.h"
+#include "windows/windows.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -23,11 +24,12 @@ typedef struct WqMainBlock {
   WqHash brushTbl;
   WqHash penTbl;
   WqHash mbbTbl;
+  WqTimerState timer;
 } WqMainBlock;
 
 extern WQ_API WqMainBlock wqMain;
 
-/* Starts the library: clears wqMain and makes its registries. It comes before every call that touches wqMain. Failures
+/* Starts the library: clears wqMain, registers the window class and makes the registries. It comes before every call that touches wqMain. Failures
  * are not reported; a registry that could not be made holds nothing.
  * instance: the application's instance handle; null serves for a program without resources.
  * Threads: the thread that will run the message loop. */
@@ -38,7 +40,8 @@ WQ_API void WqMain_Init(HINSTANCE instance);
  * Threads: that of WqMain_Init. */
 WQ_API int WqMain_Config(HWND mainWnd);
 
-/* Ends the library: frees the registries with all they hold, and the list of window objects. It is the last call.
+/* Ends the library: frees the timers, which are not told, the registries with all they hold, and the list of window
+ * objects. Windows stay, and so does the window class. It is the last call, and comes after WqTimer_Stop.
  * Threads: that of WqMain_Init. */
 WQ_API void WqMain_Term(void);
 
@@ -155,6 +158,13 @@ WQ_API void WqVer_Term(WqVer *version);
 /* Reads "1.2.3.4"; white space may stand round the dots, and any text behind.
  * Result: 1; 0 when a dot is missing, with the numbers in front of it stored. */
 WQ_API int WqVer_Str2Ver(WqVer *version, const char *text);
+
+/* ---- WqSys: the screen ------------------------------------------------------------------------------------------- */
+
+/* Store the width and height of a maximised window's client area, or those of the whole screen, in pixels.
+ * Threads: any. */
+WQ_API void WqSys_DesktopRect(SIZE *size);
+WQ_API void WqSys_ScreenRes(SIZE *size);
 
 #ifdef __cplusplus
 }

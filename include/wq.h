@@ -22,6 +22,7 @@
 #include "audio/audio.h"
 #include "sync/sync.h"
 #include "drawing/drawing.h"
+#include "windows/windows.h"
 #include "frame/frame.h"
 /* clang-format on */
 

@@ -16,6 +16,16 @@
 #define PLATFORM_EXPORT __declspec(dllexport)
 #define PLATFORM_IMPORT __declspec(dllimport)
 
+/* Windows always has a display to show windows on. */
+static inline BOOL platformHasDisplay(void) { return TRUE; }
+
+/* No picture of a window can be written here. */
+static inline BOOL platformSavePicture(HWND window, const char *file) {
+  (void)window;
+  (void)file;
+  return FALSE;
+}
+
 /* Opens a C stream by a name in the ANSI code page. The runtime's own fopen takes such names. */
 static inline FILE *platformOpenStream(const char *name, const char *mode) { return fopen(name, mode); }
 

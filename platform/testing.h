@@ -20,6 +20,14 @@ typedef struct PlatformHandleCounts {
 
 PLATFORM_API void platformCountHandles(PlatformHandleCounts *counts);
 
+/* Things of the desktop that live now. */
+typedef struct PlatformDesktopCounts {
+  size_t windows;
+  size_t drawing; /* contexts and brushes, without the system's own */
+} PlatformDesktopCounts;
+
+PLATFORM_API void platformCountDesktop(PlatformDesktopCounts *counts);
+
 #ifdef __cplusplus
 }
 #endif

@@ -26,7 +26,9 @@ typedef uint32_t DWORD;
 typedef int32_t LONG;
 typedef unsigned int UINT;
 typedef int INT;
+typedef int16_t SHORT;
 typedef uintptr_t UINT_PTR;
+typedef intptr_t INT_PTR;
 typedef intptr_t LONG_PTR;
 typedef uintptr_t ULONG_PTR;
 typedef size_t SIZE_T;
@@ -91,6 +93,8 @@ PLATFORM_API BOOL WINAPI OffsetRect(RECT *rect, int dx, int dy);
 #define ERROR_DISK_FULL 112u
 #define ERROR_INSUFFICIENT_BUFFER 122u
 #define ERROR_INVALID_NAME 123u
+#define ERROR_MOD_NOT_FOUND 126u
+#define ERROR_PROC_NOT_FOUND 127u
 #define ERROR_DIR_NOT_EMPTY 145u
 #define ERROR_ALREADY_EXISTS 183u
 #define ERROR_ENVVAR_NOT_FOUND 203u
@@ -100,6 +104,16 @@ PLATFORM_API BOOL WINAPI OffsetRect(RECT *rect, int dx, int dy);
 #define ERROR_INVALID_ADDRESS 487u
 #define ERROR_FILE_INVALID 1006u
 #define ERROR_MAPPED_ALIGNMENT 1132u
+#define ERROR_INVALID_WINDOW_HANDLE 1400u
+#define ERROR_INVALID_MENU_HANDLE 1401u
+#define ERROR_TLW_WITH_WSCHILD 1406u
+#define ERROR_CANNOT_FIND_WND_CLASS 1407u
+#define ERROR_CLASS_ALREADY_EXISTS 1410u
+#define ERROR_CLASS_DOES_NOT_EXIST 1411u
+#define ERROR_CLASS_HAS_WINDOWS 1412u
+#define ERROR_INVALID_INDEX 1413u
+#define ERROR_INVALID_THREAD_ID 1444u
+#define ERROR_NOT_ENOUGH_QUOTA 1816u
 #define ERROR_USER_MAPPED_FILE 1224u
 
 PLATFORM_API DWORD WINAPI GetLastError(void);
@@ -249,6 +263,704 @@ PLATFORM_API BOOL WINAPI SetEvent(HANDLE event);
 PLATFORM_API BOOL WINAPI ResetEvent(HANDLE event);
 PLATFORM_API DWORD WINAPI WaitForSingleObject(HANDLE object, DWORD milliseconds);
 
+/* Windows. They belong to the thread that made them; those of the thread that made the first one stand on the desktop.
+ * Calls with a handle that is none, or no longer one, fail with ERROR_INVALID_WINDOW_HANDLE and do nothing. */
+
+DECLARE_HANDLE(HMENU);
+DECLARE_HANDLE(HICON);
+DECLARE_HANDLE(HBRUSH);
+DECLARE_HANDLE(HDC);
+DECLARE_HANDLE(HRGN);
+typedef HICON HCURSOR;
+typedef HINSTANCE HMODULE;
+typedef void *HGDIOBJ;
+typedef WORD ATOM;
+typedef DWORD COLORREF; /* 0x00BBGGRR */
+typedef LRESULT(CALLBACK *WNDPROC)(HWND, UINT, WPARAM, LPARAM);
+typedef void(CALLBACK *TIMERPROC)(HWND, UINT, UINT_PTR, DWORD);
+typedef intptr_t(WINAPI *FARPROC)(void);
+
+#define LOWORD(value) ((WORD)((ULONG_PTR)(value)&0xFFFFu))
+#define HIWORD(value) ((WORD)(((ULONG_PTR)(value) >> 16) & 0xFFFFu))
+#define LOBYTE(value) ((BYTE)((ULONG_PTR)(value)&0xFFu))
+#define HIBYTE(value) ((BYTE)(((ULONG_PTR)(value) >> 8) & 0xFFu))
+#define MAKELONG(low, high) ((LONG)(((DWORD)(WORD)(low)) | ((DWORD)(WORD)(high)) << 16))
+#define MAKEWPARAM(low, high) ((WPARAM)(DWORD)MAKELONG(low, high))
+#define MAKELPARAM(low, high) ((LPARAM)(DWORD)MAKELONG(low, high))
+#define GET_X_LPARAM(value) ((int)(short)LOWORD(value))
+#define GET_Y_LPARAM(value) ((int)(short)HIWORD(value))
+#define MAKEINTRESOURCEA(id) ((LPSTR)(ULONG_PTR)(WORD)(id))
+
+/* Classes. */
+
+#define CS_VREDRAW 0x0001u
+#define CS_HREDRAW 0x0002u
+#define CS_DBLCLKS 0x0008u
+#define CS_NOCLOSE 0x0200u
+#define IDI_APPLICATION MAKEINTRESOURCEA(32512)
+#define IDC_ARROW MAKEINTRESOURCEA(32512)
+#define IDC_IBEAM MAKEINTRESOURCEA(32513)
+#define IDC_WAIT MAKEINTRESOURCEA(32514)
+#define IDC_CROSS MAKEINTRESOURCEA(32515)
+#define IDC_SIZENWSE MAKEINTRESOURCEA(32642)
+#define IDC_SIZENESW MAKEINTRESOURCEA(32643)
+#define IDC_SIZEWE MAKEINTRESOURCEA(32644)
+#define IDC_SIZENS MAKEINTRESOURCEA(32645)
+#define IDC_SIZEALL MAKEINTRESOURCEA(32646)
+#define IDC_HAND MAKEINTRESOURCEA(32649)
+
+typedef struct tagWNDCLASSA {
+  UINT style;
+  WNDPROC lpfnWndProc;
+  int cbClsExtra;
+  int cbWndExtra;
+  HINSTANCE hInstance;
+  HICON hIcon;
+  HCURSOR hCursor;
+  HBRUSH hbrBackground; /* a brush, a system colour plus 1, or null */
+  LPCSTR lpszMenuName;
+  LPCSTR lpszClassName;
+} WNDCLASSA;
+
+PLATFORM_API ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass);
+/* Fails while a window of the class exists. */
+PLATFORM_API BOOL WINAPI UnregisterClassA(LPCSTR name, HINSTANCE instance);
+PLATFORM_API int WINAPI GetClassNameA(HWND window, LPSTR text, int size);
+/* The system's own icons and cursors, by IDI_... and IDC_...; an instance has none here. */
+PLATFORM_API HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name);
+PLATFORM_API HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name);
+PLATFORM_API HCURSOR WINAPI SetCursor(HCURSOR cursor);
+PLATFORM_API HMODULE WINAPI GetModuleHandleA(LPCSTR name);
+
+/* Creation and end. */
+
+#define WS_OVERLAPPED 0x00000000u
+#define WS_POPUP 0x80000000u
+#define WS_CHILD 0x40000000u
+#define WS_MINIMIZE 0x20000000u
+#define WS_VISIBLE 0x10000000u
+#define WS_DISABLED 0x08000000u
+#define WS_CLIPSIBLINGS 0x04000000u
+#define WS_CLIPCHILDREN 0x02000000u
+#define WS_MAXIMIZE 0x01000000u
+#define WS_CAPTION 0x00C00000u
+#define WS_BORDER 0x00800000u
+#define WS_DLGFRAME 0x00400000u
+#define WS_VSCROLL 0x00200000u
+#define WS_HSCROLL 0x00100000u
+#define WS_SYSMENU 0x00080000u
+#define WS_THICKFRAME 0x00040000u
+#define WS_GROUP 0x00020000u
+#define WS_TABSTOP 0x00010000u
+#define WS_MINIMIZEBOX 0x00020000u
+#define WS_MAXIMIZEBOX 0x00010000u
+#define WS_OVERLAPPEDWINDOW (WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX)
+#define WS_POPUPWINDOW (WS_POPUP | WS_BORDER | WS_SYSMENU)
+
+#define WS_EX_DLGMODALFRAME 0x00000001u
+#define WS_EX_NOPARENTNOTIFY 0x00000004u
+#define WS_EX_TOPMOST 0x00000008u
+#define WS_EX_TRANSPARENT 0x00000020u
+#define WS_EX_TOOLWINDOW 0x00000080u
+#define WS_EX_WINDOWEDGE 0x00000100u
+#define WS_EX_CLIENTEDGE 0x00000200u
+#define WS_EX_CONTROLPARENT 0x00010000u
+#define WS_EX_STATICEDGE 0x00020000u
+#define WS_EX_APPWINDOW 0x00040000u
+#define WS_EX_LAYERED 0x00080000u
+#define WS_EX_NOACTIVATE 0x08000000u
+
+#define CW_USEDEFAULT ((int)0x80000000u)
+#define HWND_DESKTOP ((HWND)0)
+
+typedef struct tagCREATESTRUCTA {
+  LPVOID lpCreateParams;
+  HINSTANCE hInstance;
+  HMENU hMenu;
+  HWND hwndParent;
+  int cy, cx, y, x;
+  LONG style;
+  LPCSTR lpszName;
+  LPCSTR lpszClass;
+  DWORD dwExStyle;
+} CREATESTRUCTA;
+
+PLATFORM_API HWND WINAPI CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR title, DWORD style, int x, int y,
+                                         int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
+                                         LPVOID parameter);
+#define CreateWindowA(className, title, style, x, y, width, height, parent, menu, instance, parameter)                 \
+  CreateWindowExA(0, className, title, style, x, y, width, height, parent, menu, instance, parameter)
+PLATFORM_API BOOL WINAPI DestroyWindow(HWND window);
+PLATFORM_API BOOL WINAPI CloseWindow(HWND window);
+PLATFORM_API LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+PLATFORM_API LRESULT WINAPI CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+/* Relations and state. */
+
+#define GW_HWNDFIRST 0u
+#define GW_HWNDLAST 1u
+#define GW_HWNDNEXT 2u
+#define GW_HWNDPREV 3u
+#define GW_OWNER 4u
+#define GW_CHILD 5u
+#define GA_PARENT 1u
+#define GA_ROOT 2u
+#define GA_ROOTOWNER 3u
+#define GWL_WNDPROC (-4)
+#define GWL_HINSTANCE (-6)
+#define GWL_HWNDPARENT (-8)
+#define GWL_ID (-12)
+#define GWL_STYLE (-16)
+#define GWL_EXSTYLE (-20)
+#define GWL_USERDATA (-21)
+#define GWLP_WNDPROC (-4)
+#define GWLP_HINSTANCE (-6)
+#define GWLP_HWNDPARENT (-8)
+#define GWLP_ID (-12)
+#define GWLP_USERDATA (-21)
+
+typedef struct tagSTYLESTRUCT {
+  DWORD styleOld, styleNew;
+} STYLESTRUCT;
+
+PLATFORM_API BOOL WINAPI IsWindow(HWND window);
+PLATFORM_API BOOL WINAPI IsChild(HWND parent, HWND window);
+PLATFORM_API BOOL WINAPI IsWindowVisible(HWND window);
+PLATFORM_API BOOL WINAPI IsWindowEnabled(HWND window);
+PLATFORM_API BOOL WINAPI IsIconic(HWND window);
+PLATFORM_API BOOL WINAPI IsZoomed(HWND window);
+PLATFORM_API HWND WINAPI GetDesktopWindow(void);
+PLATFORM_API HWND WINAPI GetParent(HWND window);
+PLATFORM_API HWND WINAPI SetParent(HWND window, HWND parent);
+PLATFORM_API HWND WINAPI GetWindow(HWND window, UINT relation);
+PLATFORM_API HWND WINAPI GetTopWindow(HWND window);
+PLATFORM_API HWND WINAPI GetAncestor(HWND window, UINT relation);
+PLATFORM_API HWND WINAPI FindWindowA(LPCSTR className, LPCSTR title);
+PLATFORM_API HWND WINAPI GetDlgItem(HWND parent, int id);
+PLATFORM_API int WINAPI GetDlgCtrlID(HWND window);
+PLATFORM_API DWORD WINAPI GetWindowThreadProcessId(HWND window, LPDWORD process);
+PLATFORM_API DWORD WINAPI GetCurrentThreadId(void);
+PLATFORM_API DWORD WINAPI GetCurrentProcessId(void);
+PLATFORM_API LONG WINAPI GetWindowLongA(HWND window, int index);
+PLATFORM_API LONG WINAPI SetWindowLongA(HWND window, int index, LONG value);
+PLATFORM_API LONG_PTR WINAPI GetWindowLongPtrA(HWND window, int index);
+PLATFORM_API LONG_PTR WINAPI SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
+PLATFORM_API BOOL WINAPI SetWindowTextA(HWND window, LPCSTR text);
+PLATFORM_API int WINAPI GetWindowTextA(HWND window, LPSTR text, int size);
+PLATFORM_API int WINAPI GetWindowTextLengthA(HWND window);
+
+/* Geometry. The frame round a client area follows from the style alone. */
+
+#define SWP_NOSIZE 0x0001u
+#define SWP_NOMOVE 0x0002u
+#define SWP_NOZORDER 0x0004u
+#define SWP_NOREDRAW 0x0008u
+#define SWP_NOACTIVATE 0x0010u
+#define SWP_FRAMECHANGED 0x0020u
+#define SWP_SHOWWINDOW 0x0040u
+#define SWP_HIDEWINDOW 0x0080u
+#define SWP_NOCOPYBITS 0x0100u
+#define SWP_NOOWNERZORDER 0x0200u
+#define SWP_NOSENDCHANGING 0x0400u
+#define HWND_TOP ((HWND)0)
+#define HWND_BOTTOM ((HWND)1)
+#define HWND_TOPMOST ((HWND)(LONG_PTR)-1)
+#define HWND_NOTOPMOST ((HWND)(LONG_PTR)-2)
+
+#define SW_HIDE 0
+#define SW_SHOWNORMAL 1
+#define SW_NORMAL 1
+#define SW_SHOWMINIMIZED 2
+#define SW_SHOWMAXIMIZED 3
+#define SW_MAXIMIZE 3
+#define SW_SHOWNOACTIVATE 4
+#define SW_SHOW 5
+#define SW_MINIMIZE 6
+#define SW_SHOWMINNOACTIVE 7
+#define SW_SHOWNA 8
+#define SW_RESTORE 9
+#define SW_SHOWDEFAULT 10
+
+typedef struct tagWINDOWPOS {
+  HWND hwnd;
+  HWND hwndInsertAfter;
+  int x, y, cx, cy;
+  UINT flags;
+} WINDOWPOS;
+
+typedef struct tagNCCALCSIZE_PARAMS {
+  RECT rgrc[3];
+  WINDOWPOS *lppos;
+} NCCALCSIZE_PARAMS;
+
+typedef struct tagMINMAXINFO {
+  POINT ptReserved;
+  POINT ptMaxSize;
+  POINT ptMaxPosition;
+  POINT ptMinTrackSize;
+  POINT ptMaxTrackSize;
+} MINMAXINFO;
+
+typedef struct tagWINDOWPLACEMENT {
+  UINT length, flags, showCmd;
+  POINT ptMinPosition, ptMaxPosition;
+  RECT rcNormalPosition;
+} WINDOWPLACEMENT;
+
+PLATFORM_API BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
+PLATFORM_API BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
+PLATFORM_API BOOL WINAPI BringWindowToTop(HWND window);
+PLATFORM_API BOOL WINAPI ShowWindow(HWND window, int command);
+PLATFORM_API BOOL WINAPI GetWindowPlacement(HWND window, WINDOWPLACEMENT *placement);
+PLATFORM_API BOOL WINAPI SetWindowPlacement(HWND window, const WINDOWPLACEMENT *placement);
+PLATFORM_API BOOL WINAPI GetWindowRect(HWND window, RECT *rect);
+PLATFORM_API BOOL WINAPI GetClientRect(HWND window, RECT *rect);
+PLATFORM_API BOOL WINAPI AdjustWindowRectEx(RECT *rect, DWORD style, BOOL menu, DWORD exStyle);
+PLATFORM_API BOOL WINAPI AdjustWindowRect(RECT *rect, DWORD style, BOOL menu);
+/* Null stands for the screen. */
+PLATFORM_API int WINAPI MapWindowPoints(HWND from, HWND to, POINT *points, UINT count);
+PLATFORM_API BOOL WINAPI ClientToScreen(HWND window, POINT *point);
+PLATFORM_API BOOL WINAPI ScreenToClient(HWND window, POINT *point);
+PLATFORM_API HWND WINAPI WindowFromPoint(POINT point);
+PLATFORM_API HWND WINAPI ChildWindowFromPoint(HWND parent, POINT point);
+
+#define SM_CXSCREEN 0
+#define SM_CYSCREEN 1
+#define SM_CXVSCROLL 2
+#define SM_CYHSCROLL 3
+#define SM_CYCAPTION 4
+#define SM_CXBORDER 5
+#define SM_CYBORDER 6
+#define SM_CXFIXEDFRAME 7
+#define SM_CYFIXEDFRAME 8
+#define SM_CXICON 11
+#define SM_CYICON 12
+#define SM_CXCURSOR 13
+#define SM_CYCURSOR 14
+#define SM_CYMENU 15
+#define SM_CXFULLSCREEN 16
+#define SM_CYFULLSCREEN 17
+#define SM_MOUSEPRESENT 19
+#define SM_SWAPBUTTON 23
+#define SM_CXMIN 28
+#define SM_CYMIN 29
+#define SM_CXSIZE 30
+#define SM_CYSIZE 31
+#define SM_CXFRAME 32
+#define SM_CYFRAME 33
+#define SM_CXSIZEFRAME 32
+#define SM_CYSIZEFRAME 33
+#define SM_CXMINTRACK 34
+#define SM_CYMINTRACK 35
+#define SM_CXDOUBLECLK 36
+#define SM_CYDOUBLECLK 37
+#define SM_CMOUSEBUTTONS 43
+#define SM_CXEDGE 45
+#define SM_CYEDGE 46
+#define SM_CXSMICON 49
+#define SM_CYSMICON 50
+#define SM_CYSMCAPTION 51
+#define SM_CXMAXTRACK 59
+#define SM_CYMAXTRACK 60
+#define SM_CXMAXIMIZED 61
+#define SM_CYMAXIMIZED 62
+#define SM_CXDRAG 68
+#define SM_CYDRAG 69
+#define SM_MOUSEWHEELPRESENT 75
+#define SM_XVIRTUALSCREEN 76
+#define SM_YVIRTUALSCREEN 77
+#define SM_CXVIRTUALSCREEN 78
+#define SM_CYVIRTUALSCREEN 79
+
+PLATFORM_API int WINAPI GetSystemMetrics(int index);
+
+/* Enabling, focus, activation. */
+
+PLATFORM_API BOOL WINAPI EnableWindow(HWND window, BOOL enable);
+PLATFORM_API HWND WINAPI SetFocus(HWND window);
+PLATFORM_API HWND WINAPI GetFocus(void);
+PLATFORM_API HWND WINAPI SetActiveWindow(HWND window);
+PLATFORM_API HWND WINAPI GetActiveWindow(void);
+PLATFORM_API BOOL WINAPI SetForegroundWindow(HWND window);
+PLATFORM_API HWND WINAPI GetForegroundWindow(void);
+
+/* Layered windows. SetLayeredWindowAttributes is also found at run time, in "user32". */
+
+#define LWA_COLORKEY 1u
+#define LWA_ALPHA 2u
+
+PLATFORM_API BOOL WINAPI SetLayeredWindowAttributes(HWND window, COLORREF key, BYTE alpha, DWORD flags);
+PLATFORM_API BOOL WINAPI GetLayeredWindowAttributes(HWND window, COLORREF *key, BYTE *alpha, DWORD *flags);
+PLATFORM_API HMODULE WINAPI LoadLibraryA(LPCSTR name);
+PLATFORM_API FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name);
+PLATFORM_API BOOL WINAPI FreeLibrary(HMODULE module);
+
+/* The system menu: its items and their states, which the desktop's own frame does not show. */
+
+#define MF_BYCOMMAND 0u
+#define MF_BYPOSITION 0x400u
+#define MF_ENABLED 0u
+#define MF_GRAYED 1u
+#define MF_DISABLED 2u
+#define MF_SEPARATOR 0x800u
+#define SC_SIZE 0xF000u
+#define SC_MOVE 0xF010u
+#define SC_MINIMIZE 0xF020u
+#define SC_MAXIMIZE 0xF030u
+#define SC_CLOSE 0xF060u
+#define SC_KEYMENU 0xF100u
+#define SC_RESTORE 0xF120u
+
+PLATFORM_API HMENU WINAPI GetSystemMenu(HWND window, BOOL revert);
+/* Result: the item's state before, all ones for an item that isn't there. */
+PLATFORM_API BOOL WINAPI EnableMenuItem(HMENU menu, UINT item, UINT flags);
+PLATFORM_API UINT WINAPI GetMenuState(HMENU menu, UINT item, UINT flags);
+PLATFORM_API int WINAPI GetMenuItemCount(HMENU menu);
+PLATFORM_API UINT WINAPI GetMenuItemID(HMENU menu, int position);
+
+/* Painting. */
+
+#define RDW_INVALIDATE 0x0001u
+#define RDW_INTERNALPAINT 0x0002u
+#define RDW_ERASE 0x0004u
+#define RDW_VALIDATE 0x0008u
+#define RDW_NOERASE 0x0020u
+#define RDW_NOCHILDREN 0x0040u
+#define RDW_ALLCHILDREN 0x0080u
+#define RDW_UPDATENOW 0x0100u
+#define RDW_ERASENOW 0x0200u
+#define RDW_FRAME 0x0400u
+
+typedef struct tagPAINTSTRUCT {
+  HDC hdc;
+  BOOL fErase;
+  RECT rcPaint;
+  BOOL fRestore;
+  BOOL fIncUpdate;
+  BYTE rgbReserved[32];
+} PAINTSTRUCT;
+
+PLATFORM_API BOOL WINAPI InvalidateRect(HWND window, const RECT *rect, BOOL erase);
+PLATFORM_API BOOL WINAPI ValidateRect(HWND window, const RECT *rect);
+PLATFORM_API BOOL WINAPI RedrawWindow(HWND window, const RECT *rect, HRGN region, UINT flags);
+PLATFORM_API BOOL WINAPI UpdateWindow(HWND window);
+PLATFORM_API BOOL WINAPI GetUpdateRect(HWND window, RECT *rect, BOOL erase);
+PLATFORM_API HDC WINAPI BeginPaint(HWND window, PAINTSTRUCT *paint);
+PLATFORM_API BOOL WINAPI EndPaint(HWND window, const PAINTSTRUCT *paint);
+PLATFORM_API HDC WINAPI GetDC(HWND window);
+PLATFORM_API int WINAPI ReleaseDC(HWND window, HDC dc);
+
+#define ERROR 0
+#define NULLREGION 1
+#define SIMPLEREGION 2
+#define COMPLEXREGION 3
+
+/* The rectangle round what a context can draw on. */
+PLATFORM_API int WINAPI GetClipBox(HDC dc, RECT *rect);
+
+#define RGB(red, green, blue) ((COLORREF)((BYTE)(red) | (WORD)((BYTE)(green)) << 8 | (DWORD)(BYTE)(blue) << 16))
+#define COLOR_SCROLLBAR 0
+#define COLOR_BACKGROUND 1
+#define COLOR_ACTIVECAPTION 2
+#define COLOR_WINDOW 5
+#define COLOR_WINDOWFRAME 6
+#define COLOR_WINDOWTEXT 8
+#define COLOR_APPWORKSPACE 12
+#define COLOR_HIGHLIGHT 13
+#define COLOR_BTNFACE 15
+#define COLOR_BTNSHADOW 16
+#define COLOR_BTNHIGHLIGHT 20
+#define COLOR_3DDKSHADOW 21
+#define COLOR_3DLIGHT 22
+
+PLATFORM_API DWORD WINAPI GetSysColor(int index);
+PLATFORM_API HBRUSH WINAPI GetSysColorBrush(int index);
+PLATFORM_API HBRUSH WINAPI CreateSolidBrush(COLORREF color);
+PLATFORM_API BOOL WINAPI DeleteObject(HGDIOBJ object);
+/* A brush, or a system colour plus 1. Right and bottom lie outside. */
+PLATFORM_API int WINAPI FillRect(HDC dc, const RECT *rect, HBRUSH brush);
+PLATFORM_API COLORREF WINAPI GetPixel(HDC dc, int x, int y);
+
+/* Messages. */
+
+typedef struct tagMSG {
+  HWND hwnd;
+  UINT message;
+  WPARAM wParam;
+  LPARAM lParam;
+  DWORD time;
+  POINT pt;
+} MSG;
+
+#define WM_NULL 0x0000u
+#define WM_CREATE 0x0001u
+#define WM_DESTROY 0x0002u
+#define WM_MOVE 0x0003u
+#define WM_SIZE 0x0005u
+#define WM_ACTIVATE 0x0006u
+#define WM_SETFOCUS 0x0007u
+#define WM_KILLFOCUS 0x0008u
+#define WM_ENABLE 0x000Au
+#define WM_SETREDRAW 0x000Bu
+#define WM_SETTEXT 0x000Cu
+#define WM_GETTEXT 0x000Du
+#define WM_GETTEXTLENGTH 0x000Eu
+#define WM_PAINT 0x000Fu
+#define WM_CLOSE 0x0010u
+#define WM_QUERYOPEN 0x0013u
+#define WM_QUIT 0x0012u
+#define WM_ERASEBKGND 0x0014u
+#define WM_SYSCOLORCHANGE 0x0015u
+#define WM_SHOWWINDOW 0x0018u
+#define WM_ACTIVATEAPP 0x001Cu
+#define WM_CANCELMODE 0x001Fu
+#define WM_SETCURSOR 0x0020u
+#define WM_MOUSEACTIVATE 0x0021u
+#define WM_CHILDACTIVATE 0x0022u
+#define WM_GETMINMAXINFO 0x0024u
+#define WM_WINDOWPOSCHANGING 0x0046u
+#define WM_WINDOWPOSCHANGED 0x0047u
+#define WM_NOTIFY 0x004Eu
+#define WM_CONTEXTMENU 0x007Bu
+#define WM_STYLECHANGING 0x007Cu
+#define WM_STYLECHANGED 0x007Du
+#define WM_GETICON 0x007Fu
+#define WM_SETICON 0x0080u
+#define WM_NCCREATE 0x0081u
+#define WM_NCDESTROY 0x0082u
+#define WM_NCCALCSIZE 0x0083u
+#define WM_NCHITTEST 0x0084u
+#define WM_NCPAINT 0x0085u
+#define WM_NCACTIVATE 0x0086u
+#define WM_NCMOUSEMOVE 0x00A0u
+#define WM_NCLBUTTONDOWN 0x00A1u
+#define WM_NCLBUTTONUP 0x00A2u
+#define WM_NCLBUTTONDBLCLK 0x00A3u
+#define WM_NCRBUTTONDOWN 0x00A4u
+#define WM_NCRBUTTONUP 0x00A5u
+#define WM_NCRBUTTONDBLCLK 0x00A6u
+#define WM_NCMBUTTONDOWN 0x00A7u
+#define WM_NCMBUTTONUP 0x00A8u
+#define WM_NCMBUTTONDBLCLK 0x00A9u
+#define WM_KEYFIRST 0x0100u
+#define WM_KEYDOWN 0x0100u
+#define WM_KEYUP 0x0101u
+#define WM_CHAR 0x0102u
+#define WM_DEADCHAR 0x0103u
+#define WM_SYSKEYDOWN 0x0104u
+#define WM_SYSKEYUP 0x0105u
+#define WM_SYSCHAR 0x0106u
+#define WM_KEYLAST 0x0109u
+#define WM_COMMAND 0x0111u
+#define WM_SYSCOMMAND 0x0112u
+#define WM_TIMER 0x0113u
+#define WM_INITMENU 0x0116u
+#define WM_MOUSEFIRST 0x0200u
+#define WM_MOUSEMOVE 0x0200u
+#define WM_LBUTTONDOWN 0x0201u
+#define WM_LBUTTONUP 0x0202u
+#define WM_LBUTTONDBLCLK 0x0203u
+#define WM_RBUTTONDOWN 0x0204u
+#define WM_RBUTTONUP 0x0205u
+#define WM_RBUTTONDBLCLK 0x0206u
+#define WM_MBUTTONDOWN 0x0207u
+#define WM_MBUTTONUP 0x0208u
+#define WM_MBUTTONDBLCLK 0x0209u
+#define WM_MOUSEWHEEL 0x020Au
+#define WM_MOUSELAST 0x020Eu
+#define WM_PARENTNOTIFY 0x0210u
+#define WM_SIZING 0x0214u
+#define WM_CAPTURECHANGED 0x0215u
+#define WM_MOVING 0x0216u
+#define WM_ENTERSIZEMOVE 0x0231u
+#define WM_EXITSIZEMOVE 0x0232u
+#define WM_MOUSELEAVE 0x02A3u
+#define WM_USER 0x0400u
+#define WM_APP 0x8000u
+
+#define SIZE_RESTORED 0
+#define SIZE_MINIMIZED 1
+#define SIZE_MAXIMIZED 2
+#define WMSZ_LEFT 1
+#define WMSZ_RIGHT 2
+#define WMSZ_TOP 3
+#define WMSZ_TOPLEFT 4
+#define WMSZ_TOPRIGHT 5
+#define WMSZ_BOTTOM 6
+#define WMSZ_BOTTOMLEFT 7
+#define WMSZ_BOTTOMRIGHT 8
+#define WA_INACTIVE 0
+#define WA_ACTIVE 1
+#define WA_CLICKACTIVE 2
+#define MA_ACTIVATE 1
+#define MA_ACTIVATEANDEAT 2
+#define MA_NOACTIVATE 3
+#define MA_NOACTIVATEANDEAT 4
+#define HTERROR (-2)
+#define HTTRANSPARENT (-1)
+#define HTNOWHERE 0
+#define HTCLIENT 1
+#define HTCAPTION 2
+#define HTSYSMENU 3
+#define HTMENU 5
+#define HTMINBUTTON 8
+#define HTMAXBUTTON 9
+#define HTLEFT 10
+#define HTRIGHT 11
+#define HTTOP 12
+#define HTTOPLEFT 13
+#define HTTOPRIGHT 14
+#define HTBOTTOM 15
+#define HTBOTTOMLEFT 16
+#define HTBOTTOMRIGHT 17
+#define HTBORDER 18
+#define HTCLOSE 20
+#define WHEEL_DELTA 120
+
+typedef struct tagNMHDR {
+  HWND hwndFrom;
+  UINT_PTR idFrom;
+  UINT code;
+} NMHDR;
+
+#define PM_NOREMOVE 0u
+#define PM_REMOVE 1u
+
+/* Messages come in this order: sent, posted, input, quit, paint, timer. */
+PLATFORM_API BOOL WINAPI GetMessageA(MSG *message, HWND window, UINT first, UINT last);
+PLATFORM_API BOOL WINAPI PeekMessageA(MSG *message, HWND window, UINT first, UINT last, UINT remove);
+PLATFORM_API BOOL WINAPI TranslateMessage(const MSG *message);
+PLATFORM_API LRESULT WINAPI DispatchMessageA(const MSG *message);
+PLATFORM_API BOOL WINAPI WaitMessage(void);
+/* To a window of another thread: waits until that thread takes the message, and serves messages sent here meanwhile. */
+PLATFORM_API LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+PLATFORM_API BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+PLATFORM_API BOOL WINAPI PostThreadMessageA(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam);
+PLATFORM_API void WINAPI PostQuitMessage(int status);
+PLATFORM_API BOOL WINAPI InSendMessage(void);
+PLATFORM_API LONG WINAPI GetMessageTime(void);
+PLATFORM_API DWORD WINAPI GetMessagePos(void);
+
+/* Timers. Without a window the id is the layer's choice, unless it is that of such a timer. */
+
+#define USER_TIMER_MINIMUM 10u
+
+PLATFORM_API UINT_PTR WINAPI SetTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure);
+PLATFORM_API BOOL WINAPI KillTimer(HWND window, UINT_PTR id);
+PLATFORM_API void WINAPI Sleep(DWORD milliseconds);
+
+/* Input. */
+
+#define MK_LBUTTON 0x01u
+#define MK_RBUTTON 0x02u
+#define MK_SHIFT 0x04u
+#define MK_CONTROL 0x08u
+#define MK_MBUTTON 0x10u
+
+#define VK_LBUTTON 0x01
+#define VK_RBUTTON 0x02
+#define VK_CANCEL 0x03
+#define VK_MBUTTON 0x04
+#define VK_BACK 0x08
+#define VK_TAB 0x09
+#define VK_CLEAR 0x0C
+#define VK_RETURN 0x0D
+#define VK_SHIFT 0x10
+#define VK_CONTROL 0x11
+#define VK_MENU 0x12
+#define VK_PAUSE 0x13
+#define VK_CAPITAL 0x14
+#define VK_KANA 0x15
+#define VK_KANJI 0x19
+#define VK_ESCAPE 0x1B
+#define VK_CONVERT 0x1C
+#define VK_NONCONVERT 0x1D
+#define VK_SPACE 0x20
+#define VK_PRIOR 0x21
+#define VK_NEXT 0x22
+#define VK_END 0x23
+#define VK_HOME 0x24
+#define VK_LEFT 0x25
+#define VK_UP 0x26
+#define VK_RIGHT 0x27
+#define VK_DOWN 0x28
+#define VK_SNAPSHOT 0x2C
+#define VK_INSERT 0x2D
+#define VK_DELETE 0x2E
+#define VK_HELP 0x2F
+#define VK_LWIN 0x5B
+#define VK_RWIN 0x5C
+#define VK_APPS 0x5D
+#define VK_NUMPAD0 0x60
+#define VK_NUMPAD9 0x69
+#define VK_MULTIPLY 0x6A
+#define VK_ADD 0x6B
+#define VK_SEPARATOR 0x6C
+#define VK_SUBTRACT 0x6D
+#define VK_DECIMAL 0x6E
+#define VK_DIVIDE 0x6F
+#define VK_F1 0x70
+#define VK_F4 0x73
+#define VK_F10 0x79
+#define VK_F12 0x7B
+#define VK_F24 0x87
+#define VK_NUMLOCK 0x90
+#define VK_SCROLL 0x91
+#define VK_LSHIFT 0xA0
+#define VK_RSHIFT 0xA1
+#define VK_LCONTROL 0xA2
+#define VK_RCONTROL 0xA3
+#define VK_LMENU 0xA4
+#define VK_RMENU 0xA5
+#define VK_OEM_1 0xBA
+#define VK_OEM_PLUS 0xBB
+#define VK_OEM_COMMA 0xBC
+#define VK_OEM_MINUS 0xBD
+#define VK_OEM_PERIOD 0xBE
+#define VK_OEM_2 0xBF
+#define VK_OEM_3 0xC0
+#define VK_OEM_4 0xDB
+#define VK_OEM_5 0xDC
+#define VK_OEM_6 0xDD
+#define VK_OEM_7 0xDE
+
+#define TME_LEAVE 2u
+#define TME_CANCEL 0x80000000u
+
+typedef struct tagTRACKMOUSEEVENT {
+  DWORD cbSize, dwFlags;
+  HWND hwndTrack;
+  DWORD dwHoverTime;
+} TRACKMOUSEEVENT;
+
+PLATFORM_API HWND WINAPI SetCapture(HWND window);
+PLATFORM_API BOOL WINAPI ReleaseCapture(void);
+PLATFORM_API HWND WINAPI GetCapture(void);
+PLATFORM_API BOOL WINAPI TrackMouseEvent(TRACKMOUSEEVENT *event);
+PLATFORM_API BOOL WINAPI GetCursorPos(POINT *point);
+PLATFORM_API BOOL WINAPI SetCursorPos(int x, int y);
+/* GetKeyState as of the last message taken, GetAsyncKeyState as of now. The high bit tells that the key is down. */
+PLATFORM_API SHORT WINAPI GetKeyState(int key);
+PLATFORM_API SHORT WINAPI GetAsyncKeyState(int key);
+PLATFORM_API UINT WINAPI GetDoubleClickTime(void);
+
+/* Input as if it came from the user. */
+
+#define MOUSEEVENTF_MOVE 0x0001u
+#define MOUSEEVENTF_LEFTDOWN 0x0002u
+#define MOUSEEVENTF_LEFTUP 0x0004u
+#define MOUSEEVENTF_RIGHTDOWN 0x0008u
+#define MOUSEEVENTF_RIGHTUP 0x0010u
+#define MOUSEEVENTF_MIDDLEDOWN 0x0020u
+#define MOUSEEVENTF_MIDDLEUP 0x0040u
+#define MOUSEEVENTF_WHEEL 0x0800u
+#define MOUSEEVENTF_ABSOLUTE 0x8000u
+#define KEYEVENTF_EXTENDEDKEY 1u
+#define KEYEVENTF_KEYUP 2u
+
+PLATFORM_API void WINAPI mouse_event(DWORD flags, DWORD x, DWORD y, DWORD data, ULONG_PTR extra);
+PLATFORM_API void WINAPI keybd_event(BYTE key, BYTE scan, DWORD flags, ULONG_PTR extra);
+
 /* Messages to the user. */
 
 #define MB_OK 0u
@@ -296,6 +1008,13 @@ PLATFORM_API DWORD WINAPI GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWOR
 
 PLATFORM_API HANDLE WINAPI GetStdHandle(DWORD stream);
 PLATFORM_API BOOL WINAPI GetConsoleMode(HANDLE file, LPDWORD mode);
+
+/* Whether windows are shown to anybody. Without a display they work all the same, unseen. */
+PLATFORM_API BOOL platformHasDisplay(void);
+
+/* Writes what a top-level window shows in its client area into a PNG file.
+ * file: in code page 932. FALSE for another window, and when the file can't be written. */
+PLATFORM_API BOOL platformSavePicture(HWND window, const char *file);
 
 /* Opens a C stream by a name in code page 932, in either form of path ("C:\a\b" or "/a/b"). Null when that
  * fails, and for a folder. */

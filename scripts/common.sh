@@ -37,7 +37,7 @@ need() {
   rm -f "$log"
 }
 
-compiler=(cmake ninja-build g++)
+compiler=(cmake ninja-build g++ qt6-base-dev)
 
 # build PRESET TARGET [CMAKE_OPTION...]: configures and builds below build/PRESET.
 build() {

@@ -5,6 +5,7 @@
 #include "settings.h"
 #include "terminal.h"
 #include "testsignal.h"
+#include "viewer.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -37,6 +38,11 @@ std::optional<Report> open(const std::string &file) {
   return measure(file, recording);
 }
 
+int askWhich() {
+  complain("which file? (levelview --help tells more)");
+  return kWrongCommandLine;
+}
+
 bool isFolder(const std::string &name) {
   const DWORD attributes = GetFileAttributesA(name.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
@@ -61,8 +67,11 @@ std::vector<std::string> expand(const std::vector<std::string> &names) {
 }
 
 int report(const Options &options) {
-  WqUnit_SetRange(options.range.value_or(1.0));
-  const std::vector<std::string> files = expand(options.files);
+  Settings settings;
+  if (options.files.empty()) settings.load(options.settings);
+  if (options.files.empty() && settings.lastFile.empty()) return askWhich();
+  WqUnit_SetRange(options.range.value_or(settings.range));
+  const std::vector<std::string> files = expand(options.files.empty() ? std::vector{settings.lastFile} : options.files);
   const bool several = files.size() != 1;
   if (files.empty()) complain(options.files[0] + ": no WAV files");
   std::vector<Report> reports;
@@ -78,20 +87,32 @@ int report(const Options &options) {
   return !files.empty() && reports.size() == files.size() ? EXIT_SUCCESS : kFailed;
 }
 
+// What is shown of an opened file: a window, or without a display its report.
+bool show(const Options &options, const Report &told, Settings &settings) {
+  if (options.snapshot.empty() && !platformHasDisplay()) {
+    printReport(told, stdout);
+    return true;
+  }
+  Viewer viewer(told.name, settings);
+  if (options.snapshot.empty() ? viewer.run() : viewer.snapshot(options.snapshot, options.size)) {
+    WqMain_Term(); // while the viewer's window objects are still there
+    WqMain_Init(nullptr);
+    return true;
+  }
+  complain(options.snapshot.empty() ? "no window could be opened" : options.snapshot + ": cannot write");
+  return false;
+}
+
 // Shows one file, and remembers it with its range for the next time.
 int view(const Options &options) {
   Settings settings;
   settings.load(options.settings);
   if (options.range) settings.range = *options.range;
   if (!options.files.empty()) settings.lastFile = fullName(options.files[0]);
-  if (settings.lastFile.empty()) {
-    complain("which file? (levelview --help tells more)");
-    return kWrongCommandLine;
-  }
+  if (settings.lastFile.empty()) return askWhich();
   WqUnit_SetRange(settings.range);
   const std::optional<Report> told = open(options.files.empty() ? settings.lastFile : options.files[0]);
-  if (!told) return kFailed;
-  printReport(*told, stdout);
+  if (!told || !show(options, *told, settings)) return kFailed;
   if (!settings.save(options.settings)) complain("the settings could not be kept");
   return EXIT_SUCCESS;
 }

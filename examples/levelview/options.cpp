@@ -6,15 +6,19 @@
 
 const char *const kUsage =
     "Usage: levelview [--range VOLTS] [FILE.wav]\n"
-    "       levelview --report [--range VOLTS] FILE.wav|FOLDER...\n"
+    "       levelview --snapshot OUT.png [--size WxH] FILE.wav\n"
+    "       levelview --report [--range VOLTS] [FILE.wav|FOLDER]...\n"
     "       levelview --make FILE.wav\n"
     "\n"
     "Shows the levels of WAV files (integer PCM, 8, 16 or 32 bits, one or two channels).\n"
-    "Without a file it takes the one it showed last, with its range.\n"
+    "Without a file it takes the one it showed last, with its range. Where there is no display to\n"
+    "show a window on, it prints a report instead.\n"
     "\n"
     "  --report         print format, length and levels, one `key: value' a line, of each file\n"
     "                   and of the files in each folder, with a table at the end of several\n"
     "  --range VOLTS    the level that full scale stands for, 1.0 if not given\n"
+    "  --snapshot FILE  write a picture of the window, in PNG format, and show nothing\n"
+    "  --size WxH       width and height of the picture, 800x480 if not given\n"
     "  --make           write a test signal: a tone on the first channel, a sweep on the second\n"
     "  --log FILE       write a log of what was opened and refused\n"
     "  --settings FILE  keep settings there instead of in the user's folder for settings\n"
@@ -33,6 +37,19 @@ bool readVolts(std::string_view text, std::optional<double> &volts) {
   return true;
 }
 
+bool readSize(std::string_view text, SIZE &size) {
+  LONG sides[2] = {0, 0};
+  const char *at = text.data(), *const end = at + text.size();
+  for (LONG &side : sides) {
+    const auto [next, error] = std::from_chars(at, end, side);
+    if (error != std::errc() || side < 1 || side > 8192) return false;
+    at = next;
+    if (&side == sides && (at == end || *at++ != 'x')) return false;
+  }
+  size = {sides[0], sides[1]};
+  return at == end;
+}
+
 // An option that stands alone.
 std::optional<Mode> modeOf(std::string_view argument) {
   if (argument == "--report") return Mode::report;
@@ -45,19 +62,28 @@ std::optional<Mode> modeOf(std::string_view argument) {
 // Takes an option with a value.
 // Result: an error, or empty.
 std::string readValue(std::string_view name, const char *value, Options &options) {
-  const bool known = name == "--range" || name == "--log" || name == "--settings";
-  if (!known) return "unknown option " + std::string(name);
-  if (!value || *value == '\0')
-    return std::string(name) + (name == "--range" ? " needs a number of volts" : " needs a file");
-  if (name == "--log") options.log = value;
-  if (name == "--settings") options.settings = value;
-  if (name == "--range" && !readVolts(value, options.range)) return "not a range in volts: " + std::string(value);
-  return {};
+  const struct {
+    std::string_view name;
+    const char *needs;
+    std::string *text;
+  } rows[] = {{"--range", "a number of volts", nullptr},
+              {"--size", "a width and a height, as in 800x480", nullptr},
+              {"--log", "a file", &options.log},
+              {"--settings", "a file", &options.settings},
+              {"--snapshot", "a file", &options.snapshot}};
+  for (const auto &row : rows) {
+    if (name != row.name) continue;
+    if (!value || *value == '\0') return std::string(name) + " needs " + row.needs;
+    if (row.text) *row.text = value;
+    if (name == "--range" && !readVolts(value, options.range)) return "not a range in volts: " + std::string(value);
+    if (name == "--size" && !readSize(value, options.size)) return "not a size: " + std::string(value);
+    return {};
+  }
+  return "unknown option " + std::string(name);
 }
 
 std::string checkFiles(const Options &options) {
   const size_t count = options.files.size();
-  if (options.mode == Mode::report && count == 0) return "--report needs a file or a folder";
   if (options.mode == Mode::make && count == 0) return "--make needs a file";
   if (options.mode != Mode::report && count > 1)
     return "one file at a time, and " + options.files[1] + " is a second one";
@@ -78,7 +104,7 @@ std::string readOptions(int argc, char **argv, Options &options) {
       options.mode = *mode;
       if (*mode == Mode::help || *mode == Mode::version) return {};
     } else {
-      const std::string error = readValue(argument, i + 1 < argc ? argv[i + 1] : nullptr, options);
+      std::string error = readValue(argument, i + 1 < argc ? argv[i + 1] : nullptr, options);
       if (!error.empty()) return error;
       ++i;
     }

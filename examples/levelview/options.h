@@ -1,6 +1,8 @@
 // The command line.
 #pragma once
 
+#include "wq.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,8 +14,10 @@ struct Options {
   Mode mode = Mode::view;
   std::optional<double> range; // volts that full scale stands for
   std::vector<std::string> files;
-  std::string log;      // where the event log goes at the end; empty for nowhere
-  std::string settings; // another settings file than the usual one
+  std::string log;        // where the event log goes at the end; empty for nowhere
+  std::string settings;   // another settings file than the usual one
+  std::string snapshot;   // where a picture of the window goes instead of the window; empty for nowhere
+  SIZE size = {800, 480}; // of the picture
 };
 
 // Reads the arguments, which come in the library's encoding.

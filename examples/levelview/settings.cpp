@@ -1,7 +1,5 @@
 #include "settings.h"
 
-#include "wq.h"
-
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -43,6 +41,12 @@ void exchange(WqCfg &cfg, Settings &settings) {
   WqStr_nCopy(text.data(), settings.lastFile.c_str(), text.size() - 1);
   WqCfg_Str(&cfg, "LastFile", text.data(), "", text.size());
   settings.lastFile = text.data();
+
+  WqCfg_Sect(&cfg, "Window");
+  WqStr_Rect(text.data(), &settings.place);
+  WqCfg_Str(&cfg, "Place", text.data(), "0,0,0,0", text.size());
+  WqScan_Rect(text.data(), &settings.place);
+  settings.maximized = WqCfg_Int(&cfg, "Maximized", settings.maximized) != 0;
 }
 
 } // namespace

@@ -25,7 +25,8 @@ std::string shown(const std::string &text) {
   const int bytes = WideCharToMultiByte(codePage, 0, wide.data(), -1, nullptr, 0, nullptr, nullptr);
   std::string out(static_cast<size_t>(bytes), '\0');
   WideCharToMultiByte(codePage, 0, wide.data(), -1, out.data(), bytes, nullptr, nullptr);
-  return out.c_str();
+  if (!out.empty()) out.pop_back(); // the NUL
+  return out;
 }
 
 void complain(const std::string &text) { std::fprintf(stderr, "levelview: %s\n", shown(text).c_str()); }

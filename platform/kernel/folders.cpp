@@ -215,7 +215,7 @@ std::string search(LPCSTR searchPath, const std::string &file) {
     const size_t end = std::min(rest.find(';'), rest.size()); // never the second half of a character
     const std::string_view folder = rest.substr(0, end);
     if (!folder.empty() || path.empty()) {
-      const std::string found = fullName(folder.empty() ? "." : folder, file);
+      std::string found = fullName(folder.empty() ? "." : folder, file);
       if (!found.empty()) return found;
     }
     if (end == rest.size()) return {};

@@ -25,7 +25,7 @@ HANDLE Handles::open(std::shared_ptr<Object> object) {
       return nullptr;
     }
     free_.reserve(places_.size() + 1); // closing must not fail for want of memory
-    places_.emplace_back();
+    places_.emplace_back().generation = firstGeneration_;
     free_.push_back(static_cast<uint32_t>(places_.size() - 1));
   }
   const uint32_t index = free_.back();
@@ -52,7 +52,7 @@ std::shared_ptr<Object> Handles::remove(HANDLE handle) {
   const std::lock_guard lock(mutex_);
   Place *place = placeOf(handle);
   if (!place) return nullptr;
-  place->generation = (place->generation + 1) % kGenerations;
+  if (++place->generation == kGenerations) place->generation = firstGeneration_;
   free_.push_back(static_cast<uint32_t>(place - places_.data()));
   return std::move(place->object);
 }

@@ -24,6 +24,9 @@ class Closable : public Object {};
 
 class Handles {
  public:
+  // firstGeneration: above 0, handles are never small numbers, which may mean something else.
+  explicit Handles(uint32_t firstGeneration = 0) : firstGeneration_(firstGeneration) {}
+
   // A handle for an object, which the handle keeps alive.
   HANDLE open(std::shared_ptr<Object> object);
   // Null for a handle that is none, and for one of another kind.
@@ -43,6 +46,7 @@ class Handles {
   std::shared_ptr<Object> remove(HANDLE handle);
   Place *placeOf(HANDLE handle);
 
+  const uint32_t firstGeneration_;
   std::mutex mutex_;
   std::vector<Place> places_;
   std::vector<uint32_t> free_;

@@ -22,9 +22,9 @@ namespace platform {
 
 namespace {
 
-constexpr size_t kKept = 16;                 // profiles at a time
-constexpr int64_t kSettled = 50'000'000;     // nanoseconds after which a change gets another time
-constexpr off_t kLargest = 64 * 1024 * 1024; // a larger file is no profile
+constexpr size_t kKept = 16;             // profiles at a time
+constexpr int64_t kSettled = 50'000'000; // nanoseconds after which a change gets another time
+constexpr off_t kLargest = 1 << 26;      // a larger file is no profile
 
 int64_t nanoseconds(const timespec &time) { return time.tv_sec * INT64_C(1'000'000'000) + time.tv_nsec; }
 
@@ -71,7 +71,7 @@ std::string profilePath(LPCSTR name) {
 }
 
 bool readAll(int file, std::string &content) {
-  struct stat status;
+  struct stat status {};
   if (fstat(file, &status) != 0 || status.st_size > kLargest) return false;
   content.resize(static_cast<size_t>(status.st_size));
   size_t done = 0;
@@ -93,7 +93,7 @@ Kept *keptProfile(const std::string &path, const struct stat &status) {
 
 // The profile of an open file; null when it can't be read.
 Kept *load(const std::string &path, int file) {
-  struct stat status;
+  struct stat status {};
   std::string content;
   timespec now;
   if (fstat(file, &status) != 0) return nullptr;
@@ -110,7 +110,7 @@ Kept *load(const std::string &path, int file) {
 const Profile *profileForReading(LPCSTR name) {
   const std::string path = profilePath(name);
   if (path.empty()) return nullptr;
-  struct stat status;
+  struct stat status {};
   if (stat(path.c_str(), &status) == 0)
     if (const Kept *known = keptProfile(path, status)) return isReadable(known->file.get()) ? &known->profile : nullptr;
   bool existed;
@@ -128,8 +128,8 @@ Descriptor openForWriting(const std::string &path) {
         openFile(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                  OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, &existed);
     if (!file.valid() || flock(file.get(), LOCK_EX) != 0) return file;
-    struct stat opened;
-    struct stat named;
+    struct stat opened {};
+    struct stat named {};
     if (fstat(file.get(), &opened) != 0 || stat(path.c_str(), &named) != 0) continue;
     if (opened.st_dev == named.st_dev && opened.st_ino == named.st_ino) return file;
   }
@@ -176,7 +176,7 @@ bool change(LPCSTR name, LPCSTR section, LPCSTR key, LPCSTR text) {
   if (!old.valid()) return false;
   Kept *known = load(path, old.get());
   if (!known) return failWith(ERROR_INVALID_PARAMETER);
-  struct stat status;
+  struct stat status {};
   known->settled = false; // until the file has what the profile has
   edit(known->profile, section, key, text);
   if (!replace(path, old.get(), known->profile.content(), status)) return false;

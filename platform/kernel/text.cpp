@@ -3,6 +3,7 @@
 #include "platform/kernel/codepage.h"
 #include "platform/kernel/errors.h"
 
+#include <algorithm>
 #include <cstring>
 
 using namespace platform;
@@ -17,7 +18,7 @@ template <typename Unit, typename Text> int handOut(const Text &text, Unit *room
     SetLastError(ERROR_INSUFFICIENT_BUFFER);
     return 0;
   }
-  std::memcpy(room, text.data(), text.size() * sizeof(Unit));
+  std::copy_n(text.data(), text.size(), room);
   return length;
 }
 

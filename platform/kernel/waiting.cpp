@@ -205,8 +205,8 @@ HANDLE openMutex(LPCSTR name, bool create, bool owned) {
 }
 
 pthread_mutex_t *lockOf(LPCRITICAL_SECTION section) {
-  static_assert(sizeof(pthread_mutex_t) <= sizeof(CRITICAL_SECTION) &&
-                alignof(pthread_mutex_t) <= alignof(CRITICAL_SECTION));
+  static_assert(sizeof(pthread_mutex_t) <= sizeof(CRITICAL_SECTION));
+  static_assert(alignof(pthread_mutex_t) <= alignof(CRITICAL_SECTION));
   return reinterpret_cast<pthread_mutex_t *>(section);
 }
 

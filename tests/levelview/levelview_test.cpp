@@ -231,23 +231,44 @@ TEST_F(LevelviewTest, ReportsFilesAndFolders) {
   EXPECT_EQ(runProgram("levelview", {"--report", first, second}).status, 0);
 }
 
-// The file shown last and its range are there again, in any folder that names the same settings.
+// The file shown last and its range are there again. Where there is a display a window shows it, which is closed here.
 TEST_F(LevelviewTest, RemembersTheLastFileAndItsRange) {
   const Signal signal = noise(8000, 16, 1, 50);
   const std::string name = stored(signal.file()), settings = folder_.file("new folder/levelview.ini");
   const auto view = [&](std::vector<std::string> options) {
     options.insert(options.begin(), {"--settings", settings});
-    return runProgram("levelview", options);
+    BackgroundProgram program("levelview", options);
+    for (; program.running(); Sleep(20))
+      if (const HWND window = FindWindowA("WQ_WND_CLASS", nullptr)) PostMessageA(window, WM_CLOSE, 0, 0);
+    return program.wait();
   };
-  expectFailure(view({}), 2, "levelview", "");
-  EXPECT_EQ(view({name}).out, expectedReport(signal, 1.0));
-  EXPECT_EQ(view({"--range", "0.1"}).out, expectedReport(signal, 0.1));
-  EXPECT_EQ(view({}).out, expectedReport(signal, 0.1));
-  EXPECT_NE(view({folder_.file("missing.wav")}).status, 0);
-  EXPECT_EQ(view({}).out, expectedReport(signal, 0.1)) << "a refused file is not remembered";
-  EXPECT_EQ(report(name), expectedReport(signal, 1.0)) << "a report stands alone";
+  const auto last = [&] { return runProgram("levelview", {"--settings", settings, "--report"}); };
+  expectFailure(last(), 2, "levelview", "");
+  EXPECT_EQ(view({}), 2);
+  EXPECT_EQ(view({name}), 0);
+  EXPECT_EQ(last().out, expectedReport(signal, 1.0));
+  EXPECT_EQ(view({"--range", "0.1"}), 0);
+  EXPECT_EQ(last().out, expectedReport(signal, 0.1));
+  EXPECT_EQ(view({folder_.file("missing.wav")}), 1);
+  EXPECT_EQ(last().out, expectedReport(signal, 0.1)) << "a refused file is not remembered";
+  EXPECT_EQ(report(name), expectedReport(signal, 1.0)) << "a report of a file stands alone";
   writeFile(settings, "[View]\r\nRange=none\r\n");
-  EXPECT_EQ(view({name}).out, expectedReport(signal, 1.0));
+  EXPECT_EQ(view({name}), 0);
+  EXPECT_EQ(last().out, expectedReport(signal, 1.0));
+}
+
+TEST_F(LevelviewTest, WritesAPictureOfItsWindow) {
+  const std::string name = stored(noise(8000, 16, 1, 50).file()), picture = folder_.file("picture.png");
+  const std::string settings = folder_.file("none.ini");
+  for (const char *size : {"0x9", "9", "9x", "x9", "9x9x9", "9x9999", "-9x9"})
+    expectFailure(runProgram("levelview", {"--size", size, "--snapshot", picture, name}), 2, "levelview", "");
+  const ProgramResult result =
+      runProgram("levelview", {"--settings", settings, "--snapshot", picture, "--size", "311x207", name});
+  if (result.err.find("cannot write") != std::string::npos) GTEST_SKIP() << "no pictures on this system";
+  EXPECT_EQ(result.out + result.err, "");
+  EXPECT_EQ(readFile(picture).substr(0, 24), "\x89PNG\r\n\x1A\n" + std::string("\0\0\0\rIHDR\0\0\1\x37\0\0\0\xCF", 16));
+  const std::string nowhere = folder_.file("no folder/a.png");
+  expectFailure(runProgram("levelview", {"--settings", settings, "--snapshot", nowhere, name}), 1, nowhere, "");
 }
 
 // The terminal's encoding need not be the library's: the name has to reach the file, and to come back as it was typed.

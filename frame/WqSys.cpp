@@ -1,0 +1,7 @@
+// Two questions about the screen.
+
+#include "frame/frame.h"
+
+void WqSys_DesktopRect(SIZE *size) { *size = {GetSystemMetrics(SM_CXFULLSCREEN), GetSystemMetrics(SM_CYFULLSCREEN)}; }
+
+void WqSys_ScreenRes(SIZE *size) { *size = {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}; }

@@ -1,0 +1,440 @@
+// The beginning and the end of windows, and the words that they keep.
+
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/focus.h"
+#include "platform/desktop/frame.h"
+#include "platform/desktop/lock.h"
+#include "platform/desktop/placing.h"
+#include "platform/desktop/surface.h"
+#include "platform/desktop/update.h"
+#include "platform/desktop/window.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace platform {
+
+namespace {
+
+WPARAM noticeOf(UINT event, LONG_PTR id) { return static_cast<WPARAM>(static_cast<DWORD>(MAKELONG(event, id))); }
+
+void notifyParent(const WindowRef &window, UINT event) {
+  send(refOf(window->parent), WM_PARENTNOTIFY, noticeOf(event, window->id), lParamOf(window->handle));
+}
+
+// Tells a child's ancestors what becomes of it.
+void notifyParents(const WindowRef &window, UINT event) {
+  WindowRef child = window;
+  const LPARAM handle = lParamOf(window->handle);
+  const WPARAM what = noticeOf(event, window->id);
+  while (child->alive && child->isChild() && !(child->exStyle & WS_EX_NOPARENTNOTIFY)) {
+    const WindowRef parent = refOf(child->parent);
+    if (!parent || !parent->parent) break;
+    send(parent, WM_PARENTNOTIFY, what, handle);
+    child = parent;
+  }
+}
+
+// Takes a window out of everything. No message comes to it any more.
+void discard(const WindowRef &window) {
+  validateTree(*window);
+  for (Window *one : window->owned) one->owner = nullptr;
+  if (window->owner) std::erase(window->owner->owned, window.get());
+  if (window->surface) window->surface->orphan();
+  forgetWindow(*window->queue, *window);
+  unlink(*window);
+  --window->windowClass->windows;
+  closeWindow(*window);
+}
+
+void sendDestroy(const WindowRef &window) {
+  if (window->queue->active == window.get()) activateAnother(*window);
+  if (!window->alive) return;
+  send(window, WM_DESTROY);
+  if (!window->alive) return;
+  for (const WindowRef &child : childrenOf(*window))
+    if (child && child->alive && child->parent == window.get()) sendDestroy(child);
+}
+
+void finish(const WindowRef &window) {
+  for (const WindowRef &child : childrenOf(*window))
+    if (child && child->alive && child->parent == window.get()) finish(child);
+  if (!window->alive) return;
+  send(window, WM_NCDESTROY);
+  if (window->alive) discard(window);
+}
+
+void destroy(const WindowRef &window) {
+  if (window->destroying) return;
+  window->destroying = true;
+  if (window->isChild()) notifyParents(window, WM_DESTROY);
+  if (window->alive && window->is(WS_VISIBLE)) {
+    if (window->isChild())
+      showWindow(window, SW_HIDE);
+    else
+      setWindowPos(window, {nullptr, nullptr, 0, 0, 0, 0,
+                            SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_HIDEWINDOW});
+  }
+  if (!window->alive) return;
+  while (!window->owned.empty()) {
+    const WindowRef one = refOf(window->owned.back());
+    destroy(one);
+    if (one->alive) std::erase(window->owned, one.get()); // it is going already, further up
+    if (!window->alive) return;
+  }
+  sendDestroy(window);
+  if (window->alive) finish(window);
+}
+
+// The style that a window of the wanted style really gets.
+DWORD createdStyle(DWORD style) {
+  if ((style & (WS_CHILD | WS_POPUP)) == 0) style |= WS_CAPTION; // overlapped ones have a caption and edges
+  if (!(style & WS_CHILD) || (style & WS_POPUP)) style |= WS_CLIPSIBLINGS;
+  return style;
+}
+
+DWORD edgeStyle(DWORD style, DWORD exStyle) {
+  const bool edge = (exStyle & WS_EX_DLGMODALFRAME) || (style & (WS_DLGFRAME | WS_THICKFRAME));
+  return edge ? exStyle | WS_EX_WINDOWEDGE : exStyle & ~WS_EX_WINDOWEDGE;
+}
+
+int nextDefault(int &last) { // windows that leave their place to the desktop stand in a cascade
+  last = last >= 200 ? 22 : last + 22;
+  return last;
+}
+
+struct Creation {
+  CREATESTRUCTA create;
+  std::shared_ptr<WindowClass> windowClass;
+  WindowRef parent;
+};
+
+WindowRef makeRecord(const Creation &creation) {
+  const CREATESTRUCTA &create = creation.create;
+  const auto window = std::make_shared<Window>();
+  window->windowClass = creation.windowClass;
+  window->procedure = creation.windowClass->procedure;
+  window->queue = currentQueue();
+  window->instance = create.hInstance;
+  window->extra.resize(static_cast<size_t>(creation.windowClass->extra));
+  window->style = createdStyle(static_cast<DWORD>(create.style)) & ~WS_VISIBLE;
+  window->exStyle = create.dwExStyle;
+  window->rect = {create.x, create.y, create.x + create.cx, create.y + create.cy};
+  window->client = window->normal = window->rect;
+  if (window->isChild()) window->id = reinterpret_cast<LONG_PTR>(create.hMenu);
+  if (!openWindow(window)) return nullptr;
+  Window &desktop = desktopWindow();
+  if (window->isChild()) {
+    Window &parent = *creation.parent;
+    link(*window, parent, parent.children.empty() ? nullptr : parent.children.back()); // below its older siblings
+  } else {
+    if (creation.parent) {
+      window->owner = &rootOf(*creation.parent);
+      window->owner->owned.push_back(window.get());
+    }
+    const bool topmost = window->exStyle & WS_EX_TOPMOST;
+    Window *above = nullptr;
+    for (Window *one : desktop.children)
+      if (!topmost && (one->exStyle & WS_EX_TOPMOST)) above = one;
+    link(*window, desktop, above);
+    window->surface = std::make_shared<Surface>(*window);
+    window->needsSize = (window->style & (WS_CHILD | WS_POPUP)) == 0;
+  }
+  ++window->windowClass->windows;
+  return window;
+}
+
+bool limitSize(const WindowRef &window) {
+  if (!window->is(WS_THICKFRAME) && (window->style & (WS_POPUP | WS_CHILD))) return true;
+  const MINMAXINFO limits = sizeLimits(window);
+  if (!window->alive) return false;
+  window->rect.right =
+      window->rect.left + std::clamp(window->width(), limits.ptMinTrackSize.x, limits.ptMaxTrackSize.x);
+  window->rect.bottom =
+      window->rect.top + std::clamp(window->height(), limits.ptMinTrackSize.y, limits.ptMaxTrackSize.y);
+  return true;
+}
+
+// Sends what a new window gets. Result: whether it lives.
+bool introduce(const WindowRef &window, CREATESTRUCTA &create) {
+  if (!limitSize(window)) return false;
+  if (!send(window, WM_NCCREATE, 0, addressOf(create)) || !window->alive) return false;
+  const POINT origin = clientOrigin(*window->parent);
+  RECT client = offset(window->rect, origin.x, origin.y); // on the screen, unlike later
+  send(window, WM_NCCALCSIZE, FALSE, addressOf(client));
+  if (!window->alive) return false;
+  client = offset(client, -origin.x, -origin.y);
+  window->client = {client.left, client.top, std::max(client.left, client.right), std::max(client.top, client.bottom)};
+  if (send(window, WM_CREATE, 0, addressOf(create)) == -1 || !window->alive) return false;
+  if (!window->needsSize) {
+    const RECT area = window->clientArea();
+    send(window, WM_SIZE, SIZE_RESTORED, lParamOf(area.right, area.bottom));
+    if (window->alive) send(window, WM_MOVE, 0, lParamOf(window->client.left, window->client.top));
+  }
+  return window->alive;
+}
+
+HWND createWindow(Creation &creation) {
+  CREATESTRUCTA &create = creation.create;
+  const DWORD wanted = static_cast<DWORD>(create.style);
+  const WindowRef window = makeRecord(creation);
+  if (!window) return nullptr;
+  const HWND handle = window->handle;
+  if (!introduce(window, create)) {
+    if (window->alive) finish(window);
+    return nullptr;
+  }
+  if (wanted & (WS_MINIMIZE | WS_MAXIMIZE)) {
+    window->style &= ~(WS_MINIMIZE | WS_MAXIMIZE);
+    if (wanted & WS_VISIBLE) showWindow(window, wanted & WS_MAXIMIZE ? SW_SHOWMAXIMIZED : SW_SHOWMINIMIZED);
+  }
+  if (window->alive && window->isChild() && !(window->exStyle & WS_EX_NOPARENTNOTIFY)) notifyParent(window, WM_CREATE);
+  if (window->alive && (wanted & WS_VISIBLE) && !window->is(WS_VISIBLE)) showWindow(window, SW_SHOW);
+  return window->alive ? handle : nullptr;
+}
+
+// Whether a window would come to be its own owner.
+bool belongsToOwner(const Window &window, const Window &owner) {
+  for (const Window *up = &owner; up; up = up->owner)
+    if (up == &window) return true;
+  return false;
+}
+
+bool isAncestorOrSelf(const Window &window, const Window &other) {
+  return &window == &other || isDescendant(other, window);
+}
+
+} // namespace
+
+void endThread(Queue &queue) {
+  queue.gone = true;
+  std::vector<WindowRef> own;
+  const auto collect = [&](auto &self, const Window &window) -> void {
+    for (const Window *child : window.children) {
+      if (child->queue.get() == &queue) own.push_back(refOf(child));
+      self(self, *child);
+    }
+  };
+  collect(collect, desktopWindow());
+  // innermost first, without a word: there is nobody to hear it
+  for (auto at = own.rbegin(); at != own.rend(); ++at) discard(*at);
+  for (const std::shared_ptr<Sent> &message : queue.sent) {
+    message->done = true;
+    message->sender->wake();
+  }
+  queue.sent.clear();
+}
+
+} // namespace platform
+
+using namespace platform;
+
+HWND CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR title, DWORD style, int x, int y, int width, int height,
+                     HWND parent, HMENU menu, HINSTANCE instance, LPVOID parameter) {
+  return locked<HWND>(nullptr, [&]() -> HWND {
+    Creation creation;
+    creation.windowClass = findClass(className);
+    if (!creation.windowClass) {
+      SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
+      return nullptr;
+    }
+    const bool child = (style & (WS_CHILD | WS_POPUP)) == WS_CHILD;
+    creation.parent = parent ? windowOf(parent) : nullptr;
+    if (parent && !creation.parent) return nullptr;
+    if (child && !creation.parent) {
+      SetLastError(ERROR_TLW_WITH_WSCHILD);
+      return nullptr;
+    }
+    if (hasDisplay()) startApplication();
+    static int lastDefault = 0;
+    if (x == CW_USEDEFAULT) {
+      x = child ? 0 : nextDefault(lastDefault);
+      y = child ? 0 : x;
+    }
+    if (width == CW_USEDEFAULT) {
+      const RECT area = workArea();
+      width = child ? 0 : static_cast<int>((area.right - area.left) * 3 / 4);
+      height = child ? 0 : static_cast<int>((area.bottom - area.top) * 3 / 4);
+    }
+    const DWORD created = createdStyle(style);
+    creation.create = {parameter,
+                       instance,
+                       menu,
+                       parent,
+                       std::max(height, 0),
+                       std::max(width, 0),
+                       y,
+                       x,
+                       static_cast<LONG>(style),
+                       title,
+                       className,
+                       edgeStyle(created, exStyle)};
+    return createWindow(creation);
+  });
+}
+
+BOOL DestroyWindow(HWND window) {
+  return locked<BOOL>(FALSE, [&]() -> BOOL {
+    const WindowRef target = windowOf(window);
+    if (!target) return FALSE;
+    if (!target->parent || target->queue != currentQueue()) return failWith(ERROR_ACCESS_DENIED);
+    destroy(target);
+    return TRUE;
+  });
+}
+
+namespace {
+
+LONG_PTR *extraWord(Window &window, int index, size_t size) {
+  if (index < 0 || static_cast<size_t>(index) + size > window.extra.size()) return nullptr;
+  return reinterpret_cast<LONG_PTR *>(window.extra.data() + index);
+}
+
+LONG_PTR getWord(HWND handle, int index, size_t size) {
+  const WindowRef window = windowOf(handle);
+  if (!window) return 0;
+  switch (index) {
+  case GWL_WNDPROC: return reinterpret_cast<LONG_PTR>(window->procedure);
+  case GWL_HINSTANCE: return reinterpret_cast<LONG_PTR>(window->instance);
+  case GWL_HWNDPARENT: return lParamOf(window->isTopLevel() ? handleOf(window->owner) : handleOf(window->parent));
+  case GWL_ID: return window->id;
+  case GWL_STYLE: return static_cast<LONG>(window->style);
+  case GWL_EXSTYLE: return static_cast<LONG>(window->exStyle);
+  case GWL_USERDATA: return window->userData;
+  default: break;
+  }
+  if (const void *word = extraWord(*window, index, size)) {
+    LONG_PTR value = 0;
+    std::memcpy(&value, word, size);
+    return size == sizeof(LONG) ? static_cast<LONG>(value) : value;
+  }
+  SetLastError(ERROR_INVALID_INDEX);
+  return 0;
+}
+
+LONG_PTR setStyle(const WindowRef &window, int index, DWORD value) {
+  DWORD &style = index == GWL_STYLE ? window->style : window->exStyle;
+  STYLESTRUCT change = {style, value};
+  const DWORD old = style;
+  send(window, WM_STYLECHANGING, static_cast<WPARAM>(index), addressOf(change));
+  if (!window->alive) return static_cast<LONG>(old);
+  if (index == GWL_STYLE) {
+    const bool child = change.styleNew & WS_CHILD;
+    if (!child || (change.styleNew & WS_POPUP)) change.styleNew |= WS_CLIPSIBLINGS;
+    const bool shown = change.styleNew & WS_VISIBLE, wasShown = style & WS_VISIBLE;
+    if (wasShown && !shown) validateTree(*window);
+    style = change.styleNew;
+    window->exStyle = edgeStyle(style, window->exStyle);
+    if (window->surface && shown != wasShown) {
+      if (shown)
+        window->surface->show();
+      else
+        window->surface->hide();
+    }
+  } else {
+    // a window becomes topmost by SetWindowPos alone
+    const DWORD topmost = style & WS_EX_TOPMOST;
+    style = edgeStyle(window->style, (change.styleNew & ~WS_EX_TOPMOST) | topmost);
+    if (!(style & WS_EX_LAYERED)) window->layeredFlags = 0;
+  }
+  change.styleNew = style;
+  if (window->surface) window->surface->restyle();
+  send(window, WM_STYLECHANGED, static_cast<WPARAM>(index), addressOf(change));
+  return static_cast<LONG>(old);
+}
+
+LONG_PTR setWord(HWND handle, int index, LONG_PTR value, size_t size) {
+  const WindowRef window = windowOf(handle);
+  if (!window) return 0;
+  const LONG_PTR old = getWord(handle, index, size);
+  switch (index) {
+  case GWL_WNDPROC: window->procedure = reinterpret_cast<WNDPROC>(value); return old;
+  case GWL_HINSTANCE: window->instance = reinterpret_cast<HINSTANCE>(value); return old;
+  case GWL_HWNDPARENT: {
+    const WindowRef owner = windowOrNone(reinterpret_cast<HWND>(value));
+    if (!window->isTopLevel()) return lParamOf(SetParent(handle, reinterpret_cast<HWND>(value)));
+    if (owner && belongsToOwner(*window, rootOf(*owner))) return 0;
+    if (window->owner) std::erase(window->owner->owned, window.get());
+    window->owner = owner ? &rootOf(*owner) : nullptr;
+    if (window->owner) window->owner->owned.push_back(window.get());
+    return old;
+  }
+  case GWL_ID: window->id = value; return old;
+  case GWL_STYLE:
+  case GWL_EXSTYLE: return setStyle(window, index, static_cast<DWORD>(value));
+  case GWL_USERDATA: window->userData = value; return old;
+  default: break;
+  }
+  if (void *word = extraWord(*window, index, size)) std::memcpy(word, &value, size);
+  return old;
+}
+
+} // namespace
+
+LONG GetWindowLongA(HWND window, int index) {
+  return locked<LONG>(0, [&] { return static_cast<LONG>(getWord(window, index, sizeof(LONG))); });
+}
+
+LONG SetWindowLongA(HWND window, int index, LONG value) {
+  return locked<LONG>(0, [&] { return static_cast<LONG>(setWord(window, index, value, sizeof(LONG))); });
+}
+
+LONG_PTR GetWindowLongPtrA(HWND window, int index) {
+  return locked<LONG_PTR>(0, [&] { return getWord(window, index, sizeof(LONG_PTR)); });
+}
+
+LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value) {
+  return locked<LONG_PTR>(0, [&] { return setWord(window, index, value, sizeof(LONG_PTR)); });
+}
+
+HWND SetParent(HWND window, HWND parent) {
+  return locked<HWND>(nullptr, [&]() -> HWND {
+    const WindowRef target = windowOf(window);
+    const WindowRef into = parent ? windowOf(parent) : refOf(&desktopWindow());
+    if (!target || !into || !target->parent) return nullptr;
+    if (isAncestorOrSelf(*target, *into)) {
+      SetLastError(ERROR_INVALID_PARAMETER);
+      return nullptr;
+    }
+    const HWND old = target->parent->handle;
+    const bool shown = target->is(WS_VISIBLE);
+    const RECT rect = target->rect;
+    if (shown) showWindow(target, SW_HIDE);
+    if (!target->alive || !into->alive) return nullptr;
+    unlink(*target);
+    link(*target, *into, nullptr);
+    if (target->isTopLevel() && !target->surface) target->surface = std::make_shared<Surface>(*target);
+    if (!target->isTopLevel() && target->surface) {
+      target->surface->orphan();
+      target->surface.reset();
+    }
+    setWindowPos(target, {nullptr, HWND_TOP, static_cast<int>(rect.left), static_cast<int>(rect.top), 0, 0,
+                          SWP_NOSIZE | SWP_NOACTIVATE | (shown ? SWP_SHOWWINDOW : 0u)});
+    return old;
+  });
+}
+
+BOOL SetWindowTextA(HWND window, LPCSTR text) {
+  return locked<BOOL>(FALSE, [&]() -> BOOL {
+    const WindowRef target = windowOf(window);
+    if (!target) return FALSE;
+    send(target, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
+    return TRUE;
+  });
+}
+
+int GetWindowTextA(HWND window, LPSTR text, int size) {
+  return locked<int>(0, [&]() -> int {
+    const WindowRef target = windowOf(window);
+    if (!target || !text || size <= 0) return 0;
+    *text = '\0';
+    return static_cast<int>(send(target, WM_GETTEXT, static_cast<WPARAM>(size), reinterpret_cast<LPARAM>(text)));
+  });
+}
+
+int GetWindowTextLengthA(HWND window) {
+  return locked<int>(0, [&]() -> int {
+    const WindowRef target = windowOf(window);
+    return target ? static_cast<int>(send(target, WM_GETTEXTLENGTH)) : 0;
+  });
+}

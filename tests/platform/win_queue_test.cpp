@@ -1,0 +1,99 @@
+#include "support/desktop.h"
+
+#include <atomic>
+#include <thread>
+
+using WinQueue = DesktopTest;
+
+const HWND kNone = reinterpret_cast<HWND>(INT_PTR{-1}); // messages to no window
+
+// The next message, "5 " for USER+5; "- " when there is none.
+static std::string next(HWND window = nullptr, UINT first = 0, UINT last = 0, UINT remove = PM_REMOVE) {
+  MSG message{};
+  if (!PeekMessageA(&message, window, first, last, remove)) return "- ";
+  if (message.message == WM_PAINT) return ValidateRect(message.hwnd, nullptr), "paint ";
+  if (message.message >= WM_USER) return std::to_string(message.message - WM_USER) + ' ';
+  return (message.message == WM_QUIT ? "quit" : "timer") + std::to_string(message.wParam) + ' ';
+}
+
+static int timerCalls;
+static void CALLBACK onTimer(HWND, UINT message, UINT_PTR, DWORD) { timerCalls += message == WM_TIMER; }
+
+// What was sent, and 1 more when it came from another thread.
+static LRESULT CALLBACK serve(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_USER) return lParam + InSendMessage();
+  return DefWindowProcA(window, message, wParam, lParam);
+}
+
+TEST_F(WinQueue, FiltersAndKindsDecideTheOrder) {
+  const HWND a = make("A", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9), b = make("B", WS_POPUP, 0, 0, 9, 9),
+             child = make("C", WS_CHILD, 0, 0, 9, 9, a);
+  pump(20);
+  UINT number = WM_USER;
+  for (const HWND to : {a, b, child, HWND{}, a}) PostMessageA(to, ++number, 0, 0);
+  PostThreadMessageA(GetCurrentThreadId(), WM_USER + 6, 0, 0);
+  std::string got;
+  for (const HWND from : {HWND{}, a, b, child, kNone}) got += next(from, 0, 0, PM_NOREMOVE);
+  got += next(nullptr, WM_USER + 5, WM_USER + 7);
+  for (const HWND from : {kNone, kNone, kNone, child, child, a, a, HWND{}, HWND{}}) got += next(from);
+  EXPECT_EQ(got, "1 1 2 3 4 5 4 6 - 3 - 1 - 2 - ");
+  SetTimer(a, 7, 10, nullptr), Sleep(40), InvalidateRect(a, nullptr, FALSE), PostQuitMessage(3);
+  PostMessageA(a, WM_USER, 0, 0), PostMessageA(b, WM_USER + 1, 0, 0);
+  EXPECT_EQ(next(a, WM_USER + 9, WM_USER + 9, PM_NOREMOVE), "quit3 "); // passes every filter
+  got.clear();
+  for (int i = 0; i < 5; ++i) got += next();
+  EXPECT_EQ(got, "0 1 quit3 paint timer7 ");
+  MSG message;
+  PostQuitMessage(4), KillTimer(a, 7);
+  EXPECT_TRUE(GetMessageA(&message, nullptr, 0, 0) == 0 && message.wParam == 4);
+  PostMessageA(b, WM_USER, 0, 0), SetTimer(b, 1, 10, nullptr), DestroyWindow(b), Sleep(30);
+  EXPECT_TRUE(next() == "- " && GetMessageA(&message, b, 0, 0) == -1);
+}
+
+TEST_F(WinQueue, ATimerComesOnceHoweverLateItIs) {
+  const HWND a = make("A", WS_POPUP, 0, 0, 9, 9);
+  EXPECT_TRUE(SetTimer(a, 1, 10, nullptr) && SetTimer(a, 2, 100000, nullptr) && SetTimer(a, 1, 15, nullptr));
+  Sleep(60);
+  EXPECT_EQ(next(a, 0, 0, PM_NOREMOVE), "timer1 ");
+  EXPECT_TRUE(next() == "timer1 " && next() == "- ");
+  Sleep(40);
+  EXPECT_TRUE(KillTimer(a, 1) && !KillTimer(a, 1) && next() == "- "); // what it has left to say goes with it
+  const UINT_PTR id = SetTimer(nullptr, 0, 10, onTimer);
+  pump(60);
+  EXPECT_TRUE(timerCalls > 1 && SetTimer(nullptr, id, 10, onTimer) == id && KillTimer(nullptr, id));
+  answer = [&](HWND, UINT message, WPARAM id, LPARAM, LRESULT &) { return message == WM_TIMER && KillTimer(a, id); };
+  play("O", {{[&] { SetTimer(a, 3, 10, nullptr), Sleep(40); }, "A< TIMER 3"}, {[] { Sleep(40); }, ""}});
+}
+
+TEST_F(WinQueue, NothingIsLostBetweenManyThreads) {
+  const HWND a = make("A", WS_POPUP, 0, 0, 9, 9);
+  std::vector<LPARAM> got(8);
+  std::vector<HWND> windows(8);
+  std::atomic<int> wrong{};
+  answer = [&](HWND, UINT message, WPARAM from, LPARAM number, LRESULT &result) {
+    if (message == WM_USER) wrong += got[from]++ != number;
+    if (message == WM_USER + 1) // the sender waits and serves this at the same time
+      result = 2 * SendMessageA(windows[from], WM_USER, 0, number), wrong += DestroyWindow(windows[from]);
+    return message >= WM_USER;
+  };
+  std::vector<std::thread> threads;
+  for (WPARAM t = 0; t < 8; ++t)
+    threads.emplace_back([&, t] {
+      WNDCLASSA server{};
+      server.lpfnWndProc = serve, server.lpszClassName = "server", RegisterClassA(&server);
+      windows[t] = CreateWindowExA(0, "server", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+      for (int i = 0; i < 2000; ++i) {
+        while (!PostMessageA(a, WM_USER, t, i)) Sleep(1); // a queue may be full
+        if (i % 100 == 0) wrong += SendMessageA(a, WM_USER + 1, t, i) != 2 * (i + 1);
+      }
+      PostMessageA(a, WM_USER + 2, 0, 0);
+    });
+  MSG message{};
+  int retrieved = 0; // what is sent is served inside of GetMessageA
+  for (int left = 8; left && GetMessageA(&message, nullptr, 0, 0) > 0;
+       left -= message.message == WM_USER + 2, ++retrieved)
+    DispatchMessageA(&message);
+  for (std::thread &thread : threads) thread.join();
+  EXPECT_TRUE(wrong == 0 && retrieved == 8 * 2001 && got == std::vector<LPARAM>(8, 2000));
+  for (const HWND window : windows) EXPECT_TRUE(!IsWindow(window) && !SendMessageA(window, WM_USER, 0, 1));
+}

@@ -1,0 +1,9 @@
+// Handles that are open.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+// How many there are of each kind: of the kernel, views of files, windows, drawing objects. Nothing where the system
+// doesn't tell.
+std::vector<size_t> openHandles();

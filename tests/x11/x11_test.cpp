@@ -1,0 +1,246 @@
+// Windows on a real X server with a window manager: what its user does arrives as the messages that the same actions
+// bring without a display. xdotool is the user.
+
+#include "platform/platform.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::vector<std::string> seen;
+
+std::string line(const char *name, WPARAM wParam, LPARAM lParam, bool point) {
+  std::string text = name + (' ' + std::to_string(static_cast<LONG>(wParam)));
+  if (point) text += ' ' + std::to_string(GET_X_LPARAM(lParam)) + ',' + std::to_string(GET_Y_LPARAM(lParam));
+  return text;
+}
+
+LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const struct {
+    UINT message;
+    const char *name;
+    bool point;
+  } rows[] = {{WM_MOUSEMOVE, "move", true},
+              {WM_LBUTTONDOWN, "left down", true},
+              {WM_LBUTTONUP, "left up", true},
+              {WM_LBUTTONDBLCLK, "left twice", true},
+              {WM_RBUTTONDOWN, "right down", true},
+              {WM_RBUTTONUP, "right up", true},
+              {WM_MOUSEWHEEL, "wheel", true},
+              {WM_KEYDOWN, "key down", false},
+              {WM_KEYUP, "key up", false},
+              {WM_CHAR, "character", false},
+              {WM_SIZE, "size", true},
+              {WM_MOVE, "place", false},
+              {WM_CLOSE, "close", false},
+              {WM_DESTROY, "end", false},
+              {WM_MOUSELEAVE, "leave", false},
+              {WM_SYSCOMMAND, "command", false},
+              {WM_ACTIVATE, "active", false},
+              {WM_SETFOCUS, "focus", false}};
+  for (const auto &row : rows) {
+    if (row.message != message) continue;
+    const bool bare = message == WM_SETFOCUS || message == WM_MOVE;
+    const std::string told = line(row.name, bare ? 0 : wParam, lParam, row.point);
+    if (seen.empty() || seen.back() != told) seen.push_back(told);
+  }
+  return DefWindowProcA(window, message, wParam, lParam);
+}
+
+// Pumps until nothing has come for a while.
+void pump() {
+  DWORD quiet = GetTickCount() + 400;
+  MSG message;
+  while (static_cast<LONG>(GetTickCount() - quiet) < 0) {
+    if (!PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+      Sleep(5);
+      continue;
+    }
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+    quiet = GetTickCount() + 400;
+  }
+}
+
+void user(const std::string &actions) {
+  ASSERT_EQ(std::system(("xdotool " + actions).c_str()), 0);
+  pump();
+}
+
+std::string joined() {
+  std::string all;
+  for (const std::string &one : seen) all += one + "\n";
+  return all;
+}
+
+class X11Test : public testing::Test {
+ protected:
+  void SetUp() override {
+    WNDCLASSA windowClass{};
+    windowClass.style = CS_DBLCLKS;
+    windowClass.lpfnWndProc = procedure;
+    windowClass.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    windowClass.lpszClassName = "x11test";
+    RegisterClassA(&windowClass);
+    window_ = CreateWindowExA(0, "x11test", "first", WS_OVERLAPPEDWINDOW, 200, 200, 408, 327, nullptr, nullptr, nullptr,
+                              nullptr);
+    ASSERT_TRUE(platformHasDisplay());
+    ShowWindow(window_, SW_SHOWNORMAL);
+    SetCursorPos(900, 900);
+    pump();
+    seen.clear();
+  }
+  void TearDown() override {
+    if (IsWindow(window_)) DestroyWindow(window_);
+    pump();
+  }
+  // The client area on the screen: 400 x 300 at 204,223.
+  RECT client() {
+    RECT area;
+    GetClientRect(window_, &area);
+    MapWindowPoints(window_, nullptr, reinterpret_cast<POINT *>(&area), 2);
+    return area;
+  }
+  // Lets the user of the X server act, and then a user of the API; both bring the same messages.
+  void expectSame(const std::string &actions, const std::function<void()> &same, const std::string &expected) {
+    SetCursorPos(900, 900);
+    pump();
+    seen.clear();
+    user(actions);
+    EXPECT_EQ(joined(), expected) << actions;
+    SetCursorPos(900, 900);
+    pump();
+    seen.clear();
+    same();
+    pump();
+    EXPECT_EQ(joined(), expected) << "by the API";
+  }
+  HWND window_ = nullptr;
+};
+
+void press(BYTE key) {
+  keybd_event(key, 0, 0, 0);
+  keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
+}
+
+} // namespace
+
+TEST_F(X11Test, StandsWhereItIsTold) {
+  const RECT area = client();
+  EXPECT_EQ(area.left, 204);
+  EXPECT_EQ(area.top, 223);
+  EXPECT_EQ(area.right - area.left, 400);
+  EXPECT_EQ(area.bottom - area.top, 300);
+  EXPECT_EQ(std::system("test \"$(xdotool search --name '^first$' getwindowgeometry --shell | grep -c "
+                        "'WIDTH=400\\|HEIGHT=300')\" = 2"),
+            0);
+  EXPECT_EQ(GetActiveWindow(), window_);
+}
+
+TEST_F(X11Test, ClicksTypesAndScrolls) {
+  expectSame(
+      "mousemove 254 283 click 1",
+      [] {
+        SetCursorPos(254, 283);
+        mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+        mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+      },
+      "move 0 50,60\nleft down 1 50,60\nleft up 0 50,60\n");
+  expectSame(
+      "mousemove 304 283 click 3",
+      [] {
+        SetCursorPos(304, 283);
+        mouse_event(MOUSEEVENTF_RIGHTDOWN, 0, 0, 0, 0);
+        mouse_event(MOUSEEVENTF_RIGHTUP, 0, 0, 0, 0);
+      },
+      "move 0 100,60\nright down 2 100,60\nright up 0 100,60\n");
+  expectSame(
+      "mousemove 254 293 click --repeat 2 --delay 50 1",
+      [] {
+        SetCursorPos(254, 293);
+        for (int i = 0; i < 2; ++i) {
+          mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+          mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+        }
+      },
+      "move 0 50,70\nleft down 1 50,70\nleft up 0 50,70\nleft twice 1 50,70\nleft up 0 50,70\n");
+  expectSame(
+      "mousemove 254 283 click 4 click 5",
+      [] {
+        SetCursorPos(254, 283);
+        mouse_event(MOUSEEVENTF_WHEEL, 0, 0, 120, 0);
+        mouse_event(MOUSEEVENTF_WHEEL, 0, 0, static_cast<DWORD>(-120), 0);
+      },
+      "move 0 50,60\nwheel 7864320 254,283\nwheel -7864320 254,283\n");
+  expectSame(
+      "key a Return Left F5",
+      [] {
+        for (const BYTE key : {BYTE{'A'}, BYTE{VK_RETURN}, BYTE{VK_LEFT}, BYTE{VK_F1 + 4}}) press(key);
+      },
+      "key down 65\ncharacter 97\nkey up 65\nkey down 13\ncharacter 13\nkey up 13\nkey down 37\nkey up 37\n"
+      "key down 116\nkey up 116\n");
+  expectSame(
+      "keydown shift key a keyup shift",
+      [] {
+        keybd_event(VK_SHIFT, 0, 0, 0);
+        press('A');
+        keybd_event(VK_SHIFT, 0, KEYEVENTF_KEYUP, 0);
+      },
+      "key down 16\nkey down 65\ncharacter 65\nkey up 65\nkey up 16\n");
+}
+
+TEST_F(X11Test, ABorderAndTheCaptionAreDragged) {
+  // the corner of the frame below the client area, in steps that a hand takes
+  user("mousemove 600 525 mousedown 1 sleep 0.2 mousemove_relative 30 10 sleep 0.2 mousemove_relative 30 20 sleep 0.2 "
+       "mouseup 1");
+  RECT area = client();
+  EXPECT_EQ(area.right - area.left, 460) << joined();
+  EXPECT_EQ(area.bottom - area.top, 330);
+  EXPECT_NE(joined().find("size 0 460,330"), std::string::npos) << joined();
+  RECT whole;
+  GetWindowRect(window_, &whole);
+  EXPECT_EQ(whole.right - whole.left, 468);
+
+  seen.clear();
+  user("mousemove 350 213 mousedown 1 sleep 0.2 mousemove_relative 20 10 sleep 0.2 mousemove_relative 20 20 sleep 0.2 "
+       "mouseup 1");
+  area = client();
+  EXPECT_NEAR(area.left, 244, 1) << joined();
+  EXPECT_NEAR(area.top, 253, 1);
+  EXPECT_EQ(area.right - area.left, 460);
+  EXPECT_NE(joined().find("place 0"), std::string::npos) << joined();
+}
+
+TEST_F(X11Test, TheDesktopActivatesAndCloses) {
+  const HWND second = CreateWindowExA(0, "x11test", "second", WS_OVERLAPPEDWINDOW, 700, 300, 308, 227, nullptr, nullptr,
+                                      nullptr, nullptr);
+  ShowWindow(second, SW_SHOWNORMAL);
+  pump();
+  EXPECT_EQ(GetActiveWindow(), second);
+  seen.clear();
+  user("mousemove 254 283 click 1");
+  EXPECT_EQ(GetActiveWindow(), window_);
+  EXPECT_EQ(GetFocus(), window_);
+  EXPECT_NE(joined().find("active 0\nactive"), std::string::npos) << joined();
+  seen.clear();
+  user("key alt+F4");
+  EXPECT_NE(joined().find("command 61536\nclose 0\n"), std::string::npos) << joined();
+  EXPECT_FALSE(IsWindow(window_));
+  EXPECT_EQ(GetActiveWindow(), second);
+  DestroyWindow(second);
+}
+
+TEST_F(X11Test, TheCursorLeaves) {
+  user("mousemove 254 283");
+  TRACKMOUSEEVENT event = {sizeof event, TME_LEAVE, window_, 0};
+  EXPECT_TRUE(TrackMouseEvent(&event));
+  seen.clear();
+  user("mousemove 1000 900");
+  EXPECT_EQ(joined(), "leave 0\n");
+}

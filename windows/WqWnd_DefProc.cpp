@@ -1,0 +1,190 @@
+// The window procedure of every window object: it finds the object, sends the library's own messages, gives the user
+// procedure its turn, and supplies what that leaves alone. Beside it, what drains the message queue.
+//
+// A message may end its window on the way. The object stays valid then, while its handle is one of no window any more:
+// what is still sent to it goes nowhere.
+
+#include "windows/windows_private.h"
+
+#include "drawing/drawing.h"
+
+namespace {
+
+// The last answer to a press by WQM_MOUSE, until the release.
+LRESULT mouseCaptured;
+
+int32_t lowPart(LPARAM value) { return static_cast<int16_t>(LOWORD(value)); }
+int32_t highPart(LPARAM value) { return static_cast<int16_t>(HIWORD(value)); }
+
+WqWnd *boundObject(HWND hwnd) { return reinterpret_cast<WqWnd *>(GetWindowLongPtrA(hwnd, GWLP_USERDATA)); }
+
+// From WM_CREATE the window knows its object, and the object its window.
+WqWnd *bind(HWND hwnd, LPARAM lParam) {
+  auto *wnd = static_cast<WqWnd *>(reinterpret_cast<const CREATESTRUCTA *>(lParam)->lpCreateParams);
+  SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(wnd));
+  if (wnd) wnd->hwnd = hwnd;
+  return wnd;
+}
+
+int32_t callUserProc(WqWnd *wnd, WqMsg *msg) {
+  if (!wnd->userProc) return 0;
+  const WqLayoutPause pause;
+  return wnd->userProc(wnd, msg);
+}
+
+LRESULT sendToMainWnd(UINT msg, WPARAM wParam, LPARAM lParam) {
+  return wqMain.mainWnd ? SendMessageA(wqMain.mainWnd, msg, wParam, lParam) : 0;
+}
+
+LRESULT platformDefault(const WqMsg *msg) { return DefWindowProcA(msg->hwnd, msg->msg, msg->wParam, msg->lParam); }
+
+LRESULT sendMouse(HWND hwnd, WPARAM event) {
+  POINT point = {};
+  GetCursorPos(&point);
+  ScreenToClient(hwnd, &point);
+  return SendMessageA(hwnd, WQM_MOUSE, event, reinterpret_cast<LPARAM>(&point));
+}
+
+void pressMouse(HWND hwnd) {
+  mouseCaptured = sendMouse(hwnd, WQ_MOUSE_PRESS);
+  if (mouseCaptured) SetCapture(hwnd);
+}
+
+void releaseMouse(HWND hwnd) {
+  if (!mouseCaptured) return;
+  ReleaseCapture();
+  sendMouse(hwnd, WQ_MOUSE_RELEASE);
+  mouseCaptured = 0;
+}
+
+void noticeMouse(const WqMsg *msg) {
+  switch (msg->msg) {
+  case WM_MOUSEMOVE:
+    if (mouseCaptured) sendMouse(msg->hwnd, WQ_MOUSE_DRAG);
+    sendToMainWnd(WQM_MOUSE_MOVED, 0x300, 0);
+    break;
+  case WM_LBUTTONDOWN:
+    sendToMainWnd(WQM_BUTTON_DOWN, 0, 0);
+    pressMouse(msg->hwnd);
+    break;
+  case WM_LBUTTONUP: releaseMouse(msg->hwnd); break;
+  default: break;
+  }
+}
+
+void noticeWheel(const WqMsg *msg) {
+  WqWheel wheel = {static_cast<int16_t>(HIWORD(msg->wParam)) / -WHEEL_DELTA, lowPart(msg->lParam),
+                   highPart(msg->lParam), LOWORD(msg->wParam)};
+  sendToMainWnd(WQM_WHEEL, reinterpret_cast<WPARAM>(&wheel), 0);
+}
+
+void limitTrack(const RECT *limit, POINT *track) {
+  if (IsRectEmpty(limit)) return;
+  SIZE size;
+  WqRect_toSize(limit, &size);
+  *track = {size.cx, size.cy};
+}
+
+void endWindow(WqWnd *wnd, WqMsg *msg) {
+  if (wnd->parent && wnd->parent->hwnd)
+    SendMessageA(wnd->parent->hwnd, WQM_CHILD_DESTROYED, reinterpret_cast<WPARAM>(wnd), static_cast<LPARAM>(wnd->id));
+  if (boundObject(msg->hwnd) != wnd) return; // the parent has ended the window once more, and that is done
+  WqWndLst_RemoveAll(&wnd->dependants);
+  wnd->msgReq = 0;
+  if (wnd->parent) WqWndLst_Remove(&wnd->parent->dependants, wnd);
+  SetWindowLongPtrA(msg->hwnd, GWLP_USERDATA, 0);
+  if (wnd->id & WQ_ID_QUIT) PostQuitMessage(0);
+  callUserProc(wnd, msg);
+  wnd->hwnd = nullptr;
+}
+
+// The window whose size has changed has its place already; from elsewhere, it takes one.
+void layOut(WqWnd *wnd, HWND teller) {
+  if (teller != wnd->hwnd) WqWnd_Rect(wnd, nullptr);
+  wqTellDependants(wnd);
+}
+
+void postLayout(const WqMsg *msg) {
+  if (msg->wParam == SIZE_RESTORED ||
+      msg->wParam == SIZE_MAXIMIZED) // of the edges of WM_SIZING, none and the right one
+    PostMessageA(msg->hwnd, WQM_LAYOUT, reinterpret_cast<WPARAM>(msg->hwnd), 0);
+}
+
+LRESULT sendContext(const WqMsg *msg) {
+  POINT point = {lowPart(msg->lParam), highPart(msg->lParam)};
+  return SendMessageA(msg->hwnd, WQM_CONTEXT, reinterpret_cast<WPARAM>(&point), 0);
+}
+
+LRESULT sendKey(const WqMsg *msg) {
+  uint32_t modifiers = 0;
+  if (GetKeyState(VK_CONTROL) < 0) modifiers |= WQ_KEY_CONTROL;
+  if (GetKeyState(VK_SHIFT) < 0) modifiers |= WQ_KEY_SHIFT;
+  if (GetKeyState(VK_MENU) < 0) modifiers |= WQ_KEY_ALT;
+  return sendToMainWnd(WQM_KEY, msg->wParam, static_cast<LPARAM>(modifiers));
+}
+
+// What the user procedure has left alone.
+LRESULT defaultHandling(WqWnd *wnd, const WqMsg *msg) {
+  switch (msg->msg) {
+  case WM_SIZE:
+  case WM_SIZING: postLayout(msg); return 1;
+  case WM_ERASEBKGND: return 1;
+  case WM_CONTEXTMENU: return sendContext(msg) ? 1 : platformDefault(msg);
+  case WM_KEYDOWN: return sendKey(msg) ? 1 : platformDefault(msg);
+  case WQM_LAYOUT: layOut(wnd, reinterpret_cast<HWND>(msg->wParam)); return 0;
+  case WQM_MOUSE: return 0;
+  default: return platformDefault(msg);
+  }
+}
+
+// Dispatches what the thread's queue holds, but for what shall be dropped.
+template <typename Dropped> void drainQueue(Dropped isDropped) {
+  for (MSG msg; PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE);) {
+    if (isDropped(msg)) continue;
+    TranslateMessage(&msg);
+    DispatchMessageA(&msg);
+  }
+}
+
+} // namespace
+
+LRESULT CALLBACK WqWnd_DefProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+  WqMsg msg;
+  WqMsg_Set(&msg, hwnd, message, wParam, lParam);
+  WqWnd *wnd = message == WM_CREATE ? bind(hwnd, lParam) : boundObject(hwnd);
+  if (!wnd) return platformDefault(&msg);
+  switch (message) {
+  case WM_PAINT: wqPaint(wnd); return 0;
+  case WM_DESTROY: endWindow(wnd, &msg); return 1;
+  case WM_GETMINMAXINFO:
+    limitTrack(&wnd->maxRect, &reinterpret_cast<MINMAXINFO *>(lParam)->ptMaxTrackSize);
+    limitTrack(&wnd->minRect, &reinterpret_cast<MINMAXINFO *>(lParam)->ptMinTrackSize);
+    return 0;
+  case WM_MOUSEWHEEL: noticeWheel(&msg); return 0;
+  case WM_MOUSEMOVE:
+  case WM_LBUTTONDOWN:
+  case WM_LBUTTONUP:
+    noticeMouse(&msg);
+    if (boundObject(hwnd) != wnd) return 0; // the window has ended, and its user procedure has had its last word
+    break;
+  default: break;
+  }
+  if (callUserProc(wnd, &msg)) return wnd->result;
+  return defaultHandling(wnd, &msg);
+}
+
+void WqWnd_WaitQueEmpty() {
+  drainQueue([](const MSG &) { return false; });
+}
+
+void WqWnd_RemoveQueMsg(uint32_t number) {
+  drainQueue([number](const MSG &msg) {
+    if (msg.message != number) return false;
+    if (number == WM_PAINT) ValidateRect(msg.hwnd, nullptr); // else it comes again
+    return true;
+  });
+}
+
+void WqWnd_RemoveQueTimerMsg(UINT_PTR timerId) {
+  drainQueue([timerId](const MSG &msg) { return msg.message == WM_TIMER && msg.wParam == timerId; });
+}

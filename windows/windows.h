@@ -1,0 +1,484 @@
+/* Windows: window objects with snap layout, messages and their loop, timers. */
+#ifndef WQ_WINDOWS_WINDOWS_H
+#define WQ_WINDOWS_WINDOWS_H
+
+#include "containers/containers.h"
+#include "frame/types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Everything here belongs to one thread: the one that called WqMain_Init, makes the windows and runs the message loop.
+ * User procedures and timer callbacks run on it too, from inside the calls that send or dispatch messages, and may call
+ * any function, so that they can be entered again before they have returned. They may end any window, their own too. */
+
+/* ---- Messages ----------------------------------------------------------------------------------------------------
+ *
+ * The library's own messages reach a user procedure like the platform's. The numbers 0x810A to 0x8128 are kept for
+ * them. The main window is wqMain.mainWnd; as long as it is null, what is meant for it goes nowhere. */
+
+typedef struct WqWnd WqWnd;
+
+typedef struct WqMsg {
+  HWND hwnd;
+  uint32_t msg;
+  WPARAM wParam;
+  LPARAM lParam;
+} WqMsg;
+
+/* Sees the messages of a window object's window; which ones, and when, is told at WqWnd_DefProc.
+ * Result: 0 when it did not handle the message; else the message's answer is wnd->result, which nobody clears. */
+typedef int32_t (*WqUserProc)(WqWnd *wnd, WqMsg *msg);
+
+/* The window shall lay itself out again. To itself after its size has changed, wParam its own handle; to the objects in
+ * a window object's list that asked for it, wParam that object's handle; from WqWnd_Create, wParam 0. */
+#define WQM_LAYOUT 0x810Bu
+
+/* To the parent, when a window ends: wParam the WqWnd that ends, lParam its id. */
+#define WQM_CHILD_DESTROYED 0x810Cu
+
+/* From WqCmd_Send and WqCmd_Post: wParam the WqCmd. */
+#define WQM_COMMAND 0x810Du
+
+/* To the window itself: wParam WQ_MOUSE_..., lParam the POINT of the cursor in client coordinates, valid during the
+ * call. A press that gets an answer other than 0 captures the mouse: drags and the release follow. */
+#define WQM_MOUSE 0x810Fu
+#define WQ_MOUSE_RELEASE 0u
+#define WQ_MOUSE_PRESS 1u
+#define WQ_MOUSE_DRAG 2u
+
+/* To the window itself, for a context menu: wParam the POINT on the screen, valid during the call. An answer other than
+ * 0 keeps the platform from its own handling. */
+#define WQM_CONTEXT 0x8111u
+
+/* To the main window, for a key pressed in any window: wParam the virtual key, lParam WQ_KEY_... bits. An answer other
+ * than 0 keeps the platform from its own handling. */
+#define WQM_KEY 0x8112u
+#define WQ_KEY_CONTROL 1u
+#define WQ_KEY_SHIFT 2u
+#define WQ_KEY_ALT 4u
+
+/* To the main window, for every WM_MOUSEMOVE of any window: wParam 0x300. */
+#define WQM_MOUSE_MOVED 0x8113u
+
+/* To the main window, for every WM_LBUTTONDOWN of any window. */
+#define WQM_BUTTON_DOWN 0x8127u
+
+/* To the main window, for every WM_MOUSEWHEEL of any window: wParam the WqWheel, valid during the call. */
+#define WQM_WHEEL 0x8128u
+
+typedef struct WqWheel {
+  int32_t notches; /* toward the user is positive; 0 for less than a whole notch */
+  int32_t x;       /* of the cursor, on the screen */
+  int32_t y;
+  uint32_t keys; /* the platform's MK_... */
+} WqWheel;
+
+/* ---- WqWnd: window objects ---------------------------------------------------------------------------------------
+ *
+ * A window object is the caller's record for one window of the platform. It is filled in first, then WqWnd_Create makes
+ * the window:
+ *
+ *   WqWnd_Init(&wnd);
+ *   WqWnd_Parent(&wnd, &frame);
+ *   WqWnd_Style(&wnd, WS_CHILD | WS_VISIBLE);
+ *   WqWnd_UserProc(&wnd, procedure);
+ *   WqWnd_SnapL(&wnd, NULL);   - its left side follows the parent's
+ *   WqWnd_SnapR(&wnd, &list);  - its right side follows the left side of another window
+ *   WqWnd_Create(&wnd);
+ *
+ * A record may stand at the beginning of a larger one. From WqWnd_Init until WqMain_Term it stays where it is and valid,
+ * with a window or without: layouts look at all of them. When the window has ended, hwnd is null again, and only
+ * WqWnd_Init makes the record fit for another one. What needs a window does nothing, and answers 0, without one.
+ *
+ * rect holds the window's place in the client coordinates of the parent's window, or on the screen when there is no
+ * parent. The functions differ in how they read right and bottom, and say so.
+ *
+ * Snap layout. Each side can be tied to another window object, the target, or to the client area of the parent's window,
+ * with a margin. A side lies against the facing side of its target: left against right, top against bottom, and so on.
+ * When a window object is laid out, the objects whose targets name it are laid out after it, with those that depend on
+ * them, one branch after the other, the newest object first; and it moves itself when they have moved. Ties in a circle
+ * have no layout that is right: an object whose layout has not ended is not entered again by it, so that the walk ends,
+ * and each object in the circle lies right to those before it. */
+
+/* WqWnd.flags */
+#define WQ_DS_MBB 0x00002000u           /* the window carries a button bar */
+#define WQ_DS_BKGRND 0x00004000u        /* the window shows its background picture */
+#define WQ_DS_SNAP_L 0x00100000u        /* the left side is snapped, */
+#define WQ_DS_SNAP_R 0x00200000u        /* the right side, */
+#define WQ_DS_SNAP_T 0x00400000u        /* the top, */
+#define WQ_DS_SNAP_B 0x00800000u        /* the bottom */
+#define WQ_DS_NO_MOVE_PAINT 0x10000000u /* a window that only moves is not painted again */
+#define WQ_DS_KEEP_W 0x20000000u        /* a snapped left or right side takes the opposite side along */
+#define WQ_DS_KEEP_H 0x40000000u        /* a snapped top or bottom takes the opposite side along */
+#define WQ_DS_LAYOUT 0x60F00000u        /* any of the six that lay out: the four sides, the two that keep */
+
+/* WqWnd.id; the other bits are the application's */
+#define WQ_ID_HIDE 0x80000000u /* WqWnd_Show with 0 hides the window and doesn't end it */
+#define WQ_ID_BASE 0x40000000u /* in every id, without an effect */
+#define WQ_ID_QUIT 0x00100000u /* the end of this window ends the message loop */
+
+/* WqWnd.msgReq */
+#define WQ_MSGREQ_LAYOUT 0x00000001u /* WQM_LAYOUT; the other bits are the application's */
+
+/* What a window is made with. */
+typedef struct WqWndParam {
+  uint32_t style;     /* the platform's WS_... */
+  uint32_t exStyle;   /* WS_EX_... */
+  char className[81]; /* empty: "WQ_WND_CLASS" */
+  char title[81];
+} WqWndParam;
+
+struct WqWnd {
+  uint32_t flags; /* WQ_DS_...; bits without a name have no effect */
+  RECT rect;
+  uint32_t id;   /* WQ_ID_... and the application's small number */
+  HWND hwnd;     /* null without a window */
+  WqWnd *parent; /* null for a top-level window */
+  WqUserProc userProc;
+  int32_t result;     /* the answer to a message that userProc has handled */
+  WqList *dependants; /* the objects that asked this one for messages */
+  uint32_t msgReq;    /* what this object asked its parent for: WQ_MSGREQ_... */
+  RECT maxRect;       /* empty: unset */
+  RECT minRect;       /* empty: unset */
+  WqWnd *snapLeft;    /* the targets; null stands for the parent's client area */
+  WqWnd *snapTop;
+  WqWnd *snapRight;
+  WqWnd *snapBottom;
+  int32_t marginLeft; /* in pixels, added to the place that the snapped side lies against */
+  int32_t marginTop;
+  int32_t marginRight;
+  int32_t marginBottom;
+  int32_t bkgrndBmp;       /* id of the background picture, -1 for none */
+  SIZE bkgrndSize;         /* the part of the picture that is shown */
+  POINT bkgrndPos;         /* where, in the client area */
+  WqWndParam *createParam; /* owned; null once the window was made, or could not be made */
+};
+
+/* Clears the record, enters it in wqMain.wndList and makes its createParam. If memory is short createParam is null and
+ * id stays 0: no window can be made. */
+WQ_API void WqWnd_Init(WqWnd *wnd);
+
+/* Frees createParam, if it is still there. The record stays in wqMain.wndList, and a window stays. */
+WQ_API void WqWnd_Term(WqWnd *wnd);
+
+/* Sets the window class. Once the window was made it has no effect.
+ * className: cut at 80 bytes, between characters. */
+WQ_API void WqWnd_ClassName(WqWnd *wnd, const char *className);
+
+/* Adds bits to the id. */
+WQ_API void WqWnd_ID(WqWnd *wnd, uint32_t id);
+
+/* Adds bits to the flags. */
+WQ_API void WqWnd_Ds(WqWnd *wnd, uint32_t bits);
+
+/* Clears bits in the flags. The targets stay, and so does the layout that follows them. */
+WQ_API void WqWnd_ClearSnap(WqWnd *wnd, uint32_t bits);
+
+/* Sets the parent.
+ * parent: null for a top-level window. */
+WQ_API void WqWnd_Parent(WqWnd *wnd, WqWnd *parent);
+
+/* Add bits to the style or to the extended style of the window: the one to be made, or the one there is. */
+WQ_API void WqWnd_Style(WqWnd *wnd, uint32_t bits);
+WQ_API void WqWnd_ExStyle(WqWnd *wnd, uint32_t bits);
+
+/* Sets the title of the window to be made, or of the one there is.
+ * title: that of a window to be made is cut at 80 bytes, between characters. */
+WQ_API void WqWnd_Title(WqWnd *wnd, const char *title);
+
+/* Sets the user procedure.
+ * userProc: null for none. */
+WQ_API void WqWnd_UserProc(WqWnd *wnd, WqUserProc userProc);
+
+/* Sets the background picture, which WQ_DS_BKGRND shows.
+ * bitmapId: -1 for none. size: the part of the picture to show. position: where, in the client area. */
+WQ_API void WqWnd_BkgrndBitmap(WqWnd *wnd, int32_t bitmapId, const SIZE *size, const POINT *position);
+
+/* Replaces all that the window is to be made with. Once the window was made it has no effect.
+ * param: is copied; its texts are cut at 80 bytes. */
+WQ_API void WqWnd_InitHeapParam(WqWnd *wnd, const WqWndParam *param);
+
+/* Does nothing.
+ * Result: 1. */
+WQ_API int WqWnd_Config(WqWnd *wnd);
+
+/* The one place where a window moves: stores the rectangle, widens it to hold maxRect and then cuts it to minRect, if
+ * those are set, applies the snaps with WqWnd_Align if there are any, and moves the window if an edge has changed. Right
+ * and bottom lie outside here: the window's width is right - left. The window is painted anew, but see
+ * WQ_DS_NO_MOVE_PAINT.
+ * wnd: null does nothing. rect: null lays out the rectangle that is there. */
+WQ_API void WqWnd_Rect(WqWnd *wnd, const RECT *rect);
+
+/* Applies the snaps to the rectangle, the left and right sides before top and bottom, and lays out the objects that have
+ * this one as a target, together with what depends on them. The window itself doesn't move. */
+WQ_API void WqWnd_Align(WqWnd *wnd);
+
+/* WqWnd_Rect; then the objects in dependants that asked for it are told to lay themselves out. */
+WQ_API void WqWnd_Resize(WqWnd *wnd, const RECT *rect);
+
+/* All these change the rectangle and pass it to WqWnd_Rect. WqWnd_Pos moves it by an offset; WqWnd_Left and WqWnd_Top
+ * move one side; the others move the right or the bottom side: right = left + width in WqWnd_Size, and
+ * right = left + width - 1 in WqWnd_Width, likewise for the height. */
+WQ_API void WqWnd_Pos(WqWnd *wnd, const POINT *offset);
+WQ_API void WqWnd_Top(WqWnd *wnd, int32_t top);
+WQ_API void WqWnd_Left(WqWnd *wnd, int32_t left);
+WQ_API void WqWnd_Size(WqWnd *wnd, const SIZE *size);
+WQ_API void WqWnd_Width(WqWnd *wnd, int32_t width);
+WQ_API void WqWnd_Height(WqWnd *wnd, int32_t height);
+
+/* Set maxRect and minRect, and lay the window out again if there is one. Their sizes are the largest and the smallest
+ * to which the user can drag the window; on WqWnd_Rect they work as told there.
+ * rect: an empty one unsets. */
+WQ_API void WqWnd_Max(WqWnd *wnd, const RECT *rect);
+WQ_API void WqWnd_Min(WqWnd *wnd, const RECT *rect);
+
+/* Snap one side. No layout follows.
+ * target: null stands for the parent's client area. */
+WQ_API void WqWnd_SnapL(WqWnd *wnd, WqWnd *target);
+WQ_API void WqWnd_SnapT(WqWnd *wnd, WqWnd *target);
+WQ_API void WqWnd_SnapR(WqWnd *wnd, WqWnd *target);
+WQ_API void WqWnd_SnapB(WqWnd *wnd, WqWnd *target);
+
+/* Sets the four margins. No layout follows.
+ * margin: in pixels; those that hold a side inside a right or bottom edge are negative. */
+WQ_API void WqWnd_SnapMargin(WqWnd *wnd, const RECT *margin);
+
+/* Both do nothing. */
+WQ_API void WqWnd_MaxSize(WqWnd *wnd, WqWord a, WqWord b);
+WQ_API void WqWnd_MixSize(WqWnd *wnd, WqWord a, WqWord b);
+
+/* Moves the window to the middle of another one, in screen coordinates, and rect by the distance that then lies between
+ * their top left corners.
+ * other: null, or an object without a window, stands for the desktop. */
+WQ_API void WqWnd_Center(WqWnd *wnd, WqWnd *other);
+
+/* Keeps the window above all that are not kept so.
+ * Result: not 0 on success. */
+WQ_API BOOL WqWnd_OrderTop(WqWnd *wnd);
+
+/* Result: 1 when the point lies in the client area or directly at its right or bottom edge, else 0.
+ * point: on the screen. */
+WQ_API int WqWnd_HitTest(WqWnd *wnd, const POINT *point);
+
+/* Registers the window class "WQ_WND_CLASS", as WqMain_Init does.
+ * Result: 1; 0 when the platform refuses, as it does the second time. */
+WQ_API int WqWnd_RegClass(HINSTANCE instance);
+
+/* Makes the window, with a width of right - left + 1 and likewise for the height; then rect is what the platform made of
+ * it, with right and bottom outside. An object with snaps asks its parent for WQM_LAYOUT and is laid out. createParam is
+ * freed, whatever the result.
+ * Result: the window; null without createParam, when the platform refuses, and when the window has ended meanwhile. */
+WQ_API HWND WqWnd_Create(WqWnd *wnd);
+
+/* Shows the window, which is made if there is none; or ends it or, with WQ_ID_HIDE, hides it.
+ * show: not 0 to show.
+ * Result: 1; 0 when there is no window to hide and when none can be made. */
+WQ_API int WqWnd_Show(WqWnd *wnd, int show);
+
+/* Makes the window translucent, or opaque. Before the window is made, only the style for it is set.
+ * percent: 0, invisible, to 100, opaque. */
+WQ_API void WqWnd_Layered(WqWnd *wnd, uint32_t percent);
+
+/* Takes the style that WqWnd_Layered set from the window. */
+WQ_API void WqWnd_LayeredOff(WqWnd *wnd);
+
+/* Lets the window take input, or not.
+ * enable: not 0 to let it. */
+WQ_API void WqWnd_Enable(WqWnd *wnd, int enable);
+
+/* Gives the window the focus. */
+WQ_API void WqWnd_Focus(WqWnd *wnd);
+
+/* Asks the parent for messages: enters the object in the parent's dependants, once more with each call, and each entry
+ * gets each message. Without a parent nothing happens.
+ * mask: WQ_MSGREQ_... bits, added to those asked for before. */
+WQ_API void WqWnd_SetMsgReq(WqWnd *wnd, uint32_t mask);
+
+/* Takes bits back, and the object with all its entries out of the parent's dependants, whatever bits stay. */
+WQ_API void WqWnd_DelMsgReq(WqWnd *wnd, uint32_t mask);
+
+/* Result: a device context of the client area, given back with ReleaseDC; null without a window. */
+WQ_API HDC WqWnd_GetDC(WqWnd *wnd);
+
+/* Marks a part of the client area to be painted anew, without erasing.
+ * rect: null for the whole. */
+WQ_API void WqWnd_InvalidateRect(WqWnd *wnd, const RECT *rect);
+
+/* Paints at once what is to be painted. */
+WQ_API void WqWnd_Update(WqWnd *wnd);
+
+/* Disables or enables an item of the window's system menu.
+ * item: the platform's SC_... disable: not 0 disables, 0 enables, the reverse of WqWnd_Enable. */
+WQ_API void WqWnd_EnableMenuItem(WqWnd *wnd, uint32_t item, int disable);
+
+/* ---- WqWndLst: lists of window objects ---------------------------------------------------------------------------
+ *
+ * A list of window objects, as dependants is one, is a WqList whose data are WqWnd pointers. The objects stay their
+ * owners'. Its nodes go away through these functions only; then they may go away while WqWndLst_SendAll is under way. */
+
+/* Enters an object at the head, however often it stands there already. If memory is short the list stays as it was. */
+WQ_API void WqWndLst_Add(WqList **list, WqWnd *wnd);
+
+/* Takes out every entry of an object. */
+WQ_API void WqWndLst_Remove(WqList **list, WqWnd *wnd);
+
+/* Takes out all entries. */
+WQ_API void WqWndLst_RemoveAll(WqList **list);
+
+/* Sends a message to the objects of a list, from the head, whose msgReq shares a bit with the mask. Entries that come
+ * meanwhile get none, nor do those that go before it is their turn. */
+WQ_API void WqWndLst_SendAll(WqList **list, uint32_t mask, uint32_t msg, WPARAM wParam, LPARAM lParam);
+
+/* ---- WqWnd_DefProc: the window procedure, and the queue ---------------------------------------------------------- */
+
+/* The window procedure of the class "WQ_WND_CLASS". WM_CREATE binds the window to the object that is its creation
+ * parameter, and WM_DESTROY unbinds it; whatever comes before and after goes to the platform's default.
+ *
+ * Between them the user procedure sees every message but WM_PAINT, WM_GETMINMAXINFO and WM_MOUSEWHEEL. What it leaves
+ * alone goes to the platform's default, with these exceptions:
+ * - WM_SIZE and WM_SIZING with wParam 0 or 2 post WQM_LAYOUT to the window itself, and any of them is answered 1. So a
+ *   user procedure that handles WM_SIZE stops the layout.
+ * - WM_ERASEBKGND is answered 1; nothing is erased.
+ * - WM_CONTEXTMENU and WM_KEYDOWN send WQM_CONTEXT and WQM_KEY, and are answered 1 when those are not answered 0.
+ * - WQM_LAYOUT from elsewhere lays the window out with WqWnd_Rect. It then goes on to the objects in dependants, and so
+ *   does one from the window itself, which is not laid out. The answer is 0.
+ * - WQM_MOUSE is answered 0.
+ * Before the user procedure sees WM_MOUSEMOVE, WM_LBUTTONDOWN and WM_LBUTTONUP, the notices for them have gone out.
+ * When they ended the window, it sees no more of it.
+ *
+ * At its end a window tells its parent, leaves all lists but wqMain.wndList, ends the message loop if it has WQ_ID_QUIT,
+ * and as the last message its user procedure sees WM_DESTROY, with hwnd still there; the bond is cut already. */
+WQ_API LRESULT CALLBACK WqWnd_DefProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+
+/* Dispatches all messages of the thread, until there are none. A WM_QUIT is taken out too, and ends no loop then. */
+WQ_API void WqWnd_WaitQueEmpty(void);
+
+/* As WqWnd_WaitQueEmpty, but messages of one number are dropped. Dropping WM_PAINT leaves nothing to be painted. */
+WQ_API void WqWnd_RemoveQueMsg(uint32_t msg);
+
+/* As WqWnd_WaitQueEmpty, but WM_TIMER of one timer is dropped.
+ * timerId: the platform's. */
+WQ_API void WqWnd_RemoveQueTimerMsg(UINT_PTR timerId);
+
+/* ---- WqMsg: a message as a record -------------------------------------------------------------------------------- */
+
+/* Clears the record. */
+WQ_API void WqMsg_Init(WqMsg *msg);
+
+/* Does nothing. */
+WQ_API void WqMsg_Term(WqMsg *msg);
+
+/* Sets the four fields. */
+WQ_API void WqMsg_Set(WqMsg *msg, HWND hwnd, uint32_t number, WPARAM wParam, LPARAM lParam);
+
+/* Sends the message.
+ * Result: the answer. */
+WQ_API LRESULT WqMsg_Send(const WqMsg *msg);
+
+/* Posts the message.
+ * Result: not 0 on success. */
+WQ_API BOOL WqMsg_Post(const WqMsg *msg);
+
+/* ---- WqCmd: a command to a window -------------------------------------------------------------------------------- */
+
+typedef struct WqCmd {
+  HWND target;     /* null: the command goes nowhere */
+  WqWord words[3]; /* the application's */
+} WqCmd;
+
+/* Clears the record and sets its target. */
+WQ_API void WqCmd_Init(WqCmd *cmd, HWND target);
+
+/* Clears the record. */
+WQ_API void WqCmd_Term(WqCmd *cmd);
+
+/* Send or post WQM_COMMAND, with the record itself, to the target. A posted record stays valid until it has arrived. */
+WQ_API void WqCmd_Send(WqCmd *cmd);
+WQ_API void WqCmd_Post(WqCmd *cmd);
+
+/* ---- WqMsgLp: the message loop ----------------------------------------------------------------------------------- */
+
+typedef struct WqMsgLp {
+  WqWord unused;
+} WqMsgLp;
+
+/* Clears the record. */
+WQ_API void WqMsgLp_Init(WqMsgLp *loop);
+
+/* All do nothing: the loop ends through PostQuitMessage, and knows no accelerators. */
+WQ_API void WqMsgLp_Term(WqMsgLp *loop);
+WQ_API void WqMsgLp_Stop(WqMsgLp *loop);
+WQ_API void WqMsgLp_LoadAccel(WqMsgLp *loop, WqWord accelerators);
+
+/* Gets, translates and dispatches all messages of the thread until WM_QUIT comes, or until there can't be any. */
+WQ_API void WqMsgLp_Start(WqMsgLp *loop);
+
+/* ---- WqTimer: timers ---------------------------------------------------------------------------------------------
+ *
+ * Any number of timers run on one tick of 100 ms. The tick comes with the thread's messages, so that timers stand still
+ * while it dispatches none. A period counts from the first tick after the timer was inserted and ends with a tick; what
+ * goes beyond it is dropped: a period of 150 ms lasts 200. */
+
+/* What a timer's callback is told. */
+#define WQ_TIMER_DUE 0u      /* the period is over; an answer other than 0 ends the timer */
+#define WQ_TIMER_INSERTED 1u /* the timer has begun */
+#define WQ_TIMER_REMOVED 2u  /* the timer ends; it stands in no list any more */
+
+/* id, userData: the timer's.
+ * Result: counts for WQ_TIMER_DUE only. A callback may insert timers and remove any, its own too, stop the service, or
+ * dispatch messages, among them further ticks. */
+typedef int32_t (*WqTimerProc)(uint32_t event, uint32_t id, WqWord userData);
+
+typedef struct WqTimerElem {
+  uint32_t id; /* the caller's; several timers may share one */
+  WqTimerProc proc;
+  WqWord userData;
+  uint32_t lastTick; /* the platform's tick at the last update, in milliseconds; 0 before the first */
+  uint32_t elapsed;  /* milliseconds of the period that are over */
+  uint32_t period;   /* in milliseconds, at least 1 */
+} WqTimerElem;
+
+/* wqMain.timer */
+typedef struct WqTimerState {
+  WqList *list;     /* the live timers, newest first */
+  uint32_t running; /* not 0 between start and stop */
+  UINT_PTR timerId; /* the platform's timer, 0 when stopped */
+} WqTimerState;
+
+/* Starts the tick. While it runs nothing happens. Timers that an earlier stop left go on. */
+WQ_API void WqTimer_Start(void);
+
+/* Stops the tick; the messages of the thread are dispatched meanwhile, but for pending ticks. Timers stay where they are
+ * and are told nothing; of those that are due in the tick under way the rest is not told either. While stopped nothing
+ * happens. It comes before WqMain_Term, which frees the timers. */
+WQ_API void WqTimer_Stop(void);
+
+/* Begins a timer and tells it so. Without the service, or if memory is short, nothing happens.
+ * elem: is copied. */
+WQ_API void WqTimer_Insert(const WqTimerElem *elem);
+
+/* Ends all timers with an id; each is told first. Without the service nothing happens. */
+WQ_API void WqTimer_Remove(uint32_t id);
+
+/* Clears all fields. */
+WQ_API void WqTimerElem_Init(WqTimerElem *elem);
+
+/* Does nothing. */
+WQ_API void WqTimerElem_Term(WqTimerElem *elem);
+
+/* Sets four fields; lastTick and elapsed stay as WqTimerElem_Init left them.
+ * period: in milliseconds. */
+WQ_API void WqTimerElem_Param(WqTimerElem *elem, uint32_t id, WqTimerProc proc, WqWord userData, uint32_t period);
+
+/* Counts the time since the last update, across the tick's wrap. The first update only starts the count.
+ * tick: the platform's, in milliseconds.
+ * Result: 1 when the period is over, and the next one begins; else 0. */
+WQ_API int WqTimerElem_Update(WqTimerElem *elem, uint32_t tick);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
