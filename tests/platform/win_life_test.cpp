@@ -158,9 +158,9 @@ TEST_F(WinLife, AWindowMayEndInsideAnyMessage) {
         ShowWindow(c, SW_SHOW), MoveWindow(c, 1, 1, 30, 30, TRUE), SetFocus(c), SetFocus(sibling),
             SetWindowTextA(c, "x"), EnableWindow(c, FALSE), EnableWindow(c, TRUE),
             SetWindowLongA(c, GWL_STYLE, LONG{kChild}), SetCapture(c), ReleaseCapture(),
-            InvalidateRect(c, nullptr, TRUE), UpdateWindow(c), c ? SetTimer(c, 1, 10, nullptr) : 0,
+            InvalidateRect(c, nullptr, TRUE), UpdateWindow(c), SetTimer(c, 1, 10, nullptr),
             PostMessageA(c, WM_USER, 0, 0);
-      pump(message == WM_TIMER ? 40 : 0), PostMessageA(c, WM_CLOSE, 0, 0), pump(), DestroyWindow(parent);
+      pump(message == WM_TIMER ? 400 : 0), PostMessageA(c, WM_CLOSE, 0, 0), pump(), DestroyWindow(parent);
       EXPECT_EQ(ended, (std::multiset<std::string>{"!", "A", "C", "S"})) << message << victim;
     }
 }
