@@ -105,12 +105,9 @@ PLATFORM_API BOOL WINAPI OffsetRect(RECT *rect, int dx, int dy);
 #define ERROR_FILE_INVALID 1006u
 #define ERROR_MAPPED_ALIGNMENT 1132u
 #define ERROR_INVALID_WINDOW_HANDLE 1400u
-#define ERROR_INVALID_MENU_HANDLE 1401u
 #define ERROR_TLW_WITH_WSCHILD 1406u
 #define ERROR_CANNOT_FIND_WND_CLASS 1407u
 #define ERROR_CLASS_ALREADY_EXISTS 1410u
-#define ERROR_CLASS_DOES_NOT_EXIST 1411u
-#define ERROR_CLASS_HAS_WINDOWS 1412u
 #define ERROR_INVALID_INDEX 1413u
 #define ERROR_INVALID_THREAD_ID 1444u
 #define ERROR_NOT_ENOUGH_QUOTA 1816u
@@ -198,9 +195,7 @@ typedef struct _WIN32_FIND_DATAA {
 
 #define DRIVE_UNKNOWN 0u
 #define DRIVE_NO_ROOT_DIR 1u
-#define DRIVE_REMOVABLE 2u
 #define DRIVE_FIXED 3u
-#define DRIVE_REMOTE 4u
 #define DRIVE_CDROM 5u
 
 PLATFORM_API HANDLE WINAPI FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA *entry);
@@ -211,7 +206,6 @@ PLATFORM_API DWORD WINAPI SearchPathA(LPCSTR path, LPCSTR name, LPCSTR extension
 PLATFORM_API BOOL WINAPI CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES security);
 PLATFORM_API BOOL WINAPI RemoveDirectoryA(LPCSTR name);
 PLATFORM_API DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR name);
-PLATFORM_API BOOL WINAPI SetCurrentDirectoryA(LPCSTR name);
 PLATFORM_API BOOL WINAPI GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector,
                                            LPDWORD freeClusters, LPDWORD clusters);
 PLATFORM_API UINT WINAPI GetDriveTypeA(LPCSTR root);
@@ -282,8 +276,6 @@ typedef intptr_t(WINAPI *FARPROC)(void);
 
 #define LOWORD(value) ((WORD)((ULONG_PTR)(value)&0xFFFFu))
 #define HIWORD(value) ((WORD)(((ULONG_PTR)(value) >> 16) & 0xFFFFu))
-#define LOBYTE(value) ((BYTE)((ULONG_PTR)(value)&0xFFu))
-#define HIBYTE(value) ((BYTE)(((ULONG_PTR)(value) >> 8) & 0xFFu))
 #define MAKELONG(low, high) ((LONG)(((DWORD)(WORD)(low)) | ((DWORD)(WORD)(high)) << 16))
 #define MAKEWPARAM(low, high) ((WPARAM)(DWORD)MAKELONG(low, high))
 #define MAKELPARAM(low, high) ((LPARAM)(DWORD)MAKELONG(low, high))
@@ -296,18 +288,12 @@ typedef intptr_t(WINAPI *FARPROC)(void);
 #define CS_VREDRAW 0x0001u
 #define CS_HREDRAW 0x0002u
 #define CS_DBLCLKS 0x0008u
-#define CS_NOCLOSE 0x0200u
 #define IDI_APPLICATION MAKEINTRESOURCEA(32512)
 #define IDC_ARROW MAKEINTRESOURCEA(32512)
-#define IDC_IBEAM MAKEINTRESOURCEA(32513)
-#define IDC_WAIT MAKEINTRESOURCEA(32514)
-#define IDC_CROSS MAKEINTRESOURCEA(32515)
 #define IDC_SIZENWSE MAKEINTRESOURCEA(32642)
 #define IDC_SIZENESW MAKEINTRESOURCEA(32643)
 #define IDC_SIZEWE MAKEINTRESOURCEA(32644)
 #define IDC_SIZENS MAKEINTRESOURCEA(32645)
-#define IDC_SIZEALL MAKEINTRESOURCEA(32646)
-#define IDC_HAND MAKEINTRESOURCEA(32649)
 
 typedef struct tagWNDCLASSA {
   UINT style;
@@ -324,7 +310,6 @@ typedef struct tagWNDCLASSA {
 
 PLATFORM_API ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass);
 /* Fails while a window of the class exists. */
-PLATFORM_API BOOL WINAPI UnregisterClassA(LPCSTR name, HINSTANCE instance);
 PLATFORM_API int WINAPI GetClassNameA(HWND window, LPSTR text, int size);
 /* The system's own icons and cursors, by IDI_... and IDC_...; an instance has none here. */
 PLATFORM_API HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name);
@@ -346,16 +331,11 @@ PLATFORM_API HMODULE WINAPI GetModuleHandleA(LPCSTR name);
 #define WS_CAPTION 0x00C00000u
 #define WS_BORDER 0x00800000u
 #define WS_DLGFRAME 0x00400000u
-#define WS_VSCROLL 0x00200000u
-#define WS_HSCROLL 0x00100000u
 #define WS_SYSMENU 0x00080000u
 #define WS_THICKFRAME 0x00040000u
-#define WS_GROUP 0x00020000u
-#define WS_TABSTOP 0x00010000u
 #define WS_MINIMIZEBOX 0x00020000u
 #define WS_MAXIMIZEBOX 0x00010000u
 #define WS_OVERLAPPEDWINDOW (WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX)
-#define WS_POPUPWINDOW (WS_POPUP | WS_BORDER | WS_SYSMENU)
 
 #define WS_EX_DLGMODALFRAME 0x00000001u
 #define WS_EX_NOPARENTNOTIFY 0x00000004u
@@ -364,14 +344,11 @@ PLATFORM_API HMODULE WINAPI GetModuleHandleA(LPCSTR name);
 #define WS_EX_TOOLWINDOW 0x00000080u
 #define WS_EX_WINDOWEDGE 0x00000100u
 #define WS_EX_CLIENTEDGE 0x00000200u
-#define WS_EX_CONTROLPARENT 0x00010000u
 #define WS_EX_STATICEDGE 0x00020000u
-#define WS_EX_APPWINDOW 0x00040000u
 #define WS_EX_LAYERED 0x00080000u
 #define WS_EX_NOACTIVATE 0x08000000u
 
 #define CW_USEDEFAULT ((int)0x80000000u)
-#define HWND_DESKTOP ((HWND)0)
 
 typedef struct tagCREATESTRUCTA {
   LPVOID lpCreateParams;
@@ -388,10 +365,7 @@ typedef struct tagCREATESTRUCTA {
 PLATFORM_API HWND WINAPI CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR title, DWORD style, int x, int y,
                                          int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
                                          LPVOID parameter);
-#define CreateWindowA(className, title, style, x, y, width, height, parent, menu, instance, parameter)                 \
-  CreateWindowExA(0, className, title, style, x, y, width, height, parent, menu, instance, parameter)
 PLATFORM_API BOOL WINAPI DestroyWindow(HWND window);
-PLATFORM_API BOOL WINAPI CloseWindow(HWND window);
 PLATFORM_API LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API LRESULT WINAPI CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -414,9 +388,6 @@ PLATFORM_API LRESULT WINAPI CallWindowProcA(WNDPROC procedure, HWND window, UINT
 #define GWL_EXSTYLE (-20)
 #define GWL_USERDATA (-21)
 #define GWLP_WNDPROC (-4)
-#define GWLP_HINSTANCE (-6)
-#define GWLP_HWNDPARENT (-8)
-#define GWLP_ID (-12)
 #define GWLP_USERDATA (-21)
 
 typedef struct tagSTYLESTRUCT {
@@ -433,14 +404,10 @@ PLATFORM_API HWND WINAPI GetDesktopWindow(void);
 PLATFORM_API HWND WINAPI GetParent(HWND window);
 PLATFORM_API HWND WINAPI SetParent(HWND window, HWND parent);
 PLATFORM_API HWND WINAPI GetWindow(HWND window, UINT relation);
-PLATFORM_API HWND WINAPI GetTopWindow(HWND window);
 PLATFORM_API HWND WINAPI GetAncestor(HWND window, UINT relation);
 PLATFORM_API HWND WINAPI FindWindowA(LPCSTR className, LPCSTR title);
 PLATFORM_API HWND WINAPI GetDlgItem(HWND parent, int id);
-PLATFORM_API int WINAPI GetDlgCtrlID(HWND window);
-PLATFORM_API DWORD WINAPI GetWindowThreadProcessId(HWND window, LPDWORD process);
 PLATFORM_API DWORD WINAPI GetCurrentThreadId(void);
-PLATFORM_API DWORD WINAPI GetCurrentProcessId(void);
 PLATFORM_API LONG WINAPI GetWindowLongA(HWND window, int index);
 PLATFORM_API LONG WINAPI SetWindowLongA(HWND window, int index, LONG value);
 PLATFORM_API LONG_PTR WINAPI GetWindowLongPtrA(HWND window, int index);
@@ -460,7 +427,6 @@ PLATFORM_API int WINAPI GetWindowTextLengthA(HWND window);
 #define SWP_SHOWWINDOW 0x0040u
 #define SWP_HIDEWINDOW 0x0080u
 #define SWP_NOCOPYBITS 0x0100u
-#define SWP_NOOWNERZORDER 0x0200u
 #define SWP_NOSENDCHANGING 0x0400u
 #define HWND_TOP ((HWND)0)
 #define HWND_BOTTOM ((HWND)1)
@@ -469,7 +435,6 @@ PLATFORM_API int WINAPI GetWindowTextLengthA(HWND window);
 
 #define SW_HIDE 0
 #define SW_SHOWNORMAL 1
-#define SW_NORMAL 1
 #define SW_SHOWMINIMIZED 2
 #define SW_SHOWMAXIMIZED 3
 #define SW_MAXIMIZE 3
@@ -509,14 +474,11 @@ typedef struct tagWINDOWPLACEMENT {
 
 PLATFORM_API BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 PLATFORM_API BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
-PLATFORM_API BOOL WINAPI BringWindowToTop(HWND window);
 PLATFORM_API BOOL WINAPI ShowWindow(HWND window, int command);
 PLATFORM_API BOOL WINAPI GetWindowPlacement(HWND window, WINDOWPLACEMENT *placement);
-PLATFORM_API BOOL WINAPI SetWindowPlacement(HWND window, const WINDOWPLACEMENT *placement);
 PLATFORM_API BOOL WINAPI GetWindowRect(HWND window, RECT *rect);
 PLATFORM_API BOOL WINAPI GetClientRect(HWND window, RECT *rect);
 PLATFORM_API BOOL WINAPI AdjustWindowRectEx(RECT *rect, DWORD style, BOOL menu, DWORD exStyle);
-PLATFORM_API BOOL WINAPI AdjustWindowRect(RECT *rect, DWORD style, BOOL menu);
 /* Null stands for the screen. */
 PLATFORM_API int WINAPI MapWindowPoints(HWND from, HWND to, POINT *points, UINT count);
 PLATFORM_API BOOL WINAPI ClientToScreen(HWND window, POINT *point);
@@ -541,15 +503,12 @@ PLATFORM_API HWND WINAPI ChildWindowFromPoint(HWND parent, POINT point);
 #define SM_CXFULLSCREEN 16
 #define SM_CYFULLSCREEN 17
 #define SM_MOUSEPRESENT 19
-#define SM_SWAPBUTTON 23
 #define SM_CXMIN 28
 #define SM_CYMIN 29
 #define SM_CXSIZE 30
 #define SM_CYSIZE 31
 #define SM_CXFRAME 32
 #define SM_CYFRAME 33
-#define SM_CXSIZEFRAME 32
-#define SM_CYSIZEFRAME 33
 #define SM_CXMINTRACK 34
 #define SM_CYMINTRACK 35
 #define SM_CXDOUBLECLK 36
@@ -567,8 +526,6 @@ PLATFORM_API HWND WINAPI ChildWindowFromPoint(HWND parent, POINT point);
 #define SM_CXDRAG 68
 #define SM_CYDRAG 69
 #define SM_MOUSEWHEELPRESENT 75
-#define SM_XVIRTUALSCREEN 76
-#define SM_YVIRTUALSCREEN 77
 #define SM_CXVIRTUALSCREEN 78
 #define SM_CYVIRTUALSCREEN 79
 
@@ -586,7 +543,6 @@ PLATFORM_API HWND WINAPI GetForegroundWindow(void);
 
 /* Layered windows. SetLayeredWindowAttributes is also found at run time, in "user32". */
 
-#define LWA_COLORKEY 1u
 #define LWA_ALPHA 2u
 
 PLATFORM_API BOOL WINAPI SetLayeredWindowAttributes(HWND window, COLORREF key, BYTE alpha, DWORD flags);
@@ -615,13 +571,10 @@ PLATFORM_API HMENU WINAPI GetSystemMenu(HWND window, BOOL revert);
 /* Result: the item's state before, all ones for an item that isn't there. */
 PLATFORM_API BOOL WINAPI EnableMenuItem(HMENU menu, UINT item, UINT flags);
 PLATFORM_API UINT WINAPI GetMenuState(HMENU menu, UINT item, UINT flags);
-PLATFORM_API int WINAPI GetMenuItemCount(HMENU menu);
-PLATFORM_API UINT WINAPI GetMenuItemID(HMENU menu, int position);
 
 /* Painting. */
 
 #define RDW_INVALIDATE 0x0001u
-#define RDW_INTERNALPAINT 0x0002u
 #define RDW_ERASE 0x0004u
 #define RDW_VALIDATE 0x0008u
 #define RDW_NOERASE 0x0020u
@@ -692,7 +645,6 @@ typedef struct tagMSG {
   POINT pt;
 } MSG;
 
-#define WM_NULL 0x0000u
 #define WM_CREATE 0x0001u
 #define WM_DESTROY 0x0002u
 #define WM_MOVE 0x0003u
@@ -710,7 +662,6 @@ typedef struct tagMSG {
 #define WM_QUERYOPEN 0x0013u
 #define WM_QUIT 0x0012u
 #define WM_ERASEBKGND 0x0014u
-#define WM_SYSCOLORCHANGE 0x0015u
 #define WM_SHOWWINDOW 0x0018u
 #define WM_ACTIVATEAPP 0x001Cu
 #define WM_CANCELMODE 0x001Fu
@@ -734,27 +685,16 @@ typedef struct tagMSG {
 #define WM_NCACTIVATE 0x0086u
 #define WM_NCMOUSEMOVE 0x00A0u
 #define WM_NCLBUTTONDOWN 0x00A1u
-#define WM_NCLBUTTONUP 0x00A2u
 #define WM_NCLBUTTONDBLCLK 0x00A3u
-#define WM_NCRBUTTONDOWN 0x00A4u
 #define WM_NCRBUTTONUP 0x00A5u
-#define WM_NCRBUTTONDBLCLK 0x00A6u
-#define WM_NCMBUTTONDOWN 0x00A7u
-#define WM_NCMBUTTONUP 0x00A8u
-#define WM_NCMBUTTONDBLCLK 0x00A9u
-#define WM_KEYFIRST 0x0100u
 #define WM_KEYDOWN 0x0100u
 #define WM_KEYUP 0x0101u
 #define WM_CHAR 0x0102u
-#define WM_DEADCHAR 0x0103u
 #define WM_SYSKEYDOWN 0x0104u
 #define WM_SYSKEYUP 0x0105u
 #define WM_SYSCHAR 0x0106u
-#define WM_KEYLAST 0x0109u
-#define WM_COMMAND 0x0111u
 #define WM_SYSCOMMAND 0x0112u
 #define WM_TIMER 0x0113u
-#define WM_INITMENU 0x0116u
 #define WM_MOUSEFIRST 0x0200u
 #define WM_MOUSEMOVE 0x0200u
 #define WM_LBUTTONDOWN 0x0201u
@@ -767,7 +707,6 @@ typedef struct tagMSG {
 #define WM_MBUTTONUP 0x0208u
 #define WM_MBUTTONDBLCLK 0x0209u
 #define WM_MOUSEWHEEL 0x020Au
-#define WM_MOUSELAST 0x020Eu
 #define WM_PARENTNOTIFY 0x0210u
 #define WM_SIZING 0x0214u
 #define WM_CAPTURECHANGED 0x0215u
@@ -782,13 +721,6 @@ typedef struct tagMSG {
 #define SIZE_MINIMIZED 1
 #define SIZE_MAXIMIZED 2
 #define WMSZ_LEFT 1
-#define WMSZ_RIGHT 2
-#define WMSZ_TOP 3
-#define WMSZ_TOPLEFT 4
-#define WMSZ_TOPRIGHT 5
-#define WMSZ_BOTTOM 6
-#define WMSZ_BOTTOMLEFT 7
-#define WMSZ_BOTTOMRIGHT 8
 #define WA_INACTIVE 0
 #define WA_ACTIVE 1
 #define WA_CLICKACTIVE 2
@@ -802,7 +734,6 @@ typedef struct tagMSG {
 #define HTCLIENT 1
 #define HTCAPTION 2
 #define HTSYSMENU 3
-#define HTMENU 5
 #define HTMINBUTTON 8
 #define HTMAXBUTTON 9
 #define HTLEFT 10
@@ -831,15 +762,12 @@ PLATFORM_API BOOL WINAPI GetMessageA(MSG *message, HWND window, UINT first, UINT
 PLATFORM_API BOOL WINAPI PeekMessageA(MSG *message, HWND window, UINT first, UINT last, UINT remove);
 PLATFORM_API BOOL WINAPI TranslateMessage(const MSG *message);
 PLATFORM_API LRESULT WINAPI DispatchMessageA(const MSG *message);
-PLATFORM_API BOOL WINAPI WaitMessage(void);
 /* To a window of another thread: waits until that thread takes the message, and serves messages sent here meanwhile. */
 PLATFORM_API LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API BOOL WINAPI PostThreadMessageA(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API void WINAPI PostQuitMessage(int status);
 PLATFORM_API BOOL WINAPI InSendMessage(void);
-PLATFORM_API LONG WINAPI GetMessageTime(void);
-PLATFORM_API DWORD WINAPI GetMessagePos(void);
 
 /* Timers. Without a window the id is the layer's choice, unless it is that of such a timer. */
 
@@ -859,7 +787,6 @@ PLATFORM_API void WINAPI Sleep(DWORD milliseconds);
 
 #define VK_LBUTTON 0x01
 #define VK_RBUTTON 0x02
-#define VK_CANCEL 0x03
 #define VK_MBUTTON 0x04
 #define VK_BACK 0x08
 #define VK_TAB 0x09
@@ -870,7 +797,6 @@ PLATFORM_API void WINAPI Sleep(DWORD milliseconds);
 #define VK_MENU 0x12
 #define VK_PAUSE 0x13
 #define VK_CAPITAL 0x14
-#define VK_KANA 0x15
 #define VK_KANJI 0x19
 #define VK_ESCAPE 0x1B
 #define VK_CONVERT 0x1C
@@ -895,15 +821,12 @@ PLATFORM_API void WINAPI Sleep(DWORD milliseconds);
 #define VK_NUMPAD9 0x69
 #define VK_MULTIPLY 0x6A
 #define VK_ADD 0x6B
-#define VK_SEPARATOR 0x6C
 #define VK_SUBTRACT 0x6D
 #define VK_DECIMAL 0x6E
 #define VK_DIVIDE 0x6F
 #define VK_F1 0x70
 #define VK_F4 0x73
 #define VK_F10 0x79
-#define VK_F12 0x7B
-#define VK_F24 0x87
 #define VK_NUMLOCK 0x90
 #define VK_SCROLL 0x91
 #define VK_LSHIFT 0xA0

@@ -1,6 +1,9 @@
 // The double-byte characters of code page 932. No locale takes part: the classes are fixed.
 #pragma once
 
+#include <cstddef>
+#include <cstring>
+
 constexpr bool wqIsLeadByte(char c) {
   const auto byte = static_cast<unsigned char>(c);
   return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
@@ -13,3 +16,23 @@ constexpr bool wqIsTrailByte(char c) {
 
 // Whether a double-byte character begins here. A lead byte with anything else behind it counts as a single byte.
 inline bool wqIsDoubleByte(const char *text) { return wqIsLeadByte(text[0]) && wqIsTrailByte(text[1]); }
+
+// The length of text, or of its beginning in whole characters that limit bytes hold.
+inline size_t wqFittingLength(const char *text, size_t limit) {
+  const auto *end = static_cast<const char *>(std::memchr(text, 0, limit + 1));
+  if (end) return static_cast<size_t>(end - text); // all of it, whatever its characters are
+  size_t length = 0;
+  while (text[length]) {
+    const size_t next = length + (wqIsDoubleByte(text + length) ? 2 : 1);
+    if (next > limit) break;
+    length = next;
+  }
+  return length;
+}
+
+// Copies what fits into an array and ends it.
+template <size_t size> void wqCopyFitting(char (&dst)[size], const char *src) {
+  const size_t length = wqFittingLength(src, size - 1);
+  std::memcpy(dst, src, length);
+  dst[length] = '\0';
+}

@@ -9,25 +9,13 @@ namespace {
 
 constexpr char kClassName[] = "WQ_WND_CLASS";
 
-// Copies what fits into a field of WqWndParam, in whole characters, and ends it.
-template <size_t size> void copyFitting(char (&field)[size], const char *text) {
-  size_t length = 0;
-  while (text[length]) {
-    const size_t next = length + (wqIsDoubleByte(text + length) ? 2 : 1);
-    if (next >= size) break;
-    length = next;
-  }
-  WqMem_Copy(field, text, length);
-  field[length] = '\0';
-}
-
 void setLiveBits(HWND hwnd, int index, uint32_t bits) {
   SetWindowLongA(hwnd, index, GetWindowLongA(hwnd, index) | static_cast<LONG>(bits));
 }
 
 HWND makeWindow(WqWnd *wnd) {
   WqWndParam *param = wnd->createParam;
-  if (!param->className[0]) copyFitting(param->className, kClassName);
+  if (!param->className[0]) wqCopyFitting(param->className, kClassName);
   SIZE size;
   WqSize_Rect(&size, &wnd->rect);
   return CreateWindowExA(param->exStyle, param->className, param->title, param->style, wnd->rect.left, wnd->rect.top,
@@ -62,7 +50,7 @@ void WqWnd_Term(WqWnd *wnd) {
 }
 
 void WqWnd_ClassName(WqWnd *wnd, const char *className) {
-  if (wnd->createParam) copyFitting(wnd->createParam->className, className);
+  if (wnd->createParam) wqCopyFitting(wnd->createParam->className, className);
 }
 
 void WqWnd_ID(WqWnd *wnd, uint32_t id) { wnd->id |= id; }
@@ -89,7 +77,7 @@ void WqWnd_ExStyle(WqWnd *wnd, uint32_t bits) {
 
 void WqWnd_Title(WqWnd *wnd, const char *title) {
   if (wnd->createParam)
-    copyFitting(wnd->createParam->title, title);
+    wqCopyFitting(wnd->createParam->title, title);
   else if (wnd->hwnd)
     SetWindowTextA(wnd->hwnd, title);
 }

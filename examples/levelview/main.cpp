@@ -9,6 +9,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <optional>
 
 namespace {
@@ -88,31 +89,27 @@ int report(const Options &options) {
 }
 
 // What is shown of an opened file: a window, or without a display its report.
-bool show(const Options &options, const Report &told, Settings &settings) {
+// viewer: takes the viewer, whose window objects have to stay until the library ends.
+bool show(const Options &options, const Report &told, Settings &settings, std::unique_ptr<Viewer> &viewer) {
   if (options.snapshot.empty() && !platformHasDisplay()) {
     printReport(told, stdout);
     return true;
   }
-  Viewer viewer(told.name, settings);
-  if (options.snapshot.empty() ? viewer.run() : viewer.snapshot(options.snapshot, options.size)) {
-    WqMain_Term(); // while the viewer's window objects are still there
-    WqMain_Init(nullptr);
-    return true;
-  }
+  viewer = std::make_unique<Viewer>(told.name, settings);
+  if (options.snapshot.empty() ? viewer->run() : viewer->snapshot(options.snapshot, options.size)) return true;
   complain(options.snapshot.empty() ? "no window could be opened" : options.snapshot + ": cannot write");
   return false;
 }
 
 // Shows one file, and remembers it with its range for the next time.
-int view(const Options &options) {
-  Settings settings;
+int view(const Options &options, Settings &settings, std::unique_ptr<Viewer> &viewer) {
   settings.load(options.settings);
   if (options.range) settings.range = *options.range;
   if (!options.files.empty()) settings.lastFile = fullName(options.files[0]);
   if (settings.lastFile.empty()) return askWhich();
   WqUnit_SetRange(settings.range);
   const std::optional<Report> told = open(options.files.empty() ? settings.lastFile : options.files[0]);
-  if (!told || !show(options, *told, settings)) return kFailed;
+  if (!told || !show(options, *told, settings, viewer)) return kFailed;
   if (!settings.save(options.settings)) complain("the settings could not be kept");
   return EXIT_SUCCESS;
 }
@@ -123,7 +120,7 @@ int make(const Options &options) {
   return kFailed;
 }
 
-int run(const Options &options) {
+int run(const Options &options, Settings &settings, std::unique_ptr<Viewer> &viewer) {
   switch (options.mode) {
   case Mode::help: std::fputs(kUsage, stdout); return EXIT_SUCCESS;
   case Mode::version: std::puts("levelview " LEVELVIEW_VERSION); return EXIT_SUCCESS;
@@ -131,7 +128,7 @@ int run(const Options &options) {
   case Mode::report: return report(options);
   case Mode::view: break;
   }
-  return view(options);
+  return view(options, settings, viewer);
 }
 
 } // namespace
@@ -143,8 +140,11 @@ int main() {
     complain(wrong);
     return kWrongCommandLine;
   }
+  // the viewer refers to the settings, and outlives the library
+  Settings settings;
+  std::unique_ptr<Viewer> viewer;
   const Library library;
-  const int status = run(options);
+  const int status = run(options, settings, viewer);
   if (!options.log.empty()) WqLog_Out(options.log.c_str());
   return status;
 }

@@ -63,13 +63,3 @@ ATOM RegisterClassA(const WNDCLASSA *windowClass) {
     return ++atom;
   });
 }
-
-BOOL UnregisterClassA(LPCSTR name, HINSTANCE) {
-  return locked<BOOL>(FALSE, [&]() -> BOOL {
-    const std::shared_ptr<WindowClass> found = findClass(name);
-    if (!found) return failWith(ERROR_CLASS_DOES_NOT_EXIST);
-    if (found->windows > 0) return failWith(ERROR_CLASS_HAS_WINDOWS);
-    classes().erase(folded(name));
-    return TRUE;
-  });
-}

@@ -43,7 +43,6 @@ void discard(const WindowRef &window) {
   if (window->surface) window->surface->orphan();
   forgetWindow(*window->queue, *window);
   unlink(*window);
-  --window->windowClass->windows;
   closeWindow(*window);
 }
 
@@ -140,7 +139,6 @@ WindowRef makeRecord(const Creation &creation) {
     window->surface = std::make_shared<Surface>(*window);
     window->needsSize = (window->style & (WS_CHILD | WS_POPUP)) == 0;
   }
-  ++window->windowClass->windows;
   return window;
 }
 

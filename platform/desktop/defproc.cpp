@@ -54,16 +54,7 @@ LRESULT eraseBackground(const WindowRef &window, WPARAM wParam) {
 
 LRESULT getText(const Window &window, WPARAM size, LPARAM text) {
   if (size == 0 || text == 0) return 0;
-  auto *room = reinterpret_cast<char *>(text);
-  size_t length = 0; // whole characters
-  while (length < window.text.size()) {
-    const size_t next = length + (isDoubleByteAt(window.text, length) ? 2 : 1);
-    if (next >= size) break;
-    length = next;
-  }
-  window.text.copy(room, length);
-  room[length] = '\0';
-  return static_cast<LRESULT>(length);
+  return static_cast<LRESULT>(copyWhole(window.text, reinterpret_cast<char *>(text), size));
 }
 
 LRESULT setText(Window &window, LPARAM text) {

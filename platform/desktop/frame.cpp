@@ -129,5 +129,3 @@ BOOL AdjustWindowRectEx(RECT *rect, DWORD style, BOOL menu, DWORD exStyle) {
   if (menu) rect->top -= GetSystemMetrics(SM_CYMENU);
   return TRUE;
 }
-
-BOOL AdjustWindowRect(RECT *rect, DWORD style, BOOL menu) { return AdjustWindowRectEx(rect, style, menu, 0); }

@@ -249,10 +249,8 @@ POINT cursorPosition() {
   return cursor;
 }
 
-BYTE &keyNow(int key) { return keysNow[static_cast<size_t>(key & 0xFF)]; }
-
 void addInput(Input input) {
-  input.time = messageTime();
+  input.time = GetTickCount();
   if (input.kind == Input::Kind::mouse) cursor = input.at;
   applyKeys(keysNow, input);
   if (input.kind == Input::Kind::key && input.message == WM_KEYDOWN) pressedSince[input.key] = true;
@@ -346,7 +344,7 @@ SHORT GetKeyState(int key) {
 SHORT GetAsyncKeyState(int key) {
   return locked<SHORT>(0, [&]() -> SHORT {
     const bool since = std::exchange(pressedSince[static_cast<size_t>(key & 0xFF)], false);
-    return static_cast<SHORT>((keyNow(key) & 0x80 ? 0x8000 : 0) | (since ? 1 : 0));
+    return static_cast<SHORT>((keysNow[static_cast<size_t>(key & 0xFF)] & 0x80 ? 0x8000 : 0) | (since ? 1 : 0));
   });
 }
 

@@ -17,7 +17,5 @@ POINT cursorPosition();
 WindowRef windowAt(POINT point, LRESULT &hit);
 // Moves or sizes a window with the mouse, from a press on its frame to the release. at: on the screen.
 void dragFrame(const WindowRef &window, WPARAM hit, LPARAM at);
-// The keys that are down now.
-BYTE &keyNow(int key);
 
 } // namespace platform

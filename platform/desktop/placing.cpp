@@ -211,13 +211,10 @@ void apply(const WindowRef &window, const WINDOWPOS &position, const RECT &rect,
     validateTree(*window);
     window->style &= ~WS_VISIBLE;
   }
-  if (redraws && (flags & kUnchanged & ~SWP_NOZORDER) != (kUnchanged & ~SWP_NOZORDER)) {
-    refresh(*window, before, due, flags);
-  } else if (redraws && (flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) != 0) {
-    refresh(*window, before, due, flags);
-  } else if (redraws && !(flags & SWP_NOZORDER) && !window->isTopLevel()) {
-    refresh(*window, before, due, flags);
-  }
+  constexpr UINT kSamePlace = kUnchanged & ~UINT{SWP_NOZORDER};
+  const bool moves = (flags & kSamePlace) != kSamePlace || (flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) != 0;
+  const bool reorders = !(flags & SWP_NOZORDER) && !window->isTopLevel();
+  if (redraws && (moves || reorders)) refresh(*window, before, due, flags);
   if (redraws && !(flags & SWP_HIDEWINDOW) && ((flags & (SWP_FRAMECHANGED | kStateChanged)) || !(flags & SWP_NOSIZE)) &&
       window->is(WS_VISIBLE))
     window->frameDirty = true;
@@ -455,21 +452,10 @@ BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint) 
                       SWP_NOZORDER | SWP_NOACTIVATE | (repaint ? 0u : SWP_NOREDRAW));
 }
 
-BOOL BringWindowToTop(HWND window) { return SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE); }
-
 BOOL ShowWindow(HWND window, int command) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     const WindowRef target = windowOf(window);
     return target && target->parent && showWindow(target, command);
-  });
-}
-
-BOOL CloseWindow(HWND window) {
-  return locked<BOOL>(FALSE, [&]() -> BOOL {
-    const WindowRef target = windowOf(window);
-    if (!target) return FALSE;
-    showWindow(target, SW_MINIMIZE);
-    return TRUE;
   });
 }
 

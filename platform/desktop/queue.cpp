@@ -21,12 +21,6 @@ std::map<DWORD, std::weak_ptr<Queue>> &queues() {
   return *all;
 }
 
-// A message was retrieved: what the thread knows of the time and the cursor follows it.
-void taken(Queue &queue, const MSG &message) {
-  queue.messageTime = static_cast<LONG>(message.time);
-  queue.messagePos = static_cast<DWORD>(MAKELONG(message.pt.x, message.pt.y));
-}
-
 // What a call of GetMessageA or PeekMessageA asks for.
 struct Filter {
   HWND window; // null for all; -1 for messages of the thread only
@@ -157,15 +151,13 @@ std::shared_ptr<Queue> queueOf(DWORD thread) {
   return at == queues().end() ? nullptr : at->second.lock();
 }
 
-DWORD messageTime() { return GetTickCount(); }
-
 MSG messageFor(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   MSG made{};
   made.hwnd = window;
   made.message = message;
   made.wParam = wParam;
   made.lParam = lParam;
-  made.time = messageTime();
+  made.time = GetTickCount();
   made.pt = cursorPosition();
   return made;
 }
@@ -206,16 +198,12 @@ using namespace platform;
 
 DWORD GetCurrentThreadId() { return static_cast<DWORD>(gettid()); }
 
-DWORD GetCurrentProcessId() { return static_cast<DWORD>(getpid()); }
-
 BOOL PeekMessageA(MSG *message, HWND window, UINT first, UINT last, UINT remove) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     Queue &queue = *currentQueue();
     const Filter filter = {window, first, last};
     if (window && !filter.ofThread() && !windowOf(window)) return FALSE;
-    if (!take(queue, filter, remove & PM_REMOVE, *message)) return FALSE;
-    if (remove & PM_REMOVE) taken(queue, *message);
-    return TRUE;
+    return take(queue, filter, remove & PM_REMOVE, *message);
   });
 }
 
@@ -225,17 +213,7 @@ BOOL GetMessageA(MSG *message, HWND window, UINT first, UINT last) {
     const Filter filter = {window, first, last};
     if (window && !filter.ofThread() && !windowOf(window)) return -1;
     while (!take(queue, filter, true, *message)) queue.wait(queue.timers.next());
-    taken(queue, *message);
     return message->message != WM_QUIT;
-  });
-}
-
-BOOL WaitMessage() {
-  return locked<BOOL>(FALSE, [&]() -> BOOL {
-    Queue &queue = *currentQueue();
-    MSG message;
-    while (!take(queue, {nullptr, 0, 0}, false, message)) queue.wait(queue.timers.next());
-    return TRUE;
   });
 }
 
@@ -292,12 +270,4 @@ void PostQuitMessage(int status) {
 
 BOOL InSendMessage() {
   return locked<BOOL>(FALSE, []() -> BOOL { return currentQueue()->serving > 0; });
-}
-
-LONG GetMessageTime() {
-  return locked<LONG>(0, [] { return currentQueue()->messageTime; });
-}
-
-DWORD GetMessagePos() {
-  return locked<DWORD>(0, [] { return currentQueue()->messagePos; });
 }

@@ -64,9 +64,7 @@ class Queue : public std::enable_shared_from_this<Queue> {
   bool hasTyped = false;
   bool altAlone = false; // Alt went down, and no other key since
   MSG lastClick{};       // the last press of a button, for double clicks
-  LONG messageTime = 0;
-  DWORD messagePos = 0;
-  int serving = 0; // sent messages of other threads under way
+  int serving = 0;       // sent messages of other threads under way
 
   // Something came for this thread.
   void wake();
@@ -86,7 +84,6 @@ const std::shared_ptr<Queue> &currentQueue();
 // Null when there is no such thread, or it has no queue.
 std::shared_ptr<Queue> queueOf(DWORD thread);
 
-DWORD messageTime();
 MSG messageFor(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 // FALSE with an error when the queue is full.
 BOOL post(Queue &queue, const MSG &message);

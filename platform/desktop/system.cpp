@@ -285,18 +285,3 @@ UINT GetMenuState(HMENU menu, UINT item, UINT flags) {
     return found ? found->second : 0xFFFFFFFFu;
   });
 }
-
-int GetMenuItemCount(HMENU menu) {
-  return locked<int>(-1, [&]() -> int {
-    const SystemMenu *target = menuOf(menu);
-    return target ? static_cast<int>(target->items.size()) : -1;
-  });
-}
-
-UINT GetMenuItemID(HMENU menu, int position) {
-  return locked<UINT>(0xFFFFFFFFu, [&]() -> UINT {
-    SystemMenu *target = menuOf(menu);
-    const std::pair<UINT, UINT> *found = target ? itemOf(*target, static_cast<UINT>(position), MF_BYPOSITION) : nullptr;
-    return found ? found->first : 0xFFFFFFFFu;
-  });
-}

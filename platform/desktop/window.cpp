@@ -259,8 +259,6 @@ HWND GetWindow(HWND window, UINT relation) {
   });
 }
 
-HWND GetTopWindow(HWND window) { return GetWindow(window ? window : GetDesktopWindow(), GW_CHILD); }
-
 HWND GetAncestor(HWND window, UINT relation) {
   return locked<HWND>(nullptr, [&]() -> HWND {
     const WindowRef target = windowOf(window);
@@ -294,22 +292,6 @@ HWND GetDlgItem(HWND parent, int id) {
     for (const Window *child : target->children)
       if (child->id == id) return child->handle;
     return nullptr;
-  });
-}
-
-int GetDlgCtrlID(HWND window) {
-  return locked<int>(0, [&]() -> int {
-    const WindowRef target = windowOf(window);
-    return target ? static_cast<int>(target->id) : 0;
-  });
-}
-
-DWORD GetWindowThreadProcessId(HWND window, LPDWORD process) {
-  return locked<DWORD>(0, [&]() -> DWORD {
-    const WindowRef target = windowOf(window);
-    if (!target) return 0;
-    if (process) *process = GetCurrentProcessId();
-    return target->queue->thread;
   });
 }
 

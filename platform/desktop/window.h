@@ -23,7 +23,6 @@ struct WindowClass {
   HICON icon = nullptr;
   HCURSOR cursor = nullptr;
   HBRUSH background = nullptr;
-  size_t windows = 0;
 };
 
 // The system menu: one bit per item that is grayed or disabled.
@@ -57,7 +56,6 @@ struct Window {
   RECT normal{};          // the rectangle to come back to from minimized and maximized
   bool needsSize = false; // WM_SIZE and WM_MOVE are still to come with the first showing
   bool restoreMaximized = false;
-  bool drawing = true; // WM_SETREDRAW
   bool destroying = false;
   bool alive = true;
 

@@ -164,6 +164,18 @@ bool isDoubleByteAt(std::string_view text, size_t at) {
          isTrailByte(static_cast<unsigned char>(text[at + 1]));
 }
 
+size_t copyWhole(std::string_view text, char *room, size_t size) {
+  size_t length = 0;
+  while (length < text.size()) {
+    const size_t next = length + (isDoubleByteAt(text, length) ? 2 : 1);
+    if (next >= size) break;
+    length = next;
+  }
+  text.copy(room, length);
+  room[length] = '\0';
+  return length;
+}
+
 std::string utf8FromCodePage(std::string_view text) {
   std::string out;
   out.reserve(text.size() + text.size() / 2);

@@ -19,6 +19,10 @@ bool isTrailByte(unsigned char byte);
 // Whether a double-byte code stands at a place of a text.
 bool isDoubleByteAt(std::string_view text, size_t at);
 
+// Copies the whole characters of a text that fit in front of a NUL, into room for size bytes, at least 1.
+// Result: their length.
+size_t copyWhole(std::string_view text, char *room, size_t size);
+
 // What is no well-formed UTF-8 or UTF-16 becomes U+FFFD.
 std::u16string utf16FromUtf8(std::string_view text);
 std::string utf8FromUtf16(std::u16string_view text);

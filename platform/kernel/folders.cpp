@@ -301,12 +301,3 @@ DWORD GetCurrentDirectoryA(DWORD size, LPSTR name) {
     return handOut(nameOfPath(folder), size, name);
   });
 }
-
-BOOL SetCurrentDirectoryA(LPCSTR name) {
-  return guarded(FALSE, [&] {
-    const std::string path = nativePath(name);
-    if (path.empty()) return FALSE;
-    if (chdir(path.c_str()) == 0) return TRUE;
-    return failWith(errno == ENOENT ? missingError(path) : errno == ENOTDIR ? ERROR_DIRECTORY : errorOf(errno));
-  });
-}

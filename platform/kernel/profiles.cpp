@@ -186,17 +186,8 @@ bool change(LPCSTR name, LPCSTR section, LPCSTR key, LPCSTR text) {
   return true;
 }
 
-// Copies the whole characters of a text that fit in front of a NUL.
 DWORD handOut(std::string_view value, LPSTR text, DWORD size) {
-  size_t length = 0;
-  while (length < value.size()) {
-    const size_t next = length + (isDoubleByteAt(value, length) ? 2 : 1);
-    if (next >= size) break;
-    length = next;
-  }
-  value.copy(text, length);
-  text[length] = '\0';
-  return static_cast<DWORD>(length);
+  return static_cast<DWORD>(copyWhole(value, text, size));
 }
 
 // Copies names with a NUL behind each and one at the end; what doesn't fit is cut.

@@ -136,15 +136,3 @@ TEST_F(LayoutTest, TheWaveGoesDownTheTree) {
   WqWnd_Rect(&frame, &place), expectPlaces(350, 260, "nobody is told");
   WqWnd_Resize(&frame, nullptr), expectPlaces(320, 230, "told at once");
 }
-
-TEST_F(LayoutTest, AThousandWindowsInOneChainFollow) {
-  Window &frame = made(nullptr, {0, 0, 600, 400});
-  std::vector<Window *> chain;
-  for (int i = 0; i < 1000; ++i) {
-    chain.push_back(&made(&frame, {0, 0, 2, 2})), WqWnd_Ds(chain.back(), WQ_DS_KEEP_W);
-    if (i) WqWnd_SnapL(chain.back(), chain.end()[-2]);
-  }
-  WqWnd_Rect(chain[0], nullptr);
-  for (LONG i = 0; i < 1000; i += 37)
-    EXPECT_EQ(placeOf(*chain[static_cast<size_t>(i)]), (Edges{i * 2, 0, i * 2 + 2, 2}));
-}

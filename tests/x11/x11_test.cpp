@@ -107,26 +107,33 @@ class X11Test : public testing::Test {
     MapWindowPoints(window_, nullptr, reinterpret_cast<POINT *>(&area), 2);
     return area;
   }
-  // Lets the user of the X server act, and then a user of the API; both bring the same messages.
-  void expectSame(const std::string &actions, const std::function<void()> &same, const std::string &expected) {
-    SetCursorPos(900, 900);
-    pump();
-    seen.clear();
-    user(actions);
-    EXPECT_EQ(joined(), expected) << actions;
-    SetCursorPos(900, 900);
-    pump();
-    seen.clear();
-    same();
-    pump();
-    EXPECT_EQ(joined(), expected) << "by the API";
-  }
   HWND window_ = nullptr;
 };
 
-void press(BYTE key) {
-  keybd_event(key, 0, 0, 0);
-  keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
+// What a user of the API does: a button or the wheel, or a key.
+struct Act {
+  DWORD mouse;
+  int data;
+  BYTE key;
+  DWORD keyFlags;
+};
+using Acts = std::vector<Act>;
+
+constexpr Act kLeft = {MOUSEEVENTF_LEFTDOWN, 0, 0, 0}, kLeftUp = {MOUSEEVENTF_LEFTUP, 0, 0, 0};
+
+void perform(const Acts &acts) {
+  for (const Act &act : acts)
+    if (act.key)
+      keybd_event(act.key, 0, act.keyFlags, 0);
+    else
+      mouse_event(act.mouse, 0, 0, static_cast<DWORD>(act.data), 0);
+  pump();
+}
+
+Acts typed(const std::vector<BYTE> &keys) {
+  Acts acts;
+  for (const BYTE key : keys) acts.insert(acts.end(), {{0, 0, key, 0}, {0, 0, key, KEYEVENTF_KEYUP}});
+  return acts;
 }
 
 } // namespace
@@ -143,56 +150,33 @@ TEST_F(X11Test, StandsWhereItIsTold) {
   EXPECT_EQ(GetActiveWindow(), window_);
 }
 
+// The user of the X server acts, and then one of the API; both bring the same messages.
 TEST_F(X11Test, ClicksTypesAndScrolls) {
-  expectSame(
-      "mousemove 254 283 click 1",
-      [] {
-        SetCursorPos(254, 283);
-        mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-        mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
-      },
-      "move 0 50,60\nleft down 1 50,60\nleft up 0 50,60\n");
-  expectSame(
-      "mousemove 304 283 click 3",
-      [] {
-        SetCursorPos(304, 283);
-        mouse_event(MOUSEEVENTF_RIGHTDOWN, 0, 0, 0, 0);
-        mouse_event(MOUSEEVENTF_RIGHTUP, 0, 0, 0, 0);
-      },
-      "move 0 100,60\nright down 2 100,60\nright up 0 100,60\n");
-  expectSame(
-      "mousemove 254 293 click --repeat 2 --delay 50 1",
-      [] {
-        SetCursorPos(254, 293);
-        for (int i = 0; i < 2; ++i) {
-          mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-          mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
-        }
-      },
-      "move 0 50,70\nleft down 1 50,70\nleft up 0 50,70\nleft twice 1 50,70\nleft up 0 50,70\n");
-  expectSame(
-      "mousemove 254 283 click 4 click 5",
-      [] {
-        SetCursorPos(254, 283);
-        mouse_event(MOUSEEVENTF_WHEEL, 0, 0, 120, 0);
-        mouse_event(MOUSEEVENTF_WHEEL, 0, 0, static_cast<DWORD>(-120), 0);
-      },
-      "move 0 50,60\nwheel 7864320 254,283\nwheel -7864320 254,283\n");
-  expectSame(
-      "key a Return Left F5",
-      [] {
-        for (const BYTE key : {BYTE{'A'}, BYTE{VK_RETURN}, BYTE{VK_LEFT}, BYTE{VK_F1 + 4}}) press(key);
-      },
-      "key down 65\ncharacter 97\nkey up 65\nkey down 13\ncharacter 13\nkey up 13\nkey down 37\nkey up 37\n"
-      "key down 116\nkey up 116\n");
-  expectSame(
-      "keydown shift key a keyup shift",
-      [] {
-        keybd_event(VK_SHIFT, 0, 0, 0);
-        press('A');
-        keybd_event(VK_SHIFT, 0, KEYEVENTF_KEYUP, 0);
-      },
-      "key down 16\nkey down 65\ncharacter 65\nkey up 65\nkey up 16\n");
+  // clang-format off
+  const struct { POINT at; const char *actions; Acts same; const char *expected; } rows[] = {
+      {{254, 283}, "click 1", {kLeft, kLeftUp}, "move 0 50,60\nleft down 1 50,60\nleft up 0 50,60\n"},
+      {{304, 283}, "click 3", {{MOUSEEVENTF_RIGHTDOWN, 0, 0, 0}, {MOUSEEVENTF_RIGHTUP, 0, 0, 0}},
+       "move 0 100,60\nright down 2 100,60\nright up 0 100,60\n"},
+      {{254, 293}, "click --repeat 2 --delay 50 1", {kLeft, kLeftUp, kLeft, kLeftUp},
+       "move 0 50,70\nleft down 1 50,70\nleft up 0 50,70\nleft twice 1 50,70\nleft up 0 50,70\n"},
+      {{254, 283}, "click 4 click 5", {{MOUSEEVENTF_WHEEL, 120, 0, 0}, {MOUSEEVENTF_WHEEL, -120, 0, 0}},
+       "move 0 50,60\nwheel 7864320 254,283\nwheel -7864320 254,283\n"},
+      {{900, 900}, "key a Return Left F5", typed({'A', VK_RETURN, VK_LEFT, VK_F1 + 4}),
+       "key down 65\ncharacter 97\nkey up 65\nkey down 13\ncharacter 13\nkey up 13\nkey down 37\nkey up 37\n"
+       "key down 116\nkey up 116\n"},
+      {{900, 900}, "keydown shift key a keyup shift",
+       {{0, 0, VK_SHIFT, 0}, {0, 0, 'A', 0}, {0, 0, 'A', KEYEVENTF_KEYUP}, {0, 0, VK_SHIFT, KEYEVENTF_KEYUP}},
+       "key down 16\nkey down 65\ncharacter 65\nkey up 65\nkey up 16\n"}};
+  // clang-format on
+  for (const auto &[at, actions, same, expected] : rows)
+    for (const bool byTheApi : {false, true}) {
+      SetCursorPos(900, 900), pump(), seen.clear();
+      if (byTheApi)
+        SetCursorPos(at.x, at.y), perform(same);
+      else
+        user("mousemove " + std::to_string(at.x) + ' ' + std::to_string(at.y) + ' ' + actions);
+      EXPECT_EQ(joined(), expected) << actions << (byTheApi ? " by the API" : "");
+    }
 }
 
 TEST_F(X11Test, ABorderAndTheCaptionAreDragged) {
