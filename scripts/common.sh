@@ -54,3 +54,22 @@ build() {
     die "building $preset failed"
   }
 }
+
+# wine64_setup: Debian's 64-bit Wine, ready for wine64_run.
+wine64_setup() {
+  need wine wine64 xvfb xauth
+  wine_prefix=$PWD/build/wine64
+  if [[ ! -e $wine_prefix/.ready ]]; then
+    say "setting up Wine"
+    # without a window manager, managed windows would wait for one
+    WINEDEBUG=-all LC_ALL=ja_JP.UTF-8 WINEPREFIX="$wine_prefix" xvfb-run -a sh -c 'wineboot -i; wineserver -w
+      wine reg add "HKCU\\Software\\Wine\\X11 Driver" /v Managed /d N /f; wineserver -w' >build/wine64.log 2>&1
+    touch "$wine_prefix/.ready"
+  fi
+}
+
+# wine64_run PROGRAM: one program on that Wine, with code page 932 and a virtual screen.
+wine64_run() {
+  local settings=(WINEDEBUG=-all LC_ALL=ja_JP.UTF-8 WINEPREFIX="$wine_prefix")
+  timeout -k 10 600 xvfb-run -a -s '-screen 0 1280x1024x24' env "${settings[@]}" wine "$@"
+}

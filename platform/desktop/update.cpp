@@ -62,8 +62,9 @@ QRegion withoutCover(const Window &window, QRegion region) {
     if (!one->is(WS_CLIPSIBLINGS)) continue;
     for (const Window *sibling : parent.children) {
       if (sibling == one) break;
-      if (sibling->is(WS_VISIBLE) && !sibling->is(WS_EX_TRANSPARENT))
-        seen -= toQt(offset(sibling->rect, origin.x, origin.y));
+      if (!sibling->is(WS_VISIBLE) || sibling->exStyle & WS_EX_TRANSPARENT) continue;
+      const QRect cover = toQt(offset(sibling->rect, origin.x, origin.y));
+      if (seen.intersects(cover)) seen -= cover;
     }
   }
   return seen;
@@ -112,7 +113,7 @@ QRegion visibleClient(const Window &window) {
   QRegion seen = visibleWhole(window) & toQt(offset(window.clientArea(), origin.x, origin.y));
   if (window.is(WS_CLIPCHILDREN))
     for (const Window *child : window.children)
-      if (child->is(WS_VISIBLE) && !child->is(WS_EX_TRANSPARENT)) seen -= toQt(offset(child->rect, origin.x, origin.y));
+      if (child->is(WS_VISIBLE) && !(child->exStyle & WS_EX_TRANSPARENT)) seen -= toQt(offset(child->rect, origin.x, origin.y));
   return seen;
 }
 

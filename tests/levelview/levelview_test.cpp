@@ -259,11 +259,12 @@ TEST_F(LevelviewTest, RemembersTheLastFileAndItsRange) {
 
 TEST_F(LevelviewTest, WritesAPictureOfItsWindow) {
   const std::string name = stored(noise(8000, 16, 1, 50).file()), picture = folder_.file("picture.png");
-  const std::string settings = folder_.file("none.ini");
+  const std::string settings = folder_.file("none.ini"), log = folder_.file("log.txt");
   for (const char *size : {"0x9", "9", "9x", "x9", "9x9x9", "9x9999", "-9x9"})
     expectFailure(runProgram("levelview", {"--size", size, "--snapshot", picture, name}), 2, "levelview", "");
   const ProgramResult result =
-      runProgram("levelview", {"--settings", settings, "--snapshot", picture, "--size", "311x207", name});
+      runProgram("levelview", {"--settings", settings, "--log", log, "--snapshot", picture, "--size", "311x207", name});
+  EXPECT_NE(readFile(log).find("opened "), std::string::npos) << "what came before the window";
   if (result.err.find("cannot write") != std::string::npos) GTEST_SKIP() << "no pictures on this system";
   EXPECT_EQ(result.out + result.err, "");
   EXPECT_EQ(readFile(picture).substr(0, 24), "\x89PNG\r\n\x1A\n" + std::string("\0\0\0\rIHDR\0\0\1\x37\0\0\0\xCF", 16));

@@ -82,11 +82,14 @@ TEST_F(WinQueue, NothingIsLostBetweenManyThreads) {
       WNDCLASSA server{};
       server.lpfnWndProc = serve, server.lpszClassName = "server", RegisterClassA(&server);
       windows[t] = CreateWindowExA(0, "server", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+      const auto post = [&](UINT message, LPARAM number) {
+        while (!PostMessageA(a, message, t, number)) Sleep(1); // a queue may be full
+      };
       for (int i = 0; i < 2000; ++i) {
-        while (!PostMessageA(a, WM_USER, t, i)) Sleep(1); // a queue may be full
+        post(WM_USER, i);
         if (i % 100 == 0) wrong += SendMessageA(a, WM_USER + 1, t, i) != 2 * (i + 1);
       }
-      PostMessageA(a, WM_USER + 2, 0, 0);
+      post(WM_USER + 2, 0);
     });
   MSG message{};
   int retrieved = 0; // what is sent is served inside of GetMessageA

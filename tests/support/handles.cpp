@@ -2,8 +2,14 @@
 
 #include "platform/platform.h"
 
-#ifndef _WIN32
+#include <cstdio>
+
+#ifdef _WIN32
+#define PSAPI_VERSION 2 // the functions are in kernel32
+#include <psapi.h>
+#else
 #include "platform/testing.h"
+#include <unistd.h>
 #endif
 
 std::vector<size_t> openHandles() {
@@ -15,5 +21,20 @@ std::vector<size_t> openHandles() {
   platformCountHandles(&kernel);
   platformCountDesktop(&desktop);
   return {kernel.kernel, kernel.views, desktop.windows, desktop.drawing};
+#endif
+}
+
+size_t residentBytes() {
+#ifdef __SANITIZE_ADDRESS__
+  return 0; // it keeps freed memory for a while
+#elif defined(_WIN32)
+  PROCESS_MEMORY_COUNTERS counters{};
+  return GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters) ? counters.WorkingSetSize : 0;
+#else
+  size_t all = 0, resident = 0;
+  FILE *file = std::fopen("/proc/self/statm", "r");
+  const bool read = file && std::fscanf(file, "%zu %zu", &all, &resident) == 2;
+  if (file) std::fclose(file);
+  return read ? resident * static_cast<size_t>(sysconf(_SC_PAGESIZE)) : 0;
 #endif
 }

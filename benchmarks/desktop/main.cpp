@@ -1,0 +1,73 @@
+// Times the work with windows. It is for comparing this library's own layer with another platform that runs the same
+// program, so that it needs nothing but the library:
+//   bench_desktop [PART]    only subjects whose names contain this
+// It prints a line "subject<TAB>seconds per iteration" for each.
+
+#include "desktop/desktop.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Seconds = std::chrono::duration<double>;
+
+constexpr Seconds kAll(0.2);
+constexpr Seconds kSample(0.02); // long beside the clock's steps
+constexpr size_t kSamples = 9;   // at least
+
+constexpr struct {
+  const char *name;
+  double (*measure)();
+} kSubjects[] = {
+    {"layout of 1,000 windows in a chain", layoutChain},
+    {"layout of 1,000 windows round one", layoutStar},
+    {"message posted, got, dispatched", message},
+    {"child window created, destroyed", childWindow},
+    {"tick of 10,000 timers", timerTick},
+};
+
+Seconds timeOf(const std::function<void()> &work, int iterations) {
+  const auto start = Clock::now();
+  for (int i = 0; i < iterations; ++i) work();
+  return Clock::now() - start;
+}
+
+} // namespace
+
+double secondsPerIteration(const std::function<void()> &work) {
+  work(); // the first one warms up
+  int iterations = 1;
+  while (timeOf(work, iterations) < kSample) iterations *= 2;
+  std::vector<double> samples;
+  for (Seconds sum(0); sum < kAll || samples.size() < kSamples;) {
+    const Seconds sample = timeOf(work, iterations);
+    sum += sample;
+    samples.push_back(sample.count() / iterations);
+  }
+  const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
+  std::nth_element(samples.begin(), middle, samples.end());
+  return *middle;
+}
+
+void require(bool isWell, const char *what) {
+  if (isWell) return;
+  std::fprintf(stderr, "bench_desktop: %s\n", what);
+  std::exit(1);
+}
+
+int main(int argc, char **argv) {
+  for (const auto &subject : kSubjects) {
+    if (argc > 1 && !std::strstr(subject.name, argv[1])) continue;
+    WqMain_Init(GetModuleHandleA(nullptr));
+    const double seconds = subject.measure();
+    WqMain_Term();
+    std::printf("%s\t%.9g\n", subject.name, seconds);
+    std::fflush(stdout);
+  }
+}

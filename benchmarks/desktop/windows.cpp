@@ -1,0 +1,152 @@
+// Window objects and their layout, messages, timers.
+
+#include "desktop/desktop.h"
+
+#include <vector>
+
+namespace {
+
+constexpr int kColumns = 40; // the windows lie side by side, all to be seen and none over another
+constexpr int kCount = 1000;
+constexpr LONG kSize = 16;
+constexpr LONG kSpare = 8; // how far they move
+constexpr RECT kFrame = {0, 0, kColumns *kSize + kSpare, kCount / kColumns *kSize + kSpare};
+
+void makeWindow(WqWnd &wnd, WqWnd *parent) {
+  WqWnd_Parent(&wnd, parent);
+  WqWnd_Style(&wnd, WS_VISIBLE | (parent ? DWORD{WS_CHILD} : WS_POPUP));
+  require(WqWnd_Create(&wnd) != nullptr, "a window cannot be made");
+}
+
+class Frame {
+ public:
+  Frame() {
+    WqWnd_Init(&wnd_);
+    wnd_.rect = kFrame;
+    makeWindow(wnd_, nullptr);
+  }
+  ~Frame() {
+    DestroyWindow(wnd_.hwnd);
+    WqWnd_WaitQueEmpty();
+  }
+  Frame(const Frame &) = delete;
+  Frame &operator=(const Frame &) = delete;
+
+  WqWnd *object() { return &wnd_; }
+  HWND window() const { return wnd_.hwnd; }
+
+ private:
+  WqWnd wnd_;
+};
+
+POINT cellOf(int index) { return {index % kColumns * kSize, index / kColumns * kSize}; }
+
+// A field of windows, each of which keeps its place relative to its target; the first window moves, and the wave ends
+// with the last one painted.
+double layoutWave(int (*targetOf)(int index)) {
+  std::vector<WqWnd> windows(kCount); // which outlive their parent
+  Frame frame;
+  for (int i = 0; i < kCount; ++i) {
+    WqWnd &wnd = windows[static_cast<size_t>(i)];
+    WqWnd_Init(&wnd);
+    const POINT cell = cellOf(i);
+    wnd.rect = {cell.x, cell.y, cell.x + kSize - 1, cell.y + kSize - 1};
+    if (i > 0) {
+      const int target = targetOf(i);
+      const POINT from = cellOf(target);
+      const RECT margin = {cell.x - from.x - kSize, cell.y - from.y - kSize, 0, 0};
+      WqWnd_SnapL(&wnd, &windows[static_cast<size_t>(target)]);
+      WqWnd_SnapT(&wnd, &windows[static_cast<size_t>(target)]);
+      WqWnd_Ds(&wnd, WQ_DS_KEEP_W | WQ_DS_KEEP_H);
+      WqWnd_SnapMargin(&wnd, &margin);
+    } else {
+      WqWnd_Ds(&wnd, WQ_DS_KEEP_W); // without a bit of the layout nothing would follow it
+    }
+    makeWindow(wnd, frame.object());
+  }
+  WqWnd_WaitQueEmpty();
+  LONG offset = 0;
+  const double seconds = secondsPerIteration([&] {
+    offset = kSpare - offset;
+    const RECT rect = {offset, offset, offset + kSize, offset + kSize};
+    WqWnd_Rect(&windows.front(), &rect);
+    WqWnd_WaitQueEmpty();
+  });
+  POINT corner = {};
+  MapWindowPoints(windows.back().hwnd, frame.window(), &corner, 1);
+  const POINT cell = cellOf(kCount - 1);
+  require(corner.x == cell.x + offset && corner.y == cell.y + offset, "the last window was not laid out");
+  return seconds;
+}
+
+} // namespace
+
+double layoutChain() {
+  return layoutWave([](int index) { return index - 1; });
+}
+
+double layoutStar() {
+  return layoutWave([](int) { return 0; });
+}
+
+double message() {
+  static int arrived;
+  Frame frame;
+  frame.object()->userProc = [](WqWnd *wnd, WqMsg *msg) {
+    if (msg->msg != WM_APP) return 0;
+    ++arrived;
+    wnd->result = 0;
+    return 1;
+  };
+  WqWnd_WaitQueEmpty();
+  int posted = 0;
+  const double seconds = secondsPerIteration([&] {
+    ++posted;
+    PostMessageA(frame.window(), WM_APP, 1, 2);
+    MSG msg;
+    do {
+      GetMessageA(&msg, nullptr, 0, 0);
+      DispatchMessageA(&msg);
+    } while (msg.message != WM_APP); // beside it, the platform may have its own
+  });
+  require(arrived == posted, "a message was lost");
+  return seconds;
+}
+
+double childWindow() {
+  WNDCLASSA windowClass = {};
+  windowClass.lpfnWndProc = DefWindowProcA;
+  windowClass.hInstance = wqMain.instance;
+  windowClass.hbrBackground = reinterpret_cast<HBRUSH>(uintptr_t{COLOR_WINDOW + 1});
+  windowClass.lpszClassName = "bench_child";
+  require(RegisterClassA(&windowClass) != 0, "a class cannot be registered");
+  Frame frame;
+  WqWnd_WaitQueEmpty();
+  return secondsPerIteration([&] {
+    HWND child = CreateWindowExA(0, "bench_child", "", WS_CHILD | WS_VISIBLE, 10, 10, 100, 50, frame.window(), nullptr,
+                                 wqMain.instance, nullptr);
+    require(child && DestroyWindow(child), "a child window cannot be made");
+  });
+}
+
+double timerTick() {
+  constexpr uint32_t kTimers = 10000;
+  constexpr uint32_t kHour = 3600 * 1000; // longer than the program runs: none gets due
+  WqTimer_Start();
+  WqTimerElem elem;
+  WqTimerElem_Init(&elem);
+  WqTimerElem_Param(
+      &elem, 1, [](uint32_t, uint32_t, WqWord) { return int32_t{0}; }, 0, kHour);
+  for (uint32_t i = 0; i < kTimers; ++i) WqTimer_Insert(&elem);
+  // Only the platform makes this message whole. Dispatched again, it is a tick again.
+  MSG tick;
+  while (GetMessageA(&tick, nullptr, 0, 0) > 0 && (tick.message != WM_TIMER || tick.wParam != wqMain.timer.timerId))
+    DispatchMessageA(&tick);
+  const double seconds = secondsPerIteration([&] { DispatchMessageA(&tick); });
+  uint32_t ticked = 0;
+  for (const WqList *node = wqMain.timer.list; node; node = node->next)
+    ticked += reinterpret_cast<const WqTimerElem *>(node->data)->lastTick != 0;
+  require(ticked == kTimers, "a timer has missed the tick");
+  WqTimer_Stop();
+  return seconds;
+}
