@@ -10,6 +10,7 @@
 #include "platform/desktop/window.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 
 namespace platform {
@@ -254,13 +255,16 @@ HWND CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR title, DWORD style,
       width = child ? 0 : static_cast<int>((area.right - area.left) * 3 / 4);
       height = child ? 0 : static_cast<int>((area.bottom - area.top) * 3 / 4);
     }
+    constexpr int kFarthest = INT_MAX / 4; // so that edges and sums of them are numbers still
+    x = std::clamp(x, -kFarthest, kFarthest);
+    y = std::clamp(y, -kFarthest, kFarthest);
     const DWORD created = createdStyle(style);
     creation.create = {parameter,
                        instance,
                        menu,
                        parent,
-                       std::max(height, 0),
-                       std::max(width, 0),
+                       std::clamp(height, 0, kFarthest),
+                       std::clamp(width, 0, kFarthest),
                        y,
                        x,
                        static_cast<LONG>(style),

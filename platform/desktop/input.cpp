@@ -419,7 +419,8 @@ void mouse_event(DWORD flags, DWORD x, DWORD y, DWORD data, ULONG_PTR) {
         input.at = {static_cast<LONG>(static_cast<int64_t>(dx) * screen.cx >> 16),
                     static_cast<LONG>(static_cast<int64_t>(dy) * screen.cy >> 16)};
       } else {
-        input.at = {input.at.x + dx, input.at.y + dy};
+        input.at = {input.at.x + std::clamp(dx, -screen.cx, screen.cx),
+                    input.at.y + std::clamp(dy, -screen.cy, screen.cy)};
       }
       input.at = {std::clamp<LONG>(input.at.x, 0, screen.cx - 1), std::clamp<LONG>(input.at.y, 0, screen.cy - 1)};
       input.message = WM_MOUSEMOVE;
