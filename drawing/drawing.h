@@ -1,4 +1,4 @@
-/* Drawing. So far its geometry: points, sizes and rectangles. */
+/* Drawing: points, sizes and rectangles here, then colours, resources and device contexts in headers of their own. */
 #ifndef WQ_DRAWING_DRAWING_H
 #define WQ_DRAWING_DRAWING_H
 
@@ -95,5 +95,12 @@ WQ_API void WqRect_InAlign(uint32_t a, uint32_t b, uint32_t c);
 #ifdef __cplusplus
 }
 #endif
+
+/* In reading order. */
+/* clang-format off */
+#include "drawing/colours.h"
+#include "drawing/resources.h"
+#include "drawing/dc.h"
+/* clang-format on */
 
 #endif

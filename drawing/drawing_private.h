@@ -1,7 +1,8 @@
-// What the drawing families share.
+// What the drawing families share: coordinates that wrap, and the bodies behind the resources and their registries.
 #pragma once
 
-#include "platform/platform.h"
+#include "drawing/drawing.h"
+#include "frame/frame.h"
 
 #include <cstdint>
 
@@ -9,4 +10,42 @@
 inline LONG wqSum(LONG a, LONG b) { return static_cast<LONG>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b)); }
 inline LONG wqDifference(LONG a, LONG b) {
   return static_cast<LONG>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
+}
+
+constexpr bool wqIsDirect(uint32_t colourValue) { return (colourValue & WQ_COLOR_DIRECT) == WQ_COLOR_DIRECT; }
+
+// Deletes the object of a record, if it was made.
+template <typename Record> void wqDelete(Record *record) {
+  if (record->handle) DeleteObject(record->handle);
+  record->handle = nullptr;
+}
+
+template <typename Record> Record *wqFindRecord(const WqHash *table, uint32_t id) {
+  const WqHashEntry *entry = WqHash_FindData(table, id);
+  return entry ? reinterpret_cast<Record *>(entry->data) : nullptr;
+}
+
+// The object of a record that was replaced is left alone: somebody may have selected it.
+template <typename Record> void wqInsertRecord(WqHash *table, uint32_t id, const Record *record) {
+  auto *copy = static_cast<Record *>(WqMem_Alloc(sizeof(Record)));
+  if (!copy) return;
+  *copy = *record;
+  Record *replaced = wqFindRecord<Record>(table, id);
+  const bool entered = WqHash_Insert(table, id, reinterpret_cast<WqWord>(copy)) != 0;
+  WqMem_Free(entered ? replaced : copy);
+}
+
+// create: makes the object of a record.
+template <typename Record, typename Create> auto wqGetHandle(const WqHash *table, uint32_t id, Create create) {
+  Record *record = wqFindRecord<Record>(table, id);
+  if (record && !record->handle) create(record);
+  return record ? record->handle : nullptr;
+}
+
+template <typename Record> void wqRemoveRecord(WqHash *table, uint32_t id) {
+  Record *record = wqFindRecord<Record>(table, id);
+  if (!record) return;
+  wqDelete(record);
+  WqMem_Free(record);
+  WqHash_RemoveWith(table, id);
 }

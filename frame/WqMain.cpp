@@ -5,15 +5,29 @@
 
 #include "files/files.h"
 
+#include <cstring>
+
 namespace {
 
 constexpr uint32_t kBuckets = 255; // of each registry
 
-// In the order in which they begin. The colours, on which others rest, begin first and end last.
+// In the order in which they begin and end.
 constexpr WqHash WqMainBlock::*kRegistries[] = {&WqMainBlock::bmpTbl, &WqMainBlock::fontTbl, &WqMainBlock::brushTbl,
                                                 &WqMainBlock::penTbl, &WqMainBlock::mbbTbl};
 
+// Deletes the object of every record, whose handle is its first field.
+void deleteObjects(const WqHash *table) {
+  for (uint32_t ix = 0; table->buckets && ix < table->bucketCount; ++ix)
+    for (const WqList *node = table->buckets[ix]; node; node = node->next) {
+      HGDIOBJ handle;
+      std::memcpy(&handle, reinterpret_cast<const void *>(reinterpret_cast<const WqHashEntry *>(node->data)->data),
+                  sizeof handle);
+      if (handle) DeleteObject(handle);
+    }
+}
+
 void endRegistry(WqHash *table) {
+  if (table != &wqMain.mbbTbl) deleteObjects(table); // bars are nothing of the platform's
   WqHash_RemoveAllWith(table);
   WqHash_Term(table);
 }
@@ -27,7 +41,9 @@ void WqMain_Init(HINSTANCE instance) {
   wqMain.instance = instance;
   WqWnd_RegClass(instance);
   WqMem_Init();
-  WqHash_Init(&wqMain.colorTbl, kBuckets);
+  WqColorPal_Init(&wqMain.palette, 0);
+  WqColorPal_Create(&wqMain.palette);
+  WqColorTbl_Init(&wqMain.colorTbl, kBuckets);
   for (const auto registry : kRegistries) WqHash_Init(&(wqMain.*registry), kBuckets);
   WqLog_Init();
 }
@@ -41,7 +57,8 @@ void WqMain_Term() {
   WqList_RemoveAllWith(wqMain.timer.list);
   wqMain.timer.list = nullptr; // for a tick that nobody stopped
   for (const auto registry : kRegistries) endRegistry(&(wqMain.*registry));
-  endRegistry(&wqMain.colorTbl);
+  WqColorTbl_Term(&wqMain.colorTbl);
+  WqColorPal_Term(&wqMain.palette);
   WqList_RemoveAll(wqMain.wndList);
   WqLog_Term();
   WqMem_Term();

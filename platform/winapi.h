@@ -73,6 +73,8 @@ typedef struct tagRECT {
 PLATFORM_API BOOL WINAPI IsRectEmpty(const RECT *rect);
 /* Adds dx to left and right, dy to top and bottom. FALSE for null. */
 PLATFORM_API BOOL WINAPI OffsetRect(RECT *rect, int dx, int dy);
+/* result: all 0 when there is nothing that both hold. It may be one of the two. */
+PLATFORM_API BOOL WINAPI IntersectRect(RECT *result, const RECT *first, const RECT *second);
 
 /* Errors. Every function that can fail says so by its result and leaves the reason here, for each thread apart. */
 
@@ -600,39 +602,6 @@ PLATFORM_API BOOL WINAPI UpdateWindow(HWND window);
 PLATFORM_API BOOL WINAPI GetUpdateRect(HWND window, RECT *rect, BOOL erase);
 PLATFORM_API HDC WINAPI BeginPaint(HWND window, PAINTSTRUCT *paint);
 PLATFORM_API BOOL WINAPI EndPaint(HWND window, const PAINTSTRUCT *paint);
-PLATFORM_API HDC WINAPI GetDC(HWND window);
-PLATFORM_API int WINAPI ReleaseDC(HWND window, HDC dc);
-
-#define ERROR 0
-#define NULLREGION 1
-#define SIMPLEREGION 2
-#define COMPLEXREGION 3
-
-/* The rectangle round what a context can draw on. */
-PLATFORM_API int WINAPI GetClipBox(HDC dc, RECT *rect);
-
-#define RGB(red, green, blue) ((COLORREF)((BYTE)(red) | (WORD)((BYTE)(green)) << 8 | (DWORD)(BYTE)(blue) << 16))
-#define COLOR_SCROLLBAR 0
-#define COLOR_BACKGROUND 1
-#define COLOR_ACTIVECAPTION 2
-#define COLOR_WINDOW 5
-#define COLOR_WINDOWFRAME 6
-#define COLOR_WINDOWTEXT 8
-#define COLOR_APPWORKSPACE 12
-#define COLOR_HIGHLIGHT 13
-#define COLOR_BTNFACE 15
-#define COLOR_BTNSHADOW 16
-#define COLOR_BTNHIGHLIGHT 20
-#define COLOR_3DDKSHADOW 21
-#define COLOR_3DLIGHT 22
-
-PLATFORM_API DWORD WINAPI GetSysColor(int index);
-PLATFORM_API HBRUSH WINAPI GetSysColorBrush(int index);
-PLATFORM_API HBRUSH WINAPI CreateSolidBrush(COLORREF color);
-PLATFORM_API BOOL WINAPI DeleteObject(HGDIOBJ object);
-/* A brush, or a system colour plus 1. Right and bottom lie outside. */
-PLATFORM_API int WINAPI FillRect(HDC dc, const RECT *rect, HBRUSH brush);
-PLATFORM_API COLORREF WINAPI GetPixel(HDC dc, int x, int y);
 
 /* Messages. */
 
@@ -946,5 +915,7 @@ PLATFORM_API FILE *platformOpenStream(const char *name, const char *mode);
 #ifdef __cplusplus
 }
 #endif
+
+#include "platform/winapi_drawing.h"
 
 #endif

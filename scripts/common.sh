@@ -37,7 +37,8 @@ need() {
   rm -f "$log"
 }
 
-compiler=(cmake ninja-build g++ qt6-base-dev)
+# What everything is built with, and a font that has Japanese characters.
+compiler=(cmake ninja-build g++ qt6-base-dev fonts-ipafont-gothic)
 
 # build PRESET TARGET [CMAKE_OPTION...]: configures and builds below build/PRESET.
 build() {

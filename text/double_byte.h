@@ -1,4 +1,5 @@
-// The double-byte characters of code page 932. No locale takes part: the classes are fixed.
+// The double-byte characters of code page 932, and copies that are cut between characters. No locale takes part: the
+// classes are fixed.
 #pragma once
 
 #include <cstddef>

@@ -26,12 +26,6 @@ WqWnd *bind(HWND hwnd, LPARAM lParam) {
   return wnd;
 }
 
-int32_t callUserProc(WqWnd *wnd, WqMsg *msg) {
-  if (!wnd->userProc) return 0;
-  const WqLayoutPause pause;
-  return wnd->userProc(wnd, msg);
-}
-
 LRESULT sendToMainWnd(UINT msg, WPARAM wParam, LPARAM lParam) {
   return wqMain.mainWnd ? SendMessageA(wqMain.mainWnd, msg, wParam, lParam) : 0;
 }
@@ -94,7 +88,7 @@ void endWindow(WqWnd *wnd, WqMsg *msg) {
   if (wnd->parent) WqWndLst_Remove(&wnd->parent->dependants, wnd);
   SetWindowLongPtrA(msg->hwnd, GWLP_USERDATA, 0);
   if (wnd->id & WQ_ID_QUIT) PostQuitMessage(0);
-  callUserProc(wnd, msg);
+  wqCallUserProc(wnd, msg);
   wnd->hwnd = nullptr;
 }
 
@@ -148,13 +142,19 @@ template <typename Dropped> void drainQueue(Dropped isDropped) {
 
 } // namespace
 
+int32_t wqCallUserProc(WqWnd *wnd, WqMsg *msg) {
+  if (!wnd->userProc) return 0;
+  const WqLayoutPause pause;
+  return wnd->userProc(wnd, msg);
+}
+
 LRESULT CALLBACK WqWnd_DefProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
   WqMsg msg;
   WqMsg_Set(&msg, hwnd, message, wParam, lParam);
   WqWnd *wnd = message == WM_CREATE ? bind(hwnd, lParam) : boundObject(hwnd);
   if (!wnd) return platformDefault(&msg);
   switch (message) {
-  case WM_PAINT: wqPaint(wnd); return 0;
+  case WM_PAINT: wqPaint(wnd, &msg); return 0;
   case WM_DESTROY: endWindow(wnd, &msg); return 1;
   case WM_GETMINMAXINFO:
     limitTrack(&wnd->maxRect, &reinterpret_cast<MINMAXINFO *>(lParam)->ptMaxTrackSize);
@@ -169,7 +169,7 @@ LRESULT CALLBACK WqWnd_DefProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lP
     break;
   default: break;
   }
-  if (callUserProc(wnd, &msg)) return wnd->result;
+  if (wqCallUserProc(wnd, &msg)) return wnd->result;
   return defaultHandling(wnd, &msg);
 }
 

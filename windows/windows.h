@@ -31,6 +31,10 @@ typedef struct WqMsg {
  * Result: 0 when it did not handle the message; else the message's answer is wnd->result, which nobody clears. */
 typedef int32_t (*WqUserProc)(WqWnd *wnd, WqMsg *msg);
 
+/* The window shall draw itself: wParam the WqDc to draw with, valid during the call. Not sent through the platform: the
+ * user procedure is called directly, and its answer doesn't count. See WqWnd_DefProc. */
+#define WQM_PAINT 0x810Au
+
 /* The window shall lay itself out again. To itself after its size has changed, wParam its own handle; to the objects in
  * a window object's list that asked for it, wParam that object's handle; from WqWnd_Create, wParam 0. */
 #define WQM_LAYOUT 0x810Bu
@@ -104,7 +108,7 @@ typedef struct WqWheel {
 
 /* WqWnd.flags */
 #define WQ_DS_MBB 0x00002000u           /* the window carries a button bar */
-#define WQ_DS_BKGRND 0x00004000u        /* the window shows its background picture */
+#define WQ_DS_BKGRND 0x00004000u        /* the window shows its background picture, below what is drawn */
 #define WQ_DS_SNAP_L 0x00100000u        /* the left side is snapped, */
 #define WQ_DS_SNAP_R 0x00200000u        /* the right side, */
 #define WQ_DS_SNAP_T 0x00400000u        /* the top, */
@@ -150,7 +154,7 @@ struct WqWnd {
   int32_t marginTop;
   int32_t marginRight;
   int32_t marginBottom;
-  int32_t bkgrndBmp;       /* id of the background picture, -1 for none */
+  int32_t bkgrndBmp;       /* the background picture's id in wqMain.bmpTbl, -1 for none */
   SIZE bkgrndSize;         /* the part of the picture that is shown */
   POINT bkgrndPos;         /* where, in the client area */
   WqWndParam *createParam; /* owned; null once the window was made, or could not be made */
@@ -193,7 +197,7 @@ WQ_API void WqWnd_Title(WqWnd *wnd, const char *title);
 WQ_API void WqWnd_UserProc(WqWnd *wnd, WqUserProc userProc);
 
 /* Sets the background picture, which WQ_DS_BKGRND shows.
- * bitmapId: -1 for none. size: the part of the picture to show. position: where, in the client area. */
+ * bitmapId: an id of WqBmpTbl_Insert, -1 for none. size: the part of the picture to show. position: where, in the client area. */
 WQ_API void WqWnd_BkgrndBitmap(WqWnd *wnd, int32_t bitmapId, const SIZE *size, const POINT *position);
 
 /* Replaces all that the window is to be made with. Once the window was made it has no effect.
@@ -347,6 +351,12 @@ WQ_API void WqWndLst_SendAll(WqList **list, uint32_t mask, uint32_t msg, WPARAM 
  * - WQM_MOUSE is answered 0.
  * Before the user procedure sees WM_MOUSEMOVE, WM_LBUTTONDOWN and WM_LBUTTONUP, the notices for them have gone out.
  * When they ended the window, it sees no more of it.
+ *
+ * WM_PAINT makes a bitmap as large as the client area, with what it happens to hold. The background picture, if
+ * WQ_DS_BKGRND is set, is copied into it, and the user procedure gets WQM_PAINT with a WqDc that draws on it, at a zoom of
+ * 1.0, its background mode TRANSPARENT. Then the part that is to be painted is copied to the window, but only if the
+ * picture was shown or something was drawn through WqDcDraw: so a user procedure draws all of its area or nothing. Where
+ * memory for the bitmap is short, it is called all the same and the window stays as it is.
  *
  * At its end a window tells its parent, leaves all lists but wqMain.wndList, ends the message loop if it has WQ_ID_QUIT,
  * and as the last message its user procedure sees WM_DESTROY, with hwnd still there; the bond is cut already. */

@@ -77,5 +77,10 @@ class WqLayoutPause {
 // Tells the objects in dependants that asked for it to lay themselves out.
 void wqTellDependants(WqWnd *wnd);
 
+// Gives the user procedure its turn.
+// Result: its answer; 0 without one.
+int32_t wqCallUserProc(WqWnd *wnd, WqMsg *msg);
+
 // Answers WM_PAINT.
-void wqPaint(const WqWnd *wnd);
+// msg: becomes what the user procedure saw.
+void wqPaint(WqWnd *wnd, WqMsg *msg);

@@ -1,7 +1,6 @@
 // What a window does by default.
 
-#include "platform/desktop/colors.h"
-#include "platform/desktop/dc.h"
+#include "platform/desktop/drawing/dc.h"
 #include "platform/desktop/focus.h"
 #include "platform/desktop/frame.h"
 #include "platform/desktop/input.h"
@@ -45,11 +44,8 @@ void limitChange(const WindowRef &window, WINDOWPOS &position) {
 LRESULT eraseBackground(const WindowRef &window, WPARAM wParam) {
   const HBRUSH brush = window->windowClass->background;
   if (!brush) return 0;
-  const auto dc = drawingHandles().get<Dc>(reinterpret_cast<HANDLE>(wParam));
-  const std::optional<COLORREF> color = brushColor(brush);
-  if (!dc || !color) return 0;
-  fill(*dc, window->clientArea(), *color);
-  return 1;
+  const RECT area = window->clientArea();
+  return FillRect(reinterpret_cast<HDC>(wParam), &area, brush);
 }
 
 LRESULT getText(const Window &window, WPARAM size, LPARAM text) {

@@ -1,6 +1,6 @@
 #include "platform/desktop/frame.h"
 
-#include "platform/desktop/dc.h"
+#include "platform/desktop/drawing/dc.h"
 
 #include <algorithm>
 

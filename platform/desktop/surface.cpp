@@ -190,6 +190,15 @@ void Surface::drawn(const QRegion &region) {
   unflushed().insert(this);
 }
 
+// Much may be drawn before it is shown, so the shape of it all is kept simple.
+void Surface::drawn(const QRect &rect) {
+  constexpr int kMostParts = 32;
+  if (!shown_ || rect.isEmpty()) return;
+  dirty_ += rect;
+  if (dirty_.rectCount() > kMostParts) dirty_ = dirty_.boundingRect();
+  unflushed().insert(this);
+}
+
 void Surface::copy(const QRegion &source, int dx, int dy) {
   QImage &pixels = image();
   const QRegion from = source & pixels.rect() & pixels.rect().translated(-dx, -dy);

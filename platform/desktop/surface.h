@@ -21,6 +21,7 @@ class Surface : public std::enable_shared_from_this<Surface> {
   // direction are not kept.
   QImage &image();
   void drawn(const QRegion &region);
+  void drawn(const QRect &rect);
   // Moves pixels within the image.
   void copy(const QRegion &source, int dx, int dy);
 

@@ -1,8 +1,7 @@
 // The system's own numbers and things: metrics, colours, icons and cursors, the system menu, layered windows, modules.
 
-#include "platform/desktop/colors.h"
-#include "platform/desktop/dc.h"
 #include "platform/desktop/desktop.h"
+#include "platform/desktop/drawing/objects.h"
 #include "platform/desktop/lock.h"
 #include "platform/desktop/surface.h"
 #include "platform/desktop/window.h"
@@ -72,9 +71,7 @@ std::array<HBRUSH, std::size(kColors)> colorBrushes{};
 
 HBRUSH colorBrush(int index) {
   HBRUSH &brush = colorBrushes[static_cast<size_t>(index)];
-  if (!brush)
-    brush =
-        static_cast<HBRUSH>(static_cast<void *>(drawingHandles().open(std::make_shared<Brush>(kColors[index], true))));
+  if (!brush) brush = static_cast<HBRUSH>(openStock(std::make_shared<Brush>(BS_SOLID, kColors[index])));
   return brush;
 }
 
@@ -132,17 +129,6 @@ std::string moduleName(LPCSTR name) {
 HMODULE moduleAt(size_t index) { return reinterpret_cast<HMODULE>(0x10000 * (index + 1)); }
 
 } // namespace
-
-size_t countColorBrushes() {
-  return static_cast<size_t>(std::count_if(colorBrushes.begin(), colorBrushes.end(), [](HBRUSH one) { return one; }));
-}
-
-std::optional<COLORREF> brushColor(HBRUSH brush) {
-  const auto value = reinterpret_cast<uintptr_t>(brush);
-  if (value >= 1 && value <= std::size(kColors)) return kColors[value - 1];
-  const auto found = drawingHandles().get<Brush>(static_cast<HANDLE>(brush));
-  return found ? std::optional(found->color) : std::nullopt;
-}
 
 } // namespace platform
 

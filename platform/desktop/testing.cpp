@@ -2,7 +2,7 @@
 
 #include "platform/testing.h"
 
-#include "platform/desktop/dc.h"
+#include "platform/desktop/drawing/dc.h"
 #include "platform/desktop/lock.h"
 #include "platform/desktop/window.h"
 

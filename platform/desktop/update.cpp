@@ -2,7 +2,7 @@
 
 #include "platform/desktop/update.h"
 
-#include "platform/desktop/dc.h"
+#include "platform/desktop/drawing/dc.h"
 #include "platform/desktop/lock.h"
 
 #include <algorithm>
@@ -250,19 +250,21 @@ HDC BeginPaint(HWND window, PAINTSTRUCT *paint) {
 BOOL EndPaint(HWND, const PAINTSTRUCT *paint) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     if (!paint) return FALSE;
-    closeDc(paint->hdc);
+    releaseDc(paint->hdc);
     return TRUE;
   });
 }
 
-HDC GetDC(HWND window) {
+HDC GetDC(HWND window) { return GetDCEx(window, nullptr, 0); }
+
+HDC GetDCEx(HWND window, HRGN, DWORD flags) {
   return locked<HDC>(nullptr, [&]() -> HDC {
     const WindowRef target = window ? windowOf(window) : refOf(&desktopWindow());
     if (!target) return nullptr;
-    return openClientDc(target, visibleClient(*target));
+    return flags & DCX_WINDOW ? openWholeDc(target) : openClientDc(target, visibleClient(*target));
   });
 }
 
 int ReleaseDC(HWND, HDC dc) {
-  return locked<int>(0, [&] { return closeDc(dc) ? 1 : 0; });
+  return locked<int>(0, [&] { return releaseDc(dc) ? 1 : 0; });
 }

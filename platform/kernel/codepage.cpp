@@ -176,6 +176,11 @@ size_t copyWhole(std::string_view text, char *room, size_t size) {
   return length;
 }
 
+char16_t characterOf(uint16_t code) {
+  const char16_t character = tables().character[code];
+  return character != 0 || code == 0 ? character : kUndefined;
+}
+
 std::string utf8FromCodePage(std::string_view text) {
   std::string out;
   out.reserve(text.size() + text.size() / 2);

@@ -6,6 +6,7 @@
 // and those of kReserved are ever escaped; the codes of the others are characters like all.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,9 @@ bool isDoubleByteAt(std::string_view text, size_t at);
 // Copies the whole characters of a text that fit in front of a NUL, into room for size bytes, at least 1.
 // Result: their length.
 size_t copyWhole(std::string_view text, char *room, size_t size);
+
+// The character of a byte, or of a double-byte code lead << 8 | trail; U+FFFD where there is none.
+char16_t characterOf(uint16_t code);
 
 // What is no well-formed UTF-8 or UTF-16 becomes U+FFFD.
 std::u16string utf16FromUtf8(std::string_view text);

@@ -2,6 +2,7 @@
 
 #include "platform/winapi.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace {
@@ -20,4 +21,13 @@ BOOL OffsetRect(RECT *rect, int dx, int dy) {
   rect->top = sum(rect->top, dy);
   rect->bottom = sum(rect->bottom, dy);
   return TRUE;
+}
+
+BOOL IntersectRect(RECT *result, const RECT *first, const RECT *second) {
+  if (!result || !first || !second) return FALSE;
+  *result = {std::max(first->left, second->left), std::max(first->top, second->top),
+             std::min(first->right, second->right), std::min(first->bottom, second->bottom)};
+  if (!IsRectEmpty(result)) return TRUE;
+  *result = {};
+  return FALSE;
 }

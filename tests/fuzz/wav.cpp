@@ -1,47 +1,15 @@
 // An input as a WAV file and as a raw file. The files are in memory, under names that the library can open; blocks above
 // 1 MiB are not to be had, so that a header that promises more tries the way of short memory and costs no time.
 
-#include "fuzz.h"
+#include "memory_file.h"
 
 #include <algorithm>
-#include <span>
-#include <sys/mman.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
 namespace {
 
 constexpr size_t kMemory = 1024 * 1024;
 constexpr size_t kHeader = 44;
-
-using Bytes = std::span<const uint8_t>;
-
-class File {
- public:
-  File() : descriptor_(memfd_create("wav", MFD_CLOEXEC)), name_("/proc/self/fd/" + std::to_string(descriptor_)) {
-    REQUIRE(descriptor_ >= 0);
-  }
-  const char *name() const { return name_.c_str(); }
-  void fill(Bytes bytes) const {
-    REQUIRE(ftruncate(descriptor_, 0) == 0);
-    REQUIRE(pwrite(descriptor_, bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()));
-  }
-  std::string content() const {
-    std::string bytes(static_cast<size_t>(lseek(descriptor_, 0, SEEK_END)), '\0');
-    REQUIRE(pread(descriptor_, bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()));
-    return bytes;
-  }
-
- private:
-  int descriptor_;
-  std::string name_;
-};
-
-uint32_t number(Bytes bytes, size_t at, size_t width) {
-  uint32_t value = 0;
-  for (size_t i = width; i-- > 0;) value = value << 8 | bytes[at + i];
-  return value;
-}
 
 // What every accepted file begins with.
 bool hasFormat(std::string_view text) {

@@ -1,0 +1,145 @@
+// Bitmaps and their memory, and making them from pixels of other forms.
+//
+// A program that paints without flicker makes a bitmap of the window's size for each WM_PAINT and deletes it again. Memory
+// fresh from the system costs more there than the drawing, a page fault for each 4096 bytes, so the last big blocks that
+// bitmaps gave back are kept for the next ones.
+
+#include "platform/desktop/drawing/bitmaps.h"
+
+#include "platform/desktop/drawing/dc.h"
+#include "platform/desktop/drawing/dib.h"
+#include "platform/desktop/drawing/raster.h"
+#include "platform/desktop/lock.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+namespace platform {
+
+namespace {
+
+constexpr size_t kSmallestKept = size_t{256} << 10, kLargestKept = size_t{64} << 20;
+
+struct Block {
+  void *bytes = nullptr;
+  size_t size = 0;
+};
+
+std::array<Block, 2> kept;
+
+// A kept block that fits and isn't much too big.
+Block takeKept(size_t size) {
+  for (Block &block : kept)
+    if (block.size >= size && block.size / 2 <= size) return std::exchange(block, {});
+  return {};
+}
+
+// A QImage's clean-up function.
+void giveBack(void *address) {
+  auto *const block = static_cast<Block *>(address);
+  if (block->size >= kSmallestKept && block->size <= kLargestKept) {
+    std::rotate(kept.begin(), kept.end() - 1, kept.end());
+    std::swap(kept.front(), *block); // the older of the two goes
+  }
+  std::free(block->bytes);
+  delete block;
+}
+
+// Its pixels are anything.
+QImage makeImage(int width, int height) {
+  const size_t size = static_cast<size_t>(width) * static_cast<size_t>(height) * sizeof(QRgb);
+  auto block = std::make_unique<Block>(takeKept(size));
+  if (!block->bytes) *block = {std::malloc(size), size};
+  if (!block->bytes) return {};
+  auto *const bytes = static_cast<uchar *>(block->bytes);
+  return QImage(bytes, width, height, qsizetype{width} * 4, QImage::Format_RGB32, giveBack, block.release());
+}
+
+int roundedBits(UINT bits) {
+  for (const int known : {1, 4, 8, 16, 24, 32})
+    if (bits <= static_cast<UINT>(known)) return bits == 0 ? 4 : known;
+  return 0;
+}
+
+// Pixels as CreateBitmap takes them: rows of whole words of 16 bits.
+void readRows(Bitmap &bitmap, const uint8_t *data) {
+  const size_t pitch = static_cast<size_t>((int64_t{bitmap.width} * bitmap.bits + 15) / 16 * 2);
+  Dib form;
+  form.width = bitmap.width;
+  form.bits = bitmap.bits;
+  form.colors = {0xFF000000u, 0xFFFFFFFFu};
+  for (int y = 0; y < bitmap.height; ++y, data += pitch)
+    form.readRow(data, reinterpret_cast<QRgb *>(bitmap.image.scanLine(y)));
+}
+
+HBITMAP openBitmap(const std::shared_ptr<Bitmap> &bitmap) { return bitmap ? openObject<HBITMAP>(bitmap) : nullptr; }
+
+// What a bitmap for a context has: one bit when the context's has, and without a context.
+int bitsFor(const Dc *dc) { return !dc ? 1 : dc->kind == Dc::Kind::memory ? dc->bitmap.object->bits : 32; }
+
+} // namespace
+
+std::shared_ptr<Bitmap> makeBitmap(int64_t width, int64_t height, int bits) {
+  constexpr int64_t kMostPixels = INT32_MAX / sizeof(QRgb);
+  if (width <= 0 || height <= 0 || width > kMostPixels || height > kMostPixels / width) return nullptr;
+  auto bitmap = std::make_shared<Bitmap>(static_cast<int>(width), static_cast<int>(height), bits);
+  bitmap->image = makeImage(bitmap->width, bitmap->height);
+  bitmap->blank = true;
+  return bitmap->image.isNull() ? nullptr : bitmap;
+}
+
+HGDIOBJ emptyBitmap() {
+  static const HGDIOBJ handle = openStock(makeBitmap(1, 1, 1));
+  return handle;
+}
+
+} // namespace platform
+
+using namespace platform;
+
+HBITMAP CreateCompatibleBitmap(HDC dc, int width, int height) {
+  return locked<HBITMAP>(nullptr, [&]() -> HBITMAP {
+    const auto context = dcOf(dc);
+    if (!context) return nullptr;
+    if (width == 0 || height == 0) return static_cast<HBITMAP>(emptyBitmap());
+    return openBitmap(makeBitmap(std::abs(int64_t{width}), std::abs(int64_t{height}), bitsFor(context.get())));
+  });
+}
+
+HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bits, const void *data) {
+  return locked<HBITMAP>(nullptr, [&]() -> HBITMAP {
+    if (width == 0 || height == 0) return static_cast<HBITMAP>(emptyBitmap());
+    const int64_t across = std::abs(int64_t{width}), down = std::abs(int64_t{height});
+    const int known = planes == 1 ? roundedBits(bits) : 0;
+    if (known == 0 || across > INT32_MAX / 32) return nullptr;
+    if (known != 1 && known != 32) // no context takes it, so its pixels are out of anybody's reach
+      return openBitmap(std::make_shared<Bitmap>(static_cast<int>(across), static_cast<int>(down), known));
+    const auto bitmap = makeBitmap(across, down, known);
+    if (bitmap && data) {
+      readRows(*bitmap, static_cast<const uint8_t *>(data));
+      bitmap->blank = false;
+    }
+    return openBitmap(bitmap);
+  });
+}
+
+HBITMAP CreateDIBitmap(HDC dc, const BITMAPINFOHEADER *header, DWORD init, const void *bits, const BITMAPINFO *info,
+                       UINT colors) {
+  constexpr size_t kUnknown = SIZE_MAX / 2; // the call doesn't tell how long its records are
+  return locked<HBITMAP>(nullptr, [&]() -> HBITMAP {
+    const auto context = dcOf(dc);
+    if (!header || (dc && !context) || colors > DIB_PAL_COLORS) return nullptr;
+    const bool filled = init & CBM_INIT;
+    const std::optional<Dib> size = readForm(header, kUnknown);
+    if (!size || (filled && (!bits || !info))) return nullptr;
+    if (size->width == 0 || size->height == 0) return static_cast<HBITMAP>(emptyBitmap());
+    const auto bitmap = makeBitmap(size->width, size->height, bitsFor(context.get()));
+    if (!bitmap || !filled) return openBitmap(bitmap);
+    const Palette *palette = context ? context->palette.object.get() : nullptr;
+    const std::optional<Dib> dib = readDib(info, kUnknown, colors, palette);
+    if (!dib || (dib->coded() && dib->imageSize == 0)) return nullptr;
+    readPixels(*dib, static_cast<const uint8_t *>(bits), dib->coded() ? dib->imageSize : kUnknown, *bitmap);
+    return openBitmap(bitmap);
+  });
+}

@@ -1,0 +1,281 @@
+// Copying and combining rectangles of pixels. A ternary raster operation is a table of eight bits: the bit 4 x pattern +
+// 2 x source + destination is the result.
+
+#include "platform/desktop/drawing/dc.h"
+#include "platform/desktop/drawing/raster.h"
+#include "platform/desktop/lock.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace platform {
+
+namespace {
+
+constexpr QRgb kColorBits = 0x00FFFFFFu, kOpaque = 0xFF000000u;
+constexpr unsigned kCopy = SRCCOPY >> 16;
+
+unsigned tableOf(DWORD operation) { return operation >> 16 & 0xFF; }
+bool usesSource(unsigned table) { return ((table >> 2 ^ table) & 0x33) != 0; }
+bool usesPattern(unsigned table) { return ((table >> 4 ^ table) & 0x0F) != 0; }
+bool usesDestination(unsigned table) { return ((table >> 1 ^ table) & 0x55) != 0; }
+
+// What an operation with one colour of the pattern does to a pixel: it keeps some bits and turns some, and which ones
+// depends on the bits of the source.
+struct Mix {
+  QRgb keep, keepBySource, turn, turnBySource;
+
+  QRgb on(QRgb pixel, QRgb source) const {
+    return (pixel & (keep ^ (source & keepBySource))) ^ turn ^ (source & turnBySource);
+  }
+};
+
+Mix mixOf(unsigned table, QRgb pattern) {
+  const auto result = [&](int source, int destination) {
+    const int bit = 2 * source + destination;
+    return (table >> (4 + bit) & 1 ? pattern : 0u) | (table >> bit & 1 ? ~pattern : 0u);
+  };
+  const QRgb keep = result(0, 0) ^ result(0, 1), keepWithSource = result(1, 0) ^ result(1, 1);
+  return {keep & kColorBits, (keep ^ keepWithSource) & kColorBits, result(0, 0) | kOpaque,
+          (result(0, 0) ^ result(1, 0)) & kColorBits};
+}
+
+constexpr Mix kNothing = {~0u, 0, 0, 0};
+
+// The pixels of a row, which the pattern divides into eights.
+class Mixer {
+ public:
+  Mixer(unsigned table, const Ink &pattern)
+      : pattern_(pattern), line_(mixOf(table, pattern.color)),
+        gap_(pattern.transparent ? kNothing : mixOf(table, pattern.background)) {
+    lanes_.fill(line_);
+  }
+
+  void row(QRgb *pixels, const QRgb *source, int count, QPoint at) {
+    if (pattern_.hatch) turnTo(at);
+    for (; count >= kLanes; count -= kLanes, pixels += kLanes, source += kLanes)
+      for (size_t i = 0; i < kLanes; ++i) pixels[i] = lanes_[i].on(pixels[i], source[i]);
+    for (size_t i = 0; i < static_cast<size_t>(count); ++i) pixels[i] = lanes_[i].on(pixels[i], source[i]);
+  }
+
+ private:
+  static constexpr int kLanes = 8;
+
+  void turnTo(QPoint at) {
+    const unsigned bits = pattern_.hatch[(at.y() - pattern_.hatchOrigin.y()) & 7];
+    for (int i = 0; i < kLanes; ++i)
+      lanes_[static_cast<size_t>(i)] = bits & 0x80u >> ((at.x() + i - pattern_.hatchOrigin.x()) & 7) ? line_ : gap_;
+  }
+
+  const Ink &pattern_;
+  const Mix line_, gap_;
+  std::array<Mix, kLanes> lanes_;
+};
+
+// One direction of a rectangle in an image. One that goes backwards has the pixel it begins with and not the one at its
+// end, as one that goes forward.
+struct Extent {
+  int64_t from, length; // never below 0
+  bool flipped;
+
+  Extent(int64_t begin, int64_t end)
+      : from(end < begin ? end + 1 : begin), length(end < begin ? begin - end : end - begin), flipped(end < begin) {}
+};
+
+struct Box {
+  Extent x, y;
+};
+
+int sum(int a, int b) { return static_cast<int>(std::clamp<int64_t>(int64_t{a} + b, INT32_MIN, INT32_MAX)); }
+
+Box boxOf(const Dc &dc, int x, int y, int width, int height) {
+  const POINT begin = dc.toDevice(POINT{x, y}), end = dc.toDevice(POINT{sum(x, width), sum(y, height)});
+  const int64_t dx = dc.origin.x(), dy = dc.origin.y();
+  return {{begin.x + dx, end.x + dx}, {begin.y + dy, end.y + dy}};
+}
+
+// From one direction of the destination to the source's.
+class Way {
+ public:
+  struct Range {
+    int64_t first, last;
+  };
+
+  Way(const Extent &to, const Extent &from) : to_(to), from_(from), flipped_(to.flipped != from.flipped) {}
+
+  bool straight() const { return to_.length == from_.length && !flipped_; }
+  int64_t shift() const { return from_.from - to_.from; }
+  // The pixels of the source that come together in one; a single one, again and again, where the source is shorter.
+  Range source(int64_t at) const {
+    const int64_t step = at - to_.from;
+    const int64_t first = stepsTo(step), last = std::max(first, stepsTo(step + 1) - 1);
+    const int64_t end = from_.from + from_.length - 1;
+    return flipped_ ? Range{end - last, end - first} : Range{from_.from + first, from_.from + last};
+  }
+  // The first and the last place whose source lies within bounds; none when the first comes behind the last.
+  std::pair<int, int> within(int first, int last, int sourceFirst, int sourceLast) const {
+    const auto inside = [&](int64_t at) {
+      const Range range = source(at);
+      return range.first >= sourceFirst && range.last <= sourceLast;
+    };
+    int64_t low = std::max<int64_t>(first, to_.from), high = std::min<int64_t>(last, to_.from + to_.length - 1);
+    while (low <= high && !inside(low)) ++low;
+    while (low <= high && !inside(high)) --high;
+    return {static_cast<int>(low), static_cast<int>(high)};
+  }
+
+ private:
+  int64_t stepsTo(int64_t step) const { return step * from_.length / to_.length; }
+
+  Extent to_, from_;
+  bool flipped_;
+};
+
+// Colours on their way between one bit and more. To one bit, the source's background colour becomes white and all others
+// black; from one bit, white becomes the destination's background colour and black its text colour.
+class Conversion {
+ public:
+  Conversion(const Dc &to, bool toMono, const Dc &from)
+      : fromMono_(from.kind == Dc::Kind::memory && from.bitmap.object->bits == 1), toMono_(toMono),
+        black_(toQt(to.textColor)), white_(toQt(to.bkColor)), key_(toQt(from.bkColor)) {}
+
+  bool none() const { return fromMono_ == toMono_; }
+  QRgb color(QRgb pixel) const {
+    if (none()) return pixel;
+    if (fromMono_) return pixel & 1 ? white_ : black_;
+    return (pixel | kOpaque) == key_ ? 0xFFFFFFFFu : 0xFF000000u;
+  }
+
+ private:
+  const bool fromMono_, toMono_;
+  const QRgb black_, white_, key_;
+};
+
+class Blit {
+ public:
+  Blit(const Canvas &canvas, const QImage &source, const Way &across, const Way &down, const Conversion &conversion)
+      : canvas_(canvas), source_(source), across_(across), down_(down), conversion_(conversion) {}
+
+  void draw(const QRect &area, unsigned table, const Ink &pattern) {
+    direct_ = across_.straight() && conversion_.none();
+    Mixer mixer(table, pattern);
+    for (const QRect &clip : *canvas_.clip) {
+      const QRect part = common(clip, area);
+      for (int y = part.top(); y <= part.bottom() && part.width() > 0; ++y) {
+        QRgb *const to = canvas_.row(y) + part.left();
+        const QRgb *const from = sourceRow(part, y);
+        if (table == kCopy)
+          std::memcpy(to, from, sizeof(QRgb) * static_cast<size_t>(part.width()));
+        else
+          mixer.row(to, from, part.width(), QPoint(part.left(), y));
+      }
+    }
+  }
+
+ private:
+  const QRgb *sourceRow(const QRect &part, int y) {
+    const Way::Range rows = down_.source(y);
+    if (direct_ && rows.first == rows.last) return rowAt(rows.first) + across_.source(part.left()).first;
+    made_.resize(static_cast<size_t>(part.width()));
+    for (int i = 0; i < part.width(); ++i)
+      made_[static_cast<size_t>(i)] = conversion_.color(joined(across_.source(part.left() + i), rows));
+    return made_.data();
+  }
+
+  // Pixels that come together leave the bits that all of them have, which keeps black lines on white.
+  QRgb joined(const Way::Range &columns, const Way::Range &rows) const {
+    QRgb color = ~0u;
+    for (int64_t y = rows.first; y <= rows.last; ++y)
+      for (int64_t x = columns.first; x <= columns.last; ++x) color &= rowAt(y)[x];
+    return color;
+  }
+
+  const QRgb *rowAt(int64_t y) const {
+    return reinterpret_cast<const QRgb *>(source_.constScanLine(static_cast<int>(y)));
+  }
+
+  const Canvas &canvas_;
+  const QImage &source_;
+  const Way &across_, &down_;
+  const Conversion &conversion_;
+  bool direct_ = false;
+  std::vector<QRgb> made_;
+};
+
+// Copies within one image, in the order in which no pixel is overwritten before it is read.
+void moveRows(const Canvas &canvas, const QRect &part, QPoint shift) {
+  const size_t bytes = sizeof(QRgb) * static_cast<size_t>(part.width());
+  for (int i = 0; i < part.height(); ++i) {
+    const int y = shift.y() < 0 ? part.bottom() - i : part.top() + i;
+    std::memmove(canvas.row(y) + part.left(), canvas.row(y + shift.y()) + part.left() + shift.x(), bytes);
+  }
+}
+
+// A raster operation of pattern and destination is one of the sixteen of pens.
+bool fillBox(Dc &dc, const Box &box, unsigned table) {
+  const auto edge = [](int64_t value) { return static_cast<LONG>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX)); };
+  const QRect area =
+      rectOf({edge(box.x.from), edge(box.y.from), edge(box.x.from + box.x.length), edge(box.y.from + box.y.length)});
+  const std::optional<Canvas> canvas =
+      dc.canvas(usesDestination(table) || dc.brush.object->style != BS_SOLID ? QRect() : area);
+  if (!canvas) return true;
+  std::optional<Ink> ink = usesPattern(table) ? inkOf(dc, *canvas, *dc.brush.object) : Ink();
+  if (!ink) return true;
+  ink->rop2 = static_cast<int>((table & 3) | (table >> 2 & 12)) + 1;
+  fillRect(*canvas, area, *ink);
+  dc.drawn(area);
+  return true;
+}
+
+bool blitBox(Dc &dc, const Box &to, Dc &source, const Box &from, unsigned table) {
+  const Way across(to.x, from.x), down(to.y, from.y);
+  QImage *const image = source.image();
+  if (!image) return false;
+  const std::optional<Canvas> canvas = dc.canvas();
+  if (!canvas || to.x.length * to.y.length * from.x.length * from.y.length == 0) return true;
+  std::optional<Ink> pattern = inkOf(dc, *canvas, *dc.brush.object);
+  if (!pattern) pattern = Ink();
+
+  const QRect clip = canvas->clip->boundingRect(), bounds = source.bounds();
+  const auto [left, right] = across.within(clip.left(), clip.right(), bounds.left(), bounds.right());
+  const auto [top, bottom] = down.within(clip.top(), clip.bottom(), bounds.top(), bounds.bottom());
+  const QRect area(QPoint(left, top), QPoint(right, bottom));
+  if (area.isEmpty()) return true;
+
+  const Conversion conversion(dc, canvas->mono, source);
+  if (image != dc.image()) {
+    Blit(*canvas, *image, across, down, conversion).draw(area, table, *pattern);
+  } else if (table == kCopy && across.straight() && down.straight() && canvas->clip->rectCount() == 1) {
+    moveRows(*canvas, area, QPoint(static_cast<int>(across.shift()), static_cast<int>(down.shift())));
+  } else {
+    const QImage before = image->copy();
+    Blit(*canvas, before, across, down, conversion).draw(area, table, *pattern);
+  }
+  dc.drawn(area);
+  return true;
+}
+
+} // namespace
+
+} // namespace platform
+
+using namespace platform;
+
+BOOL BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int sourceX, int sourceY, DWORD operation) {
+  const unsigned table = tableOf(operation);
+  if (!usesSource(table)) return PatBlt(dc, x, y, width, height, operation);
+  return locked<BOOL>(FALSE, [&]() -> BOOL {
+    const auto to = dcOf(dc), from = dcOf(source);
+    if (!to || !from) return FALSE;
+    return blitBox(*to, boxOf(*to, x, y, width, height), *from, boxOf(*from, sourceX, sourceY, width, height), table);
+  });
+}
+
+BOOL PatBlt(HDC dc, int x, int y, int width, int height, DWORD operation) {
+  const unsigned table = tableOf(operation);
+  return locked<BOOL>(FALSE, [&]() -> BOOL {
+    const auto context = dcOf(dc);
+    return context && !usesSource(table) && fillBox(*context, boxOf(*context, x, y, width, height), table);
+  });
+}

@@ -1,0 +1,248 @@
+// Contexts: making and closing them, their modes, and what they draw on.
+
+#include "platform/desktop/drawing/dc.h"
+
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/drawing/bitmaps.h"
+#include "platform/desktop/drawing/raster.h"
+#include "platform/desktop/lock.h"
+#include "platform/desktop/update.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace platform {
+
+namespace {
+
+template <typename Kind> Selected<Kind> stockSelection(int index) {
+  const HGDIOBJ handle = stockObject(index);
+  return {drawingHandles().get<Kind>(handle), handle};
+}
+
+// What a new context has selected.
+struct Defaults {
+  Selected<Pen> pen = stockSelection<Pen>(BLACK_PEN);
+  Selected<Brush> brush = stockSelection<Brush>(WHITE_BRUSH);
+  Selected<Font> font = stockSelection<Font>(SYSTEM_FONT);
+  Selected<Palette> palette = stockSelection<Palette>(DEFAULT_PALETTE);
+  Selected<Bitmap> bitmap = {drawingHandles().get<Bitmap>(emptyBitmap()), emptyBitmap()};
+};
+
+const Defaults &defaults() {
+  static const auto *all = new Defaults;
+  return *all;
+}
+
+// Sets a mode when it is one of those that the platform knows, from 1 up, and returns the one before.
+int setMode(HDC dc, int Dc::*mode, int value, int highest) {
+  return locked<int>(0, [&]() -> int {
+    const auto context = dcOf(dc);
+    return context && value >= 1 && value <= highest ? std::exchange((*context).*mode, value) : 0;
+  });
+}
+
+template <typename Value> Value getMode(HDC dc, Value Dc::*mode) {
+  return locked<Value>(0, [&]() -> Value {
+    const auto context = dcOf(dc);
+    return context ? (*context).*mode : 0;
+  });
+}
+
+// All bits set is the failure of what takes every value.
+template <typename Value> Value setValue(HDC dc, Value Dc::*place, Value value) {
+  return locked<Value>(~Value{0}, [&]() -> Value {
+    const auto context = dcOf(dc);
+    return context ? std::exchange((*context).*place, value) : ~Value{0};
+  });
+}
+
+HDC openWindowDc(const WindowRef &window, POINT origin, QRegion visible) {
+  const auto dc = std::make_shared<Dc>();
+  dc->kind = window->parent ? Dc::Kind::window : Dc::Kind::display;
+  dc->window = window;
+  dc->surface = rootOf(*window).surface;
+  dc->origin = {origin.x, origin.y};
+  dc->visible = std::move(visible);
+  return openObject<HDC>(dc);
+}
+
+} // namespace
+
+Dc::Dc() : pen(defaults().pen), brush(defaults().brush), font(defaults().font), palette(defaults().palette) {
+  for (DrawingObject *object : std::initializer_list<DrawingObject *>{pen.object.get(), brush.object.get(),
+                                                                      font.object.get(), palette.object.get()})
+    ++object->selections;
+}
+
+Dc::~Dc() {
+  letGo(*pen.object, pen.handle);
+  letGo(*brush.object, brush.handle);
+  letGo(*font.object, font.handle);
+  letGo(*palette.object, palette.handle);
+  if (!bitmap.object) return;
+  if (bitmap.object->user == this) bitmap.object->user = nullptr;
+  letGo(*bitmap.object, bitmap.handle);
+}
+
+QImage *Dc::target() {
+  if (kind == Kind::memory) return &bitmap.object->image;
+  return surface ? &surface->image() : nullptr;
+}
+
+QImage *Dc::image() {
+  if (kind == Kind::memory) bitmap.object->settle();
+  return target();
+}
+
+QRect Dc::extent() {
+  if (const QImage *own = target()) return own->rect().translated(-origin);
+  const SIZE screen = screenSize();
+  return {0, 0, screen.cx, screen.cy};
+}
+
+QRegion Dc::open() { return kind == Kind::window ? visible.translated(-origin) : QRegion(extent()); }
+
+QRect Dc::bounds() {
+  const QImage *image = target();
+  if (!image) return {};
+  return kind == Kind::window ? visible.boundingRect() & image->rect() : image->rect();
+}
+
+void Dc::findClip(const QImage &image) {
+  clipSize_ = image.size();
+  clipInImage_ = kind == Kind::memory ? QRegion(image.rect()) : visible & image.rect();
+  if (clip) clipInImage_ &= clip->translated(origin);
+  clipKnown_ = true;
+}
+
+std::optional<Canvas> Dc::canvas(const QRect &overwritten) {
+  QImage *image = target();
+  if (!image || image->isNull()) return std::nullopt;
+  if (!clipKnown_ || clipSize_ != image->size()) findClip(*image);
+  if (clipInImage_.isEmpty()) return std::nullopt;
+  if (kind == Kind::memory && bitmap.object->blank) {
+    const bool whole = overwritten.contains(image->rect()) && clipInImage_ == QRegion(image->rect());
+    if (whole)
+      bitmap.object->blank = false;
+    else
+      bitmap.object->settle();
+  }
+  return Canvas{reinterpret_cast<QRgb *>(image->bits()),
+                image->bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb)),
+                image->rect(),
+                &clipInImage_,
+                origin,
+                kind == Kind::memory && bitmap.object->bits == 1};
+}
+
+void Dc::drawn(const QRect &image) {
+  if (kind == Kind::window && surface) surface->drawn(image);
+}
+
+HDC openClientDc(const WindowRef &window, const QRegion &region) {
+  return openWindowDc(window, originInSurface(*window), region & visibleClient(*window));
+}
+
+HDC openWholeDc(const WindowRef &window) {
+  POINT origin{0, 0};
+  if (window->parent && !window->isTopLevel()) {
+    const POINT parent = originInSurface(*window->parent);
+    origin = {parent.x + window->rect.left, parent.y + window->rect.top};
+  }
+  return openWindowDc(window, origin, visibleWhole(*window));
+}
+
+bool closeDc(HDC dc) { return drawingHandles().close<Dc>(dc); }
+
+bool releaseDc(HDC dc) {
+  const auto context = dcOf(dc);
+  return context && context->window && closeDc(dc);
+}
+
+void fill(Dc &dc, const RECT &rect, COLORREF color) {
+  const QRect device = rectOf(rect);
+  const std::optional<Canvas> canvas = dc.canvas(device);
+  if (!canvas) return;
+  const QRect area = device.translated(canvas->origin);
+  Ink ink;
+  ink.color = shown(*canvas, color);
+  fillRect(*canvas, area, ink);
+  dc.drawn(area);
+}
+
+} // namespace platform
+
+using namespace platform;
+
+HDC CreateDCA(LPCSTR driver, LPCSTR, LPCSTR, const void *) {
+  return locked<HDC>(nullptr, [&]() -> HDC {
+    if (!driver || qstricmp(driver, "DISPLAY") != 0) return nullptr;
+    return openObject<HDC>(std::make_shared<Dc>());
+  });
+}
+
+HDC CreateCompatibleDC(HDC dc) {
+  return locked<HDC>(nullptr, [&]() -> HDC {
+    if (dc && !dcOf(dc)) return nullptr;
+    const auto context = std::make_shared<Dc>();
+    context->kind = Dc::Kind::memory;
+    context->bitmap = defaults().bitmap;
+    ++context->bitmap.object->selections;
+    return openObject<HDC>(context);
+  });
+}
+
+BOOL DeleteDC(HDC dc) {
+  return locked<BOOL>(FALSE, [&] { return closeDc(dc); });
+}
+
+int GetDeviceCaps(HDC dc, int index) {
+  return locked<int>(0, [&]() -> int {
+    if (!dcOf(dc)) return 0;
+    constexpr int kPixelsPerInch = 96;
+    const SIZE screen = screenSize();
+    const auto millimetres = [](LONG pixels) { return (pixels * 254 + 5 * kPixelsPerInch) / (10 * kPixelsPerInch); };
+    switch (index) {
+    case HORZSIZE: return millimetres(screen.cx);
+    case VERTSIZE: return millimetres(screen.cy);
+    case HORZRES: return screen.cx;
+    case VERTRES: return screen.cy;
+    case BITSPIXEL: return 32;
+    case PLANES: return 1;
+    case NUMCOLORS: return -1; // more than a palette has
+    case RASTERCAPS: return 48793;
+    case LOGPIXELSX:
+    case LOGPIXELSY: return kPixelsPerInch;
+    default: return 0;
+    }
+  });
+}
+
+int GetROP2(HDC dc) { return getMode(dc, &Dc::rop2); }
+
+int SetROP2(HDC dc, int mode) { return setMode(dc, &Dc::rop2, mode, R2_WHITE); }
+
+int GetBkMode(HDC dc) { return getMode(dc, &Dc::bkMode); }
+
+int SetBkMode(HDC dc, int mode) { return setMode(dc, &Dc::bkMode, mode, OPAQUE); }
+
+int SetPolyFillMode(HDC dc, int mode) { return setMode(dc, &Dc::polyFillMode, mode, WINDING); }
+
+COLORREF SetBkColor(HDC dc, COLORREF color) { return setValue(dc, &Dc::bkColor, color); }
+
+COLORREF GetTextColor(HDC dc) { return getMode(dc, &Dc::textColor); }
+
+COLORREF SetTextColor(HDC dc, COLORREF color) { return setValue(dc, &Dc::textColor, color); }
+
+UINT SetTextAlign(HDC dc, UINT align) { return setValue(dc, &Dc::textAlign, align); }
+
+BOOL SetBrushOrgEx(HDC dc, int x, int y, POINT *previous) {
+  return locked<BOOL>(FALSE, [&]() -> BOOL {
+    const auto context = dcOf(dc);
+    if (!context) return FALSE;
+    if (previous) *previous = context->brushOrigin;
+    context->brushOrigin = {x, y};
+    return TRUE;
+  });
+}

@@ -1,0 +1,113 @@
+// Device contexts: what they draw on, what is selected, how coordinates are mapped, where they may draw.
+//
+// Three systems of coordinates: logical ones, which the application uses; device ones, which begin at the top left corner
+// of the window or bitmap; and pixels of the image, which holds a whole top-level window. From device to image only
+// `origin` is added.
+#pragma once
+
+#include "platform/desktop/drawing/objects.h"
+#include "platform/desktop/surface.h"
+
+#include <optional>
+
+namespace platform {
+
+// The pixels that one drawing call works on. Good until the end of the call.
+struct Canvas {
+  QRgb *bits;          // of the top left pixel
+  qsizetype pitch;     // words from one row to the next
+  QRect bounds;        // of the image
+  const QRegion *clip; // where pixels may change, in the image, within bounds
+  QPoint origin;       // of the device coordinates in the image
+  bool mono;           // pixels are to be only black and white
+
+  QRgb *row(int y) const { return bits + y * pitch; }
+};
+
+// The rectangle of edges in any order. They are cut to numbers far outside of any image that can be added up without fear
+// of an overflow.
+QRect rectOf(const RECT &rect);
+
+struct Dc : Object {
+  enum class Kind { display, window, memory };
+
+  Dc();
+  ~Dc() override;
+
+  Kind kind = Kind::display;
+  WindowRef window;                 // of a window's context; the desktop's for one of the screen that is to be released
+  std::shared_ptr<Surface> surface; // of a window's context
+  QPoint origin;                    // of its device coordinates in the surface
+  QRegion visible;                  // of the window, in the surface
+  Selected<Bitmap> bitmap;          // of a memory context
+
+  Selected<Pen> pen;
+  Selected<Brush> brush;
+  Selected<Font> font;
+  Selected<Palette> palette;
+  std::optional<QRegion> clip; // set by the application, in device coordinates
+
+  int rop2 = R2_COPYPEN;
+  int bkMode = OPAQUE;
+  COLORREF bkColor = RGB(255, 255, 255);
+  COLORREF textColor = RGB(0, 0, 0);
+  UINT textAlign = TA_LEFT | TA_TOP;
+  int polyFillMode = ALTERNATE;
+  POINT brushOrigin{0, 0}; // in device coordinates
+  POINT position{0, 0};    // logical
+
+  int mapMode = MM_TEXT;
+  POINT windowOrigin{0, 0}, viewportOrigin{0, 0};
+  SIZE windowExtent{1, 1}, viewportExtent{1, 1};
+
+  // From logical to device coordinates, rounded as the platform rounds, and back.
+  POINT toDevice(POINT logical) const;
+  POINT toLogical(POINT device) const;
+  // A logical rectangle in device coordinates, its edges in order and cut as by rectOf.
+  QRect toDevice(const RECT &rect) const;
+  // A logical width or height in device pixels, never negative.
+  int widthToDevice(int width) const;
+  int heightToDevice(int height) const;
+  // Whether logical coordinates are device coordinates.
+  bool unmapped() const;
+
+  // The whole image, in device coordinates; of a context without one the screen.
+  QRect extent();
+  // What of it can be drawn on without a clip of the application.
+  QRegion open();
+  // What to draw on; nothing when the context draws nowhere or everything is clipped away.
+  // overwritten: what the call is going to write whatever was there, in device coordinates. A new bitmap is black, but
+  // its pixels aren't made so when all of them are overwritten first.
+  std::optional<Canvas> canvas(const QRect &overwritten = {});
+  // The image that it draws on, whatever is clipped away; null for the display.
+  QImage *image();
+  // Where other contexts can read from it, in the image.
+  QRect bounds();
+  // Tells the screen that pixels of the image changed.
+  void drawn(const QRect &image);
+
+  // Takes the cached clip back, after a change of bitmap, clip or visible.
+  void clipChanged() { clipKnown_ = false; }
+
+ private:
+  QImage *target();
+  void findClip(const QImage &image);
+
+  bool clipKnown_ = false;
+  QSize clipSize_;
+  QRegion clipInImage_;
+};
+
+inline std::shared_ptr<Dc> dcOf(HDC dc) { return drawingHandles().get<Dc>(dc); }
+
+// A context of a window's client area. region: limits it; in coordinates of the surface.
+HDC openClientDc(const WindowRef &window, const QRegion &region);
+HDC openWholeDc(const WindowRef &window);
+bool closeDc(HDC dc);
+// Closes a context that stands for a window or the screen; others it leaves alone.
+bool releaseDc(HDC dc);
+
+// Fills a rectangle of device coordinates with one colour, whatever the context's modes are.
+void fill(Dc &dc, const RECT &rect, COLORREF color);
+
+} // namespace platform

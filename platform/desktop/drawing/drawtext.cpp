@@ -1,0 +1,293 @@
+// Text laid out in a rectangle: cut into lines, shortened where it is asked for, and placed. All is measured in device
+// pixels and compared in logical units, so that a rectangle computed before holds the text that it was computed for.
+
+#include "platform/desktop/drawing/text.h"
+#include "platform/desktop/lock.h"
+#include "platform/kernel/codepage.h"
+
+#include <QTextBoundaryFinder>
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+constexpr uint16_t kDots[] = {'.', '.', '.'};
+constexpr UINT kTabStopBits = 0xFF00;
+constexpr int64_t kUsualTab = 8; // characters
+
+// What is left between two line ends, without the marks of prefixes.
+struct Paragraph {
+  Codes codes;
+  QVarLengthArray<qsizetype, 4> prefixed; // characters that had one
+};
+
+// A line as it is drawn.
+struct Line {
+  Codes codes;
+  qsizetype prefixed = -1; // the character to underline
+  int64_t width = 0;       // in device pixels
+};
+
+bool isLineEnd(uint16_t code) { return code == '\r' || code == '\n'; }
+
+int inInt(int64_t value) { return static_cast<int>(std::clamp<int64_t>(value, INT_MIN, INT_MAX)); }
+
+class Layout {
+ public:
+  Layout(Dc &dc, const RECT &rect, UINT format);
+
+  // Draws a text, or only measures it. Result: its height, in logical units downwards.
+  int run(Run text);
+  int width() const { return widest_; }
+  // The last line that was shortened.
+  const std::optional<Codes> &shortened() const { return shortened_; }
+  bool measuring() const { return is(DT_CALCRECT); }
+
+ private:
+  // How many characters of the rest of a paragraph a line has, and where the next one begins.
+  struct Cut {
+    qsizetype end, next;
+  };
+
+  bool is(UINT flag) const { return (format_ & flag) != 0; }
+  bool fits(int64_t pixels) const { return logicalWidth(dc_, pixels) <= room_; }
+  bool beyond(int64_t y) const;
+
+  Paragraph nextParagraph(Run &text) const;
+  qsizetype fitting(Run run, int64_t besides) const;
+  Cut cut(Run rest) const;
+  Line lineOf(const Paragraph &paragraph, qsizetype from, Cut cut) const;
+  void shorten(Line &line, bool last, bool more);
+  void replace(Line &line, qsizetype front, qsizetype tail);
+  void drawLine(const Line &line, int64_t y);
+  int64_t afterTab(int64_t x) const { return (x / tab_ + 1) * tab_; }
+  int64_t widthAfter(int64_t x, uint16_t code) const;
+  int64_t measured(Run run) const;
+
+  Dc &dc_;
+  mutable TextPen pen_;
+  UINT format_;
+  RECT rect_;
+  int64_t room_, bottom_;
+  int64_t lineHeight_; // negative where logical coordinates grow upwards
+  int64_t tab_;
+  int widest_ = 0;
+  std::optional<Codes> shortened_;
+};
+
+Layout::Layout(Dc &dc, const RECT &rect, UINT format) : dc_(dc), pen_(dc), format_(format), rect_(rect) {
+  const TextMetrics &metrics = pen_.font().metrics();
+  int64_t tab = kUsualTab;
+  if (is(DT_TABSTOP)) { // the bits of its number mean nothing else then
+    if (const UINT characters = (format & kTabStopBits) >> 8) tab = characters;
+    format_ &= ~kTabStopBits;
+  }
+  tab_ = std::max<int64_t>(1, tab * metrics.average);
+  room_ = int64_t{rect.right} - rect.left;
+  if (is(DT_SINGLELINE) || room_ < 0) format_ &= ~DT_WORDBREAK;
+  bottom_ = int64_t{rect.bottom} - rect.top;
+  lineHeight_ = logicalHeight(dc, pen_.font().height() + (is(DT_EXTERNALLEADING) ? metrics.externalLeading : 0));
+  if ((dc.windowExtent.cy < 0) != (dc.viewportExtent.cy < 0)) lineHeight_ = -lineHeight_;
+  if (!is(DT_NOCLIP) && !measuring()) pen_.limit(dc.toDevice(rect));
+}
+
+// Whether no line is drawn any more at a distance from the rectangle's top. A line that only begins at its bottom is, but
+// an edit control shows no part of one.
+bool Layout::beyond(int64_t y) const {
+  if (measuring() || is(DT_NOCLIP)) return false;
+  if (lineHeight_ < 0) return y < bottom_;
+  return y + (is(DT_EDITCONTROL) ? lineHeight_ - 1 : 0) > bottom_;
+}
+
+Paragraph Layout::nextParagraph(Run &text) const {
+  Paragraph paragraph;
+  size_t at = 0;
+  const auto isEnd = [&](size_t place) { return !is(DT_SINGLELINE) && isLineEnd(text[place]); };
+  for (; at < text.size() && !isEnd(at); ++at) {
+    const bool prefix = text[at] == '&' && !is(DT_NOPREFIX) && at + 1 < text.size();
+    if (prefix && text[at + 1] == '&')
+      ++at;
+    else if (prefix) {
+      if (!isEnd(at + 1)) paragraph.prefixed.append(paragraph.codes.size());
+      continue;
+    }
+    paragraph.codes.append(text[at]);
+  }
+  // \r\n is one end, and so is \n\r
+  if (at < text.size()) at += at + 1 < text.size() && isEnd(at + 1) && text[at] != text[at + 1] ? 2 : 1;
+  text = text.subspan(at);
+  return paragraph;
+}
+
+int64_t Layout::widthAfter(int64_t x, uint16_t code) const {
+  return code == '\t' && is(DT_EXPANDTABS) ? afterTab(x) : x + pen_.font().advance(code);
+}
+
+int64_t Layout::measured(Run run) const {
+  int64_t x = 0;
+  for (const uint16_t code : run) x = widthAfter(x, code);
+  return x;
+}
+
+// How many characters have room, with so many pixels more.
+qsizetype Layout::fitting(Run run, int64_t besides) const {
+  int64_t x = 0;
+  qsizetype count = 0;
+  for (const uint16_t code : run) {
+    x = widthAfter(x, code);
+    if (!fits(x + besides)) break;
+    ++count;
+  }
+  return count;
+}
+
+// The last place up to one where a line may end; 0 where there is none.
+qsizetype lastBreak(Run run, qsizetype place) {
+  QVarLengthArray<QChar, 256> characters;
+  for (const uint16_t code : run.first(static_cast<size_t>(place) + 1)) characters.append(characterOf(code));
+  QTextBoundaryFinder finder(QTextBoundaryFinder::Line, characters.constData(), characters.size());
+  finder.setPosition(place);
+  return finder.isAtBoundary() ? place : std::max<qsizetype>(0, finder.toPreviousBoundary());
+}
+
+// Where the first line of the rest of a paragraph ends. A word that has no room reaches to the next space, which is not
+// drawn.
+Layout::Cut Layout::cut(Run rest) const {
+  const auto all = static_cast<qsizetype>(rest.size());
+  if (!is(DT_WORDBREAK)) return {all, all};
+  const qsizetype room = fitting(rest, 0);
+  if (room == all) return {all, all};
+  if (const qsizetype end = lastBreak(rest, room)) return {end, end};
+  if (is(DT_EDITCONTROL)) return {std::max<qsizetype>(1, room), std::max<qsizetype>(1, room)};
+  const auto space = std::find(rest.begin() + room, rest.end(), ' ');
+  return {space - rest.begin(), std::min(space + 1, rest.end()) - rest.begin()};
+}
+
+Line Layout::lineOf(const Paragraph &paragraph, qsizetype from, Cut cut) const {
+  Line line;
+  qsizetype to = from + cut.end;
+  if (is(DT_CENTER | DT_RIGHT) && from + cut.next < paragraph.codes.size())
+    while (to > from && paragraph.codes[to - 1] == ' ') --to;
+  line.codes.append(paragraph.codes.constData() + from, to - from);
+  line.width = measured(line.codes);
+  for (const qsizetype prefixed : paragraph.prefixed)
+    if (prefixed >= from && prefixed < to) line.prefixed = prefixed - from;
+  return line;
+}
+
+// Puts dots between the first characters of a line and those from a place on.
+void Layout::replace(Line &line, qsizetype front, qsizetype tail) {
+  Codes codes(line.codes.begin(), line.codes.begin() + front);
+  codes.append(std::begin(kDots), std::size(kDots));
+  codes.append(line.codes.constData() + tail, line.codes.size() - tail);
+  if (line.prefixed >= tail)
+    line.prefixed += codes.size() - line.codes.size();
+  else if (line.prefixed >= front)
+    line.prefixed = -1;
+  line.codes = codes;
+  line.width = measured(line.codes);
+  shortened_ = std::move(codes);
+}
+
+// last: no line is drawn after this one. more: there is text that would follow.
+void Layout::shorten(Line &line, bool last, bool more) {
+  const int64_t dots = measured(kDots);
+  const Run codes = line.codes;
+  if (is(DT_PATH_ELLIPSIS) && !fits(line.width)) {
+    const auto name =
+        std::find_if(codes.rbegin(), codes.rend(), [](uint16_t code) { return code == '\\' || code == '/'; });
+    const size_t tail = name == codes.rend() ? 0 : static_cast<size_t>(codes.rend() - name) - 1;
+    replace(line, fitting(codes.first(tail), dots + measured(codes.subspan(tail))), static_cast<qsizetype>(tail));
+  }
+  const bool wide = !fits(line.width);
+  if ((is(DT_WORD_ELLIPSIS) && wide) || (is(DT_END_ELLIPSIS) && last && (wide || more)))
+    replace(line, fitting(line.codes, dots), line.codes.size());
+}
+
+// y: from the rectangle's top.
+void Layout::drawLine(const Line &line, int64_t y) {
+  const int64_t free = room_ - logicalWidth(dc_, line.width);
+  const int64_t left = rect_.left + (is(DT_CENTER) ? free / 2 : is(DT_RIGHT) ? free : 0);
+  const auto at = [&](int64_t x) { return POINT{inInt(left + logicalWidth(dc_, x)), inInt(rect_.top + y)}; };
+  const Run codes = line.codes;
+  int64_t x = 0, begin = 0; // begin: of the characters from first on
+  size_t first = 0;
+  for (size_t i = 0; i < codes.size(); ++i) {
+    const int64_t next = widthAfter(x, codes[i]);
+    if (std::cmp_equal(i, line.prefixed) && !is(DT_HIDEPREFIX)) pen_.underline(at(0), x, next - x);
+    if (codes[i] == '\t' && is(DT_EXPANDTABS)) {
+      if (!is(DT_PREFIXONLY)) pen_.draw(at(begin), codes.subspan(first, i - first));
+      first = i + 1;
+      begin = next;
+    }
+    x = next;
+  }
+  if (!is(DT_PREFIXONLY)) pen_.draw(at(begin), codes.subspan(first));
+}
+
+int Layout::run(Run text) {
+  int64_t y = 0;
+  if (is(DT_SINGLELINE) && is(DT_BOTTOM))
+    y = bottom_ - lineHeight_;
+  else if (is(DT_SINGLELINE) && is(DT_VCENTER))
+    y = bottom_ / 2 - lineHeight_ / 2;
+  bool last = false;
+  do {
+    const Paragraph paragraph = nextParagraph(text);
+    const Run codes = paragraph.codes;
+    size_t from = 0;
+    do {
+      const Cut end = cut(codes.subspan(from));
+      Line line = lineOf(paragraph, static_cast<qsizetype>(from), end);
+      from += static_cast<size_t>(end.next);
+      const bool more = from < codes.size() || !text.empty();
+      last = !more || beyond(y + lineHeight_);
+      if (is(DT_PATH_ELLIPSIS | DT_END_ELLIPSIS | DT_WORD_ELLIPSIS)) shorten(line, last, more);
+      widest_ = std::max(widest_, logicalWidth(dc_, line.width));
+      if (!measuring()) drawLine(line, y);
+      y += lineHeight_;
+    } while (!last && from < codes.size());
+  } while (!last);
+  return inInt(y);
+}
+
+// Writes a shortened line in place of the text. It has at most three bytes more, and a zero follows.
+void writeBack(const Codes &codes, char *text, size_t size) {
+  size_t at = 0;
+  for (const uint16_t code : codes) {
+    const size_t bytes = code > 0xFF ? 2 : 1;
+    if (at + bytes > size + std::size(kDots)) break; // a lone lead byte has become a whole character
+    if (bytes == 2) text[at++] = static_cast<char>(code >> 8);
+    text[at++] = static_cast<char>(code);
+  }
+  text[at] = 0;
+}
+
+} // namespace
+
+} // namespace platform
+
+using namespace platform;
+
+int DrawTextA(HDC dc, LPCSTR text, int length, RECT *rect, UINT format) {
+  return locked<int>(0, [&]() -> int {
+    const auto context = dcOf(dc);
+    if (!context || !rect || length == 0) return 0;
+    const size_t size = !text || length < -1 ? 0 : length == -1 ? std::strlen(text) : static_cast<size_t>(length);
+    if (size == 0) return logicalHeight(*context, readyFont(*context)->height());
+    Layout layout(*context, *rect, format);
+    const int height = layout.run(codesOf({text, size}));
+    if (layout.measuring()) {
+      rect->right = inInt(int64_t{rect->left} + layout.width());
+      rect->bottom = inInt(int64_t{rect->top} + height);
+    }
+    if (format & DT_MODIFYSTRING && layout.shortened())
+      writeBack(*layout.shortened(), const_cast<char *>(text), size); // the flag says that it may be written to
+    return height != 0 ? height : 1;
+  });
+}

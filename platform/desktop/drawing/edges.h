@@ -1,0 +1,16 @@
+// The classic edges round controls.
+#pragma once
+
+#include "platform/desktop/drawing/shapes.h"
+
+namespace platform {
+
+// The ink of a solid brush in a system colour.
+Ink systemInk(const Dc &dc, const Canvas &canvas, int color);
+// Fills a rectangle of logical coordinates with a system colour.
+void fillSystem(const Dc &dc, const Canvas &canvas, const RECT &rect, int color);
+
+// What DrawEdge draws.
+void drawEdge(const Dc &dc, const Canvas &canvas, const RECT &rect, UINT edge, UINT flags);
+
+} // namespace platform

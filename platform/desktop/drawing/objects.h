@@ -1,0 +1,126 @@
+// The objects that contexts draw with. One that is deleted while contexts have it selected keeps its handle, and goes when
+// the last of them lets it go.
+#pragma once
+
+#include "platform/kernel/handles.h"
+
+#include <QImage>
+#include <QRegion>
+
+#include <memory>
+#include <vector>
+
+namespace platform {
+
+struct Dc;
+class TextFont; // a font made ready to draw with; see fonts.h
+
+// Handles of drawing objects and contexts. They are never as small as the numbers of system colours.
+Handles &drawingHandles();
+// Those that the application made.
+size_t countDrawing();
+
+class DrawingObject : public Object, public std::enable_shared_from_this<DrawingObject> {
+ public:
+  // Selects it into a context. Result: what SelectObject answers.
+  virtual HGDIOBJ selectInto(Dc &dc, HGDIOBJ handle) = 0;
+  // Writes what GetObjectA tells of it, and returns its size; without a buffer only the size.
+  virtual int describe(int size, void *description) const = 0;
+
+  bool stock = false;   // the system's own: it stays when it is deleted
+  bool deleted = false; // by the application, and still selected
+  int selections = 0;   // contexts that have it selected
+};
+
+class Pen : public DrawingObject {
+ public:
+  Pen(UINT style, int width, COLORREF color) : style(style), width(width), color(color) {}
+  HGDIOBJ selectInto(Dc &dc, HGDIOBJ handle) override;
+  int describe(int size, void *description) const override;
+
+  const UINT style;
+  const int width; // in logical units; 0 is one pixel
+  const COLORREF color;
+};
+
+class Brush : public DrawingObject {
+ public:
+  Brush(UINT style, COLORREF color, int hatch = 0) : style(style), color(color), hatch(hatch) {}
+  HGDIOBJ selectInto(Dc &dc, HGDIOBJ handle) override;
+  int describe(int size, void *description) const override;
+
+  const UINT style; // BS_SOLID, BS_NULL, BS_HATCHED
+  const COLORREF color;
+  const int hatch;
+};
+
+class Font : public DrawingObject {
+ public:
+  explicit Font(const LOGFONTA &description) : description(description) {}
+  HGDIOBJ selectInto(Dc &dc, HGDIOBJ handle) override;
+  int describe(int size, void *description) const override;
+
+  const LOGFONTA description;
+  std::shared_ptr<TextFont> ready; // made on first use
+};
+
+// Pixels, kept as words 0xFFRRGGBB whatever the depth. A bitmap of one bit holds only black and white.
+class Bitmap : public DrawingObject {
+ public:
+  Bitmap(int width, int height, int bits) : width(width), height(height), bits(bits) {}
+  HGDIOBJ selectInto(Dc &dc, HGDIOBJ handle) override;
+  int describe(int size, void *description) const override;
+
+  // Makes a blank one's pixels black.
+  void settle();
+
+  const int width, height;
+  const int bits;     // a pixel has; one with others than 1 or 32 has no image, and no context takes it
+  QImage image;       // Format_RGB32
+  bool blank = false; // new and black, but its memory holds anything yet
+  Dc *user = nullptr; // the one context that has it selected
+};
+
+class Region : public DrawingObject {
+ public:
+  explicit Region(QRegion region) : region(std::move(region)) {}
+  HGDIOBJ selectInto(Dc &dc, HGDIOBJ handle) override;
+  int describe(int size, void *description) const override;
+
+  QRegion region;
+};
+
+class Palette : public DrawingObject {
+ public:
+  explicit Palette(std::vector<PALETTEENTRY> entries) : entries(std::move(entries)) {}
+  HGDIOBJ selectInto(Dc &dc, HGDIOBJ handle) override;
+  int describe(int size, void *description) const override;
+
+  const std::vector<PALETTEENTRY> entries;
+};
+
+// A selected object: what it is, and the handle that a later selection gives back.
+template <typename Kind> struct Selected {
+  std::shared_ptr<Kind> object;
+  HGDIOBJ handle = nullptr;
+};
+
+// For a context that is about to select another object or to go.
+void letGo(DrawingObject &object, HGDIOBJ handle);
+
+// Gives an object a handle of the type that the API uses for its kind.
+template <typename Handle> Handle openObject(std::shared_ptr<Object> object) {
+  return static_cast<Handle>(static_cast<void *>(drawingHandles().open(std::move(object))));
+}
+
+// The same for an object of the system's own.
+HGDIOBJ openStock(std::shared_ptr<DrawingObject> object);
+// The object of a stock number; null for a number that is none.
+HGDIOBJ stockObject(int index);
+// A brush by handle, or by a system colour's number plus 1. Null when it is neither.
+std::shared_ptr<Brush> brushOf(HBRUSH brush);
+
+inline QRgb toQt(COLORREF color) { return qRgb(color & 0xFF, color >> 8 & 0xFF, color >> 16 & 0xFF); }
+inline COLORREF fromQt(QRgb color) { return RGB(qRed(color), qGreen(color), qBlue(color)); }
+
+} // namespace platform

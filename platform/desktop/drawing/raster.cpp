@@ -1,0 +1,191 @@
+// The one place that writes colours to pixels, apart from lines, which step from pixel to pixel themselves.
+
+#include "platform/desktop/drawing/raster.h"
+
+namespace platform {
+
+namespace {
+
+constexpr QRgb kBlack = 0xFF000000u, kWhite = 0xFFFFFFFFu, kOpaque = 0xFF000000u;
+constexpr COLORREF kColorBits = 0xFFFFFFu; // the top byte says where a colour comes from
+
+constexpr uint8_t kHatches[][8] = {
+    {0x00, 0x00, 0x00, 0xFF, 0x00, 0x00, 0x00, 0x00}, {0x08, 0x08, 0x08, 0x08, 0x08, 0x08, 0x08, 0x08},
+    {0x80, 0x40, 0x20, 0x10, 0x08, 0x04, 0x02, 0x01}, {0x01, 0x02, 0x04, 0x08, 0x10, 0x20, 0x40, 0x80},
+    {0x08, 0x08, 0x08, 0xFF, 0x08, 0x08, 0x08, 0x08}, {0x81, 0x42, 0x24, 0x18, 0x18, 0x24, 0x42, 0x81},
+};
+
+// The order in which the pixels of an 8 x 8 square become white as a colour gets lighter.
+constexpr uint8_t kDitherOrder[8][8] = {
+    {63, 31, 55, 23, 61, 29, 53, 21}, {15, 47, 7, 39, 13, 45, 5, 37},   {51, 19, 59, 27, 49, 17, 57, 25},
+    {3, 35, 11, 43, 1, 33, 9, 41},    {60, 28, 52, 20, 62, 30, 54, 22}, {12, 44, 4, 36, 14, 46, 6, 38},
+    {48, 16, 56, 24, 50, 18, 58, 26}, {0, 32, 8, 40, 2, 34, 10, 42},
+};
+
+struct Dithers {
+  uint8_t rows[65][8]; // by the number of white pixels
+};
+
+constexpr Dithers makeDithers() {
+  Dithers dithers{};
+  for (int white = 0; white <= 64; ++white)
+    for (int y = 0; y < 8; ++y)
+      for (int x = 0; x < 8; ++x)
+        if (kDitherOrder[y][x] < white) dithers.rows[white][y] |= static_cast<uint8_t>(0x80 >> x);
+  return dithers;
+}
+
+constexpr Dithers kDithers = makeDithers();
+
+// How many of 64 pixels are white in a colour's pattern.
+int whiteOf64(COLORREF color) {
+  const int light = 30 * GetRValue(color) + 59 * GetGValue(color) + 11 * GetBValue(color); // up to 100 x 255
+  return light < 200 ? 0 : (light - 200) / 400 + 1;
+}
+
+QPoint hatchOriginOf(const Canvas &canvas, POINT brushOrigin) {
+  return canvas.origin + QPoint(brushOrigin.x & 7, brushOrigin.y & 7);
+}
+
+void applyRow(QRgb *row, int count, Effect effect) {
+  for (int i = 0; i < count; ++i) row[i] = effect.on(row[i]);
+}
+
+} // namespace
+
+// The number of an operation, less 1, is its table of results: the bit 2 x pen + destination.
+Effect effectOf(int rop2, QRgb color) {
+  const int table = std::clamp(rop2, R2_BLACK, R2_WHITE) - 1;
+  const auto result = [&](int destination) {
+    return (table >> destination & 1 ? ~color : 0u) | (table >> (2 + destination) & 1 ? color : 0u);
+  };
+  const QRgb onZeros = result(0), onOnes = result(1);
+  return {(onZeros ^ onOnes) & ~kOpaque, onZeros | kOpaque};
+}
+
+QRgb shown(const Canvas &canvas, COLORREF color) {
+  if (!canvas.mono) return toQt(color);
+  return GetRValue(color) + GetGValue(color) + GetBValue(color) > 3 * 255 / 2 ? kWhite : kBlack;
+}
+
+QRgb shownOn(const Canvas &canvas, COLORREF color, COLORREF background) {
+  if (!canvas.mono) return toQt(color);
+  const COLORREF bits = color & kColorBits;
+  if (bits == (kBlack & kColorBits) || bits == kColorBits) return bits | kOpaque;
+  const QRgb nearest = shown(canvas, background);
+  return bits == (background & kColorBits) ? nearest : nearest ^ kColorBits;
+}
+
+QRgb backgroundShown(const Canvas &canvas, COLORREF color, COLORREF background) {
+  if (!canvas.mono) return toQt(background);
+  const bool same = (color & kColorBits) == (background & kColorBits);
+  return shownOn(canvas, color, background) ^ (same ? 0u : kColorBits);
+}
+
+Ink solidInk(const Canvas &canvas, COLORREF color, POINT brushOrigin) {
+  Ink ink;
+  const int white = canvas.mono ? whiteOf64(color) : 0;
+  if (!canvas.mono || white % 64 == 0) {
+    ink.color = shown(canvas, color);
+    return ink;
+  }
+  ink.hatch = kDithers.rows[white];
+  ink.hatchOrigin = hatchOriginOf(canvas, brushOrigin);
+  ink.color = kWhite;
+  ink.background = kBlack;
+  return ink;
+}
+
+std::optional<Ink> inkOf(const Dc &dc, const Canvas &canvas, const Brush &brush) {
+  if (brush.style == BS_NULL) return std::nullopt;
+  Ink ink;
+  if (brush.style != BS_HATCHED) ink = solidInk(canvas, brush.color, dc.brushOrigin);
+  ink.rop2 = dc.rop2;
+  if (brush.style != BS_HATCHED) return ink;
+  ink.hatch = kHatches[std::clamp(brush.hatch, HS_HORIZONTAL, HS_DIAGCROSS)];
+  ink.hatchOrigin = hatchOriginOf(canvas, dc.brushOrigin);
+  ink.color = shownOn(canvas, brush.color, dc.bkColor);
+  ink.background = backgroundShown(canvas, brush.color, dc.bkColor);
+  ink.transparent = dc.bkMode == TRANSPARENT;
+  return ink;
+}
+
+Filler::Filler(const Canvas &canvas, const Ink &ink)
+    : canvas_(canvas), hatch_(ink.hatch), hatchOrigin_(ink.hatchOrigin), line_(effectOf(ink.rop2, ink.color)),
+      gap_(ink.transparent ? effectOf(R2_NOP, 0) : effectOf(ink.rop2, ink.background)) {}
+
+void Filler::rect(const QRect &rect) const {
+  for (const QRect &clip : *canvas_.clip) part(common(clip, rect));
+}
+
+void Filler::part(const QRect &rect) const {
+  if (rect.isEmpty()) return;
+  const int count = rect.width();
+  QRgb *row = canvas_.row(rect.top()) + rect.left();
+  for (int y = rect.top(); y <= rect.bottom(); ++y, row += canvas_.pitch) {
+    if (hatch_)
+      hatchRow(row, count, rect.left(), y);
+    else if (line_.copies())
+      std::fill(row, row + count, line_.turn);
+    else
+      applyRow(row, count, line_);
+  }
+}
+
+void Filler::hatchRow(QRgb *row, int count, int x, int y) const {
+  const unsigned bits = hatch_[(y - hatchOrigin_.y()) & 7];
+  QRgb keep[8], turn[8];
+  for (int i = 0; i < 8; ++i) {
+    const Effect &effect = bits & 0x80u >> ((x + i - hatchOrigin_.x()) & 7) ? line_ : gap_;
+    keep[i] = effect.keep;
+    turn[i] = effect.turn;
+  }
+  for (; count >= 8; count -= 8, row += 8)
+    for (int i = 0; i < 8; ++i) row[i] = (row[i] & keep[i]) ^ turn[i];
+  for (int i = 0; i < count; ++i) row[i] = (row[i] & keep[i]) ^ turn[i];
+}
+
+void fillRect(const Canvas &canvas, const QRect &rect, const Ink &ink) { Filler(canvas, ink).rect(rect); }
+
+void fillRegion(const Canvas &canvas, const QRegion &region, const Ink &ink) {
+  const Filler filler(canvas, ink);
+  for (const QRect &rect : region) filler.rect(rect);
+}
+
+void setPixel(const Canvas &canvas, QPoint at, const Ink &ink) { fillRect(canvas, QRect(at, at), ink); }
+
+void Spans::settle() {
+  const auto before = [](const Row &a, const Row &b) { return a.y != b.y ? a.y < b.y : a.left < b.left; };
+  if (!std::is_sorted(rows_.begin(), rows_.end(), before)) std::sort(rows_.begin(), rows_.end(), before);
+  size_t kept = 0;
+  for (const Row &row : rows_) {
+    Row *last = kept ? &rows_[kept - 1] : nullptr;
+    if (last && last->y == row.y && row.left <= last->right)
+      last->right = std::max(last->right, row.right);
+    else
+      rows_[kept++] = row;
+  }
+  rows_.resize(kept);
+}
+
+void Spans::remove(const Spans &other) {
+  std::vector<Row> left;
+  auto hole = other.rows_.begin();
+  const auto end = other.rows_.end();
+  for (Row row : rows_) {
+    while (hole != end && (hole->y < row.y || (hole->y == row.y && hole->right <= row.left))) ++hole;
+    for (auto at = hole; at != end && at->y == row.y && at->left < row.right; ++at) {
+      if (row.left < at->left) left.push_back({row.y, row.left, at->left});
+      row.left = std::max(row.left, at->right);
+    }
+    if (row.left < row.right) left.push_back(row);
+  }
+  rows_ = std::move(left);
+}
+
+void Spans::fill(const Canvas &canvas, const Ink &ink) const {
+  const Filler filler(canvas, ink);
+  for (const Row &row : rows_) filler.rect(QRect(QPoint(row.left, row.y), QPoint(row.right - 1, row.y)));
+}
+
+} // namespace platform

@@ -1,0 +1,153 @@
+// Contexts got and given back, clips, units, and what the selection cache saves, makes and puts back.
+
+#include "drawing/canvas.h"
+#include "support/allocation.h"
+
+using WqDcTest = CanvasTest;
+
+static std::string clipOf(HDC hdc) {
+  RECT box = {};
+  return GetClipBox(hdc, &box), rectText(box);
+}
+
+TEST_F(WqDcTest, EachModeGetsAndGivesBackItsContext) {
+  constexpr uint32_t kPaint = WQ_DC_CLIENT | WQ_DC_PAINT;
+  WqWnd top, wnd; // a child, whose frame is part of the picture on every system
+  WqWnd_Init(&top), WqWnd_Style(&top, WS_POPUP | WS_VISIBLE), top.rect = {100, 100, 399, 299};
+  WqWnd_Init(&wnd), WqWnd_Style(&wnd, WS_CHILD | WS_VISIBLE | WS_CAPTION), wnd.rect = {10, 10, 209, 109};
+  WqWnd_Parent(&wnd, &top);
+  ASSERT_TRUE(WqWnd_Create(&top) && WqWnd_Create(&wnd));
+  RECT client, part = {10, 10, 20, 20};
+  GetClientRect(wnd.hwnd, &client);
+  // clang-format off
+  enum Kind { unknown, outside, display, window }; // no mode, nothing got, got without and with a window
+  const struct { uint32_t mode; Kind kind; std::string clip; } rows[] = {{0, unknown, ""}, {3, unknown, ""},
+      {5, unknown, ""}, {6, unknown, ""}, {7, unknown, ""}, {17, unknown, ""}, {WQ_DC_DISPLAY, display, ""},
+      {0x21, display, ""}, {WQ_DC_WINDOW, window, "0,0,200,100"}, {WQ_DC_CLIENT, window, rectText(client)},
+      {kPaint, window, "10,10,20,20"}, {0x44, window, rectText(client)}, {WQ_DC_PRINTER, outside, ""},
+      {WQ_DC_EXTERNAL, outside, ""}};
+  // clang-format on
+  for (const auto &[mode, kind, clip] : rows)
+    for (int i = 0; i < 4; ++i) {
+      const bool owned = i & 1, paints = mode == kPaint, none = kind == unknown, released = i & 2 || paints;
+      const bool got = kind == display || (kind == window && owned);
+      WqDc one;
+      WqDc_Init(&one, owned ? &wnd : nullptr), one.hdc = canvas, one.mode = none ? mode : 0;
+      ValidateRect(wnd.hwnd, nullptr), InvalidateRect(wnd.hwnd, &part, FALSE), WqDc_Get(&one, mode);
+      EXPECT_TRUE(one.mode == mode && (one.hdc == canvas) == none && (one.hdc != nullptr) == (got || none)) << mode;
+      EXPECT_TRUE(!got || clip.empty() || clipOf(one.hdc) == clip) << mode;
+      EXPECT_EQ(GetUpdateRect(wnd.hwnd, nullptr, FALSE), !(paints && got));
+      if (paints && got && i & 2) WqDc_EndPaint(&one); // which leaves the record as it is
+      EXPECT_EQ(one.hdc == one.paint.hdc && one.hdc, paints && got) << mode;
+      if (released) WqDc_Release(&one);
+      EXPECT_EQ(one.hdc && one.mode == mode, none || (got && !released)) << mode;
+      if (none) one.hdc = nullptr;
+      WqDc_Term(&one); // gives back what was not released
+    }
+  DestroyWindow(top.hwnd);
+}
+
+TEST_F(WqDcTest, AClipReplacesAndComesBack) {
+  const RECT rect = {5, 5, 30, 30}, hole = {8, 8, 10, 10};
+  const HRGN region = CreateRectRgn(0, 0, 1, 1);
+  for (const bool clipped : {false, true}) {
+    if (clipped) IntersectClipRect(canvas, 2, 2, 20, 20);
+    WqDcRgn_Create(&dc.rgn, &rect), WqDc_ExcludeRect(&dc, &hole), WqDc_Exclude(&dc, 5, 5, 30, 7), clear(WHITENESS);
+    EXPECT_TRUE(!GetPixel(canvas, 9, 9) && GetPixel(canvas, 10, 10) && GetPixel(canvas, 7, 8)) << "edges outside";
+    EXPECT_EQ(clipOf(canvas), "5,7,30,30");
+    WqDcRgn_Delete(&dc.rgn);
+    EXPECT_EQ(clipOf(canvas) + (GetClipRgn(canvas, region) ? " clip" : ""), clipped ? "2,2,20,20 clip" : "0,0,40,40");
+  }
+  DeleteObject(region);
+}
+
+TEST_F(WqDcTest, UnitsConvert) {
+  WqDcMap &map = dc.map;
+  const int32_t display = WqDcMap_LogPix(nullptr);
+  EXPECT_TRUE(display == GetDeviceCaps(canvas, LOGPIXELSY) && map.displayPixPerMm == map.pixPerMm);
+  EXPECT_TRUE(WqDcMap_Update(&map, 600) == display && WqDcMap_Update(&map, 96) == 600 && map.dpi == 96.0);
+  // clang-format off
+#define STEM(name) WqDcMap_##name, WqDcMap_##name##_SIZE, WqDcMap_##name##_POINT, WqDcMap_##name##_RECT
+  const struct {
+    int32_t (*one)(const WqDcMap *, int32_t);
+    void (*size)(const WqDcMap *, SIZE *), (*point)(const WqDcMap *, POINT *), (*rect)(const WqDcMap *, RECT *);
+    std::vector<std::array<int32_t, 2>> values;
+  } stems[] = {
+      {STEM(MmToPix), {{2540, 96}, {100, 4}, {1, 1}, {0, 0}, {-100, -3}, {79, 3}}},
+      {STEM(PixToMm), {{3, 79}, {96, 2540}, {1, 26}, {-1, -26}}}, {STEM(MmToPoint), {{2540, 72}, {100, 2}, {-100, -2}}},
+      {STEM(PixToPoint), {{96, 72}, {1, 0}, {10, 7}, {-10, -7}}}, {STEM(PointToPix), {{72, 96}, {3, 4}, {-1, -1}}},
+      {STEM(PointToMm), {{72, 2540}, {1, 35}, {-1, -35}}}};
+  // clang-format on
+  for (const auto &[one, toSize, toPoint, toRect, values] : stems) {
+    for (const auto &[value, converted] : values) EXPECT_EQ(one(&map, value), converted) << value;
+    SIZE size = {1001, -37};
+    POINT point = {777, -1234};
+    RECT rect = {-999, 888, 12345, -5678};
+    const RECT expected = {one(&map, -999), one(&map, 888), one(&map, 12345), one(&map, -5678)};
+    toSize(&map, &size), toPoint(&map, &point), toRect(&map, &rect);
+    EXPECT_TRUE(size.cx == one(&map, 1001) && size.cy == one(&map, -37) && rectText(rect) == rectText(expected));
+    EXPECT_TRUE(point.x == one(&map, 777) && point.y == one(&map, -1234));
+  }
+  WqDcMap_Update(&map, 600);
+  EXPECT_TRUE(WqDcMap_MmToPix(&map, 2540) == 600 && WqDcMap_MmToPixP(&map, 2540) == display && map.mapMode == 0);
+  WqDcMap_Mode(&map, MM_ANISOTROPIC);
+  EXPECT_TRUE(map.mapMode == MM_ANISOTROPIC && map.prevMapMode == MM_TEXT && GetMapMode(canvas) == MM_ANISOTROPIC);
+  WqDcMap_Dc(&map, &dc);
+  EXPECT_TRUE(map.dc == &dc && map.prevMapMode == MM_ANISOTROPIC);
+}
+
+TEST_F(WqDcTest, SelectionsAreKeptMadeAndPutBack) {
+  const HGDIOBJ pen = selected(BLACK_PEN), brush = selected(NULL_BRUSH), font = selected(SYSTEM_FONT);
+  WqDcObj &obj = dc.obj;
+  const HPEN red = WqDcObj_SelectStylePen(&obj, 3, WQ_COLOR_RED, PS_SOLID);
+  EXPECT_TRUE(red && selected(BLACK_PEN) == red && obj.saved.count == 1 && obj.flags == WQ_DCOBJ_PEN);
+  EXPECT_EQ(WqDcObj_SelectStylePen(&obj, 3, WQ_COLOR_RED, PS_SOLID), red);
+  EXPECT_EQ(WqDcObj_SelectStylePen(&obj, 1, 1, PS_DOT), WqDcObj_SelectStylePen(&obj, 1, 3, PS_SOLID)) << "one id";
+  EXPECT_TRUE(WqPenTbl_Get(3u << 16 | WQ_COLOR_RED) == red && obj.saved.count == 1);
+  WqFont plain;
+  WqFont_Init(&plain), WqFont_Param(&plain, "Arial", 12, 0), WqFont_LogDef(&plain), WqFontTbl_Insert(7, &plain);
+  EXPECT_EQ(WqDcObj_SelectFont(&obj, 8, WQ_COLOR_BLUE), nullptr) << "nobody has entered it";
+  EXPECT_TRUE(selected(SYSTEM_FONT) == font && (GetTextColor(canvas) & 0xFFFFFF) == 0xFF0000);
+  obj.flags &= ~WQ_DCOBJ_FONT;
+  EXPECT_TRUE(WqDcObj_SelectFont(&obj, 7, 0) && selected(SYSTEM_FONT) == WqFontTbl_Get(7) && obj.saved.count == 2);
+  WqBrush entered;
+  for (const auto &[id, style] : {std::pair(5u, WQ_BRUSH_HATCHED), {6u, 0x100}})
+    WqBrush_Init(&entered), WqBrush_Param(&entered, style, WQ_COLOR_RED), WqBrushTbl_Insert(id, &entered);
+  EXPECT_EQ(WqBrushTbl_Get(6), nullptr) << "a style that makes no brush";
+  for (const uint32_t colour : {5u, 6u, WQ_COLOR_RED}) {
+    LOGBRUSH found = {};
+    const HBRUSH one = WqDcObj_SelectBrush(&obj, colour);
+    EXPECT_TRUE(GetObjectA(one, sizeof found, &found) && found.lbStyle == (colour == 5 ? BS_HATCHED : BS_SOLID));
+    EXPECT_EQ(selected(NULL_BRUSH), one);
+    EXPECT_TRUE(one == WqBrushTbl_Get(colour) && one == WqDcObj_SelectBrush(&obj, colour));
+  }
+  EXPECT_TRUE(obj.saved.count == 3 && obj.temporary.count == 0);
+  WqDcObj_Term(&obj);
+  EXPECT_TRUE(selected(BLACK_PEN) == pen && selected(NULL_BRUSH) == brush && selected(SYSTEM_FONT) == font);
+
+  for (const bool gone : {true, false}) { // direct colours make objects, save nothing, and are not put back
+    WqDcObj_Init(&obj), WqDcObj_Dc(&obj, &dc);
+    HGDIOBJ made[] = {nullptr, nullptr, WqDcObj_SelectBrush(&obj, 0xFF010203)};
+    for (int i = 0; i < 2; ++i) made[i] = WqDcObj_SelectStylePen(&obj, 1, 0xFF010203, 0);
+    EXPECT_TRUE(made[0] && made[0] != made[1] && selected(NULL_BRUSH) == made[2] && obj.temporary.count == 3);
+    WqDcObj_SelectStylePen(&obj, 1, 1, 0), WqDcObj_SelectFont(&obj, 7, 0xFF010203), SelectObject(canvas, brush);
+    EXPECT_TRUE(obj.saved.count == 0 && GetTextColor(canvas) == 0x010203);
+    if (gone) obj.flags = 0, SelectObject(canvas, font), WqDcObj_SelectFont(&obj, 7, 1), dc.hdc = nullptr;
+    WqDcObj_Term(&obj), WqDcObj_Term(&obj), dc.hdc = canvas; // the second finds nothing
+    for (const HGDIOBJ object : made) EXPECT_EQ(GetObjectA(object, 0, nullptr), 0) << "deleted";
+    EXPECT_TRUE(selected(SYSTEM_FONT) == WqFontTbl_Get(7) && selected(BLACK_PEN) == WqPenTbl_Get(1u << 16 | 1));
+    SelectObject(canvas, pen), SelectObject(canvas, font);
+  }
+  for (const uint32_t colour : {WQ_COLOR_RED, 0xFF010203u})
+    for (int n = 1, failed = 1; failed; ++n) { // without memory what is selected stays
+      WqPenTbl_Remove(3u << 16 | colour), WqBrushTbl_Remove(colour);
+      AllocationFailure failure(n);
+      const HPEN newPen = WqDcObj_SelectStylePen(&obj, 3, colour, 0);
+      const HBRUSH newBrush = WqDcObj_SelectBrush(&obj, colour);
+      failed = failure.happened();
+      EXPECT_TRUE(selected(BLACK_PEN) == (newPen ? newPen : pen) && (failed || (newPen && newBrush))) << n;
+      EXPECT_EQ(selected(NULL_BRUSH), newBrush ? newBrush : brush);
+      WqDcObj_Term(&obj), WqDcObj_Init(&obj), WqDcObj_Dc(&obj, &dc);
+      SelectObject(canvas, pen), SelectObject(canvas, brush);
+    }
+}

@@ -1,0 +1,91 @@
+// A paint pass: what the user procedure gets, and what of its drawing reaches the window.
+
+#include "drawing/canvas.h"
+#include "support/files.h"
+#include "windows/objects.h"
+
+using Colours = std::vector<COLORREF>;
+constexpr COLORREF kOld = 0x555555;
+constexpr RECT kAll = {0, 0, 50, 50};
+
+class PaintTest : public ObjectTest {
+ protected:
+  // Paints a part of a window of one colour.
+  // Result: its pixels then.
+  Colours painted(const Window &wnd, RECT part) {
+    const HDC screen = GetDC(wnd.hwnd);
+    const HBRUSH brush = CreateSolidBrush(kOld);
+    FillRect(screen, &kAll, brush), DeleteObject(brush);
+    ValidateRect(wnd.hwnd, nullptr), InvalidateRect(wnd.hwnd, &part, FALSE), UpdateWindow(wnd.hwnd);
+    Colours pixels;
+    for (const int at : {5, 15, 19, 20, 30}) pixels.push_back(GetPixel(screen, at, at));
+    return ReleaseDC(wnd.hwnd, screen), pixels;
+  }
+};
+
+TEST_F(PaintTest, WhatIsDrawnReachesTheWindow) {
+  const TempFolder folder;
+  const std::string blackAndRed("\1\1\1\0\0\0\xFF\0", 8), name = folder.file("b.bmp");
+  WqBmpFile file;
+  writeFile(name, bmpFile({20, 20, 1, 0, BI_RGB, blackAndRed, std::string(80, '\xFF')}));
+  WqBmpFile_Init(&file, name.c_str()), WqBmpTbl_Insert(3, &file);
+  const RECT part = {10, 10, 25, 20}, square = {0, 0, 20, 50};
+  const POINT at = {12, 0};
+  const SIZE size = {8, 18};
+  using Draw = std::function<void(WqDc *)>;
+  const Draw none, unmarked = [](WqDc *dc) { SetPixel(dc->hdc, 15, 15, 0xFF); };
+  const Draw marked = [&](WqDc *dc) { WqDcDraw_FillRect(&dc->draw, &square, WQ_COLOR_GREEN); };
+  const Colours old(5, kOld), green = {kOld, 0xFF00, 0xFF00, kOld, kOld}, red = {kOld, 0xFF, kOld, kOld, kOld};
+  // clang-format off
+  const struct { Draw draw; bool background; RECT part; Colours seen; } rows[] = {
+      {marked, false, part, green}, {marked, false, {0, 0, 18, 18}, {0xFF00, 0xFF00, kOld, kOld, kOld}},
+      {unmarked, false, kAll, old}, {none, false, kAll, old}, {marked, true, part, green},
+      {none, true, {13, 0, 16, 18}, red}, {unmarked, true, {13, 0, 16, 18}, red}};
+  // clang-format on
+  for (const auto &row : rows) {
+    SCOPED_TRACE(&row - rows);
+    Window &wnd = made(nullptr, {100, 100, 150, 150});
+    int passes = 0;
+    if (row.background) WqWnd_Ds(&wnd, WQ_DS_BKGRND), WqWnd_BkgrndBitmap(&wnd, 3, &size, &at);
+    if (!row.draw) WqWnd_UserProc(&wnd, nullptr);
+    wnd.on = [&](const WqMsg &msg) {
+      EXPECT_NE(msg.msg, uint32_t{WM_PAINT});
+      if (msg.msg != WQM_PAINT) return 0;
+      auto *dc = reinterpret_cast<WqDc *>(msg.wParam);
+      RECT all = {};
+      GetClipBox(dc->hdc, &all);
+      EXPECT_TRUE(msg.hwnd == wnd.hwnd && msg.lParam == 0 && dc->wnd == &wnd && rectText(all) == rectText(kAll));
+      EXPECT_TRUE(dc->hdc != dc->paint.hdc && rectText(dc->paint.rcPaint) == rectText(row.part) &&
+                  dc->draw.zoom == 1.0);
+      EXPECT_TRUE(GetBkMode(dc->hdc) == TRANSPARENT && dc->draw.drawn == (row.background ? 1u : 0u));
+      EXPECT_EQ(SelectPalette(dc->hdc, wqMain.palette.handle, FALSE), wqMain.palette.handle);
+      return ++passes, row.draw(dc), 0;
+    };
+    EXPECT_EQ(painted(wnd, row.part), row.seen);
+    EXPECT_EQ(passes, row.draw ? 1 : 0);
+    EXPECT_FALSE(GetUpdateRect(wnd.hwnd, nullptr, FALSE)) << "painted, whatever was drawn";
+    endAll();
+  }
+}
+
+TEST_F(PaintTest, APassEndsWellWhateverTheUserProcedureDoes) {
+  Window &wnd = made(nullptr, {100, 100, 150, 150}), &gone = made(nullptr, {200, 100, 250, 150});
+  int passes = 0;
+  const auto draw = [&](const WqMsg &msg) {
+    auto *dc = reinterpret_cast<WqDc *>(msg.wParam);
+    WqDcDraw_InitLine(&dc->draw, 5, 0xFF0000FF), WqDcDraw_FillRect(&dc->draw, &kAll, 0xFFFF0000); // made for the pass
+    WqDcDraw_FillRect(&dc->draw, &kAll, WQ_COLOR_RED);
+    return ++passes;
+  };
+  wnd.result = 9;
+  wnd.on = [&](const WqMsg &msg) {
+    if (msg.msg != WQM_PAINT) return 0;
+    if (passes == 0) draw(msg), InvalidateRect(wnd.hwnd, nullptr, FALSE), UpdateWindow(wnd.hwnd); // a pass within
+    return draw(msg);
+  };
+  EXPECT_EQ(painted(wnd, kAll), Colours(5, 0xFF));
+  EXPECT_TRUE(passes == 3 && SendMessageA(wnd.hwnd, WM_PAINT, 0, 0) == 0) << "whatever the user procedure answers";
+  gone.on = [&](const WqMsg &msg) { return msg.msg == WQM_PAINT && (draw(msg), DestroyWindow(gone.hwnd)) ? 1 : 0; };
+  painted(gone, kAll);
+  EXPECT_TRUE(gone.hwnd == nullptr && passes == 5);
+}
