@@ -26,16 +26,22 @@ class Library {
   Library &operator=(const Library &) = delete;
 };
 
-// Reads and measures a file. What was opened and refused goes to the log.
+// Tells of a file that was opened or refused, and logs it.
+// refused: why; empty when it was opened.
+bool taken(const std::string &file, const Recording &recording, const std::string &refused) {
+  if (refused.empty()) {
+    WqLog_Print("opened %s: %u frames", file.c_str(), static_cast<unsigned>(recording.foundFrames()));
+    return true;
+  }
+  WqLog_Print("refused %s: %s", file.c_str(), refused.c_str());
+  complain(file + ": " + refused);
+  return false;
+}
+
+// Reads and measures a file.
 std::optional<Report> open(const std::string &file) {
   Recording recording;
-  const std::string refused = recording.load(file.c_str());
-  if (!refused.empty()) {
-    WqLog_Print("refused %s: %s", file.c_str(), refused.c_str());
-    complain(file + ": " + refused);
-    return std::nullopt;
-  }
-  WqLog_Print("opened %s: %u frames", file.c_str(), static_cast<unsigned>(recording.frames()));
+  if (!taken(file, recording, recording.load(file.c_str()))) return std::nullopt;
   return measure(file, recording);
 }
 
@@ -88,17 +94,31 @@ int report(const Options &options) {
   return !files.empty() && reports.size() == files.size() ? EXIT_SUCCESS : kFailed;
 }
 
-// What is shown of an opened file: a window, or without a display its report.
+// The name behind the last folder.
+std::string nameIn(const std::string &path) {
+  char folder[MAX_PATH] = "";
+  const size_t length = path.size() < sizeof folder ? static_cast<size_t>(WqDir_GetFromPath(path.c_str(), folder)) : 0;
+  return length > 0 && length + 1 < path.size() ? path.substr(length + 1) : path;
+}
+
+// Shows a file in a window, or writes a picture of that.
 // viewer: takes the viewer, whose window objects have to stay until the library ends.
-bool show(const Options &options, const Report &told, Settings &settings, std::unique_ptr<Viewer> &viewer) {
-  if (options.snapshot.empty() && !platformHasDisplay()) {
-    printReport(told, stdout);
-    return true;
-  }
-  viewer = std::make_unique<Viewer>(told.name, settings);
+bool showWindow(const Options &options, const std::string &file, Settings &settings, std::unique_ptr<Viewer> &viewer) {
+  Scene scene;
+  if (!taken(file, scene.recording, scene.recording.open(file.c_str()))) return false;
+  scene.name = nameIn(file);
+  scene.startZoom = options.zoom;
+  scene.startTime = options.at;
+  viewer = std::make_unique<Viewer>(scene, settings);
   if (options.snapshot.empty() ? viewer->run() : viewer->snapshot(options.snapshot, options.size)) return true;
   complain(options.snapshot.empty() ? "no window could be opened" : options.snapshot + ": cannot write");
   return false;
+}
+
+bool showReport(const std::string &file) {
+  const std::optional<Report> told = open(file);
+  if (told) printReport(*told, stdout);
+  return told.has_value();
 }
 
 // Shows one file, and remembers it with its range for the next time.
@@ -108,8 +128,9 @@ int view(const Options &options, Settings &settings, std::unique_ptr<Viewer> &vi
   if (!options.files.empty()) settings.lastFile = fullName(options.files[0]);
   if (settings.lastFile.empty()) return askWhich();
   WqUnit_SetRange(settings.range);
-  const std::optional<Report> told = open(options.files.empty() ? settings.lastFile : options.files[0]);
-  if (!told || !show(options, *told, settings, viewer)) return kFailed;
+  const std::string &file = options.files.empty() ? settings.lastFile : options.files[0];
+  const bool hasWindow = !options.snapshot.empty() || platformHasDisplay();
+  if (!(hasWindow ? showWindow(options, file, settings, viewer) : showReport(file))) return kFailed;
   if (!settings.save(options.settings)) complain("the settings could not be kept");
   return EXIT_SUCCESS;
 }

@@ -5,12 +5,12 @@
 #include <string_view>
 
 const char *const kUsage =
-    "Usage: levelview [--range VOLTS] [FILE.wav]\n"
-    "       levelview --snapshot OUT.png [--size WxH] FILE.wav\n"
+    "Usage: levelview [--range VOLTS] [--zoom FACTOR] [--at SECONDS] [FILE.wav]\n"
+    "       levelview --snapshot OUT.png [--size WxH] [--zoom FACTOR] [--at SECONDS] FILE.wav\n"
     "       levelview --report [--range VOLTS] [FILE.wav|FOLDER]...\n"
     "       levelview --make FILE.wav\n"
     "\n"
-    "Shows the levels of WAV files (integer PCM, 8, 16 or 32 bits, one or two channels).\n"
+    "Shows wave and levels of WAV files (integer PCM, 8, 16 or 32 bits, one or two channels).\n"
     "Without a file it takes the one it showed last, with its range. Where there is no display to\n"
     "show a window on, it prints a report instead.\n"
     "\n"
@@ -19,23 +19,30 @@ const char *const kUsage =
     "  --range VOLTS    the level that full scale stands for, 1.0 if not given\n"
     "  --snapshot FILE  write a picture of the window, in PNG format, and show nothing\n"
     "  --size WxH       width and height of the picture, 800x480 if not given\n"
+    "  --zoom FACTOR    begin with a part of the file: with 2 a half of it, with 10 a tenth\n"
+    "  --at SECONDS     begin with this time in the middle\n"
     "  --make           write a test signal: a tone on the first channel, a sweep on the second\n"
     "  --log FILE       write a log of what was opened and refused\n"
     "  --settings FILE  keep settings there instead of in the user's folder for settings\n"
     "  --help           print this text\n"
     "  --version        print the version\n"
     "\n"
+    "In the window the wheel zooms about the mouse, and moves with the shift key; a drag moves. Keys: left, right,\n"
+    "page up and down, home and end move, + and - zoom, escape closes.\n"
+    "\n"
     "Exit status: 0 when all files were shown or written, 1 when not, 2 for a wrong command line.\n";
 
 namespace {
 
-bool readVolts(std::string_view text, std::optional<double> &volts) {
+bool readNumber(std::string_view text, double &number) {
   double value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value) || value <= 0) return false;
-  volts = value;
+  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value) || value < 0) return false;
+  number = value;
   return true;
 }
+
+bool readPositive(std::string_view text, double &number) { return readNumber(text, number) && number > 0; }
 
 bool readSize(std::string_view text, SIZE &size) {
   LONG sides[2] = {0, 0};
@@ -66,16 +73,18 @@ std::string readValue(std::string_view name, const char *value, Options &options
     std::string_view name;
     const char *needs;
     std::string *text;
-  } rows[] = {{"--range", "a number of volts", nullptr},
-              {"--size", "a width and a height, as in 800x480", nullptr},
-              {"--log", "a file", &options.log},
-              {"--settings", "a file", &options.settings},
+  } rows[] = {{"--range", "a number of volts", nullptr},  {"--zoom", "a factor", nullptr},
+              {"--at", "a number of seconds", nullptr},   {"--size", "a width and a height, as in 800x480", nullptr},
+              {"--log", "a file", &options.log},          {"--settings", "a file", &options.settings},
               {"--snapshot", "a file", &options.snapshot}};
   for (const auto &row : rows) {
     if (name != row.name) continue;
     if (!value || *value == '\0') return std::string(name) + " needs " + row.needs;
     if (row.text) *row.text = value;
-    if (name == "--range" && !readVolts(value, options.range)) return "not a range in volts: " + std::string(value);
+    if (name == "--range" && !readPositive(value, options.range.emplace()))
+      return "not a range in volts: " + std::string(value);
+    if (name == "--zoom" && !readPositive(value, options.zoom)) return "not a factor: " + std::string(value);
+    if (name == "--at" && !readNumber(value, options.at.emplace())) return "not a time: " + std::string(value);
     if (name == "--size" && !readSize(value, options.size)) return "not a size: " + std::string(value);
     return {};
   }

@@ -14,10 +14,12 @@ struct Options {
   Mode mode = Mode::view;
   std::optional<double> range; // volts that full scale stands for
   std::vector<std::string> files;
-  std::string log;        // where the event log goes at the end; empty for nowhere
-  std::string settings;   // another settings file than the usual one
-  std::string snapshot;   // where a picture of the window goes instead of the window; empty for nowhere
-  SIZE size = {800, 480}; // of the picture
+  std::string log;          // where the event log goes at the end; empty for nowhere
+  std::string settings;     // another settings file than the usual one
+  std::string snapshot;     // where a picture of the window goes instead of the window; empty for nowhere
+  SIZE size = {800, 480};   // of the picture
+  double zoom = 1;          // what the view begins with: 2 shows a half of the file,
+  std::optional<double> at; // in seconds, in the middle
 };
 
 // Reads the arguments, which come in the library's encoding.

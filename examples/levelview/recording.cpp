@@ -7,18 +7,8 @@
 
 namespace {
 
-class WavStream {
- public:
-  explicit WavStream(bool header) { WqSoundFileWav_init(&wav_, header, 0); }
-  ~WavStream() { WqSoundFileWav_close(&wav_); }
-  WavStream(const WavStream &) = delete;
-  WavStream &operator=(const WavStream &) = delete;
-  WqSoundFileWav *operator->() { return &wav_; }
-  WqSoundFileWav *get() { return &wav_; }
-
- private:
-  WqSoundFileWav wav_;
-};
+constexpr uint32_t kPiece = 1u << 20; // bytes
+const char *const kTooMany = "too many samples for the memory";
 
 std::string number(uint32_t value) { return std::to_string(value); }
 
@@ -53,22 +43,49 @@ uint32_t bytesLeft(std::FILE *file, uint32_t limit) {
 
 } // namespace
 
-std::string Recording::load(const char *fileName) {
-  WavStream header(true);
-  if (!WqSoundFileWav_open(header.get(), fileName)) return refusal(fileName);
-  const uint32_t frameSize = header->bits / 8u * header->channels;
-  if (header->blockAlign != frameSize)
-    return "block align " + number(header->blockAlign) + " with " + number(header->bits) + " bits and " +
-           number(header->channels) + " channels";
-  declaredBytes_ = header->dataSize;
-  foundBytes_ = bytesLeft(header->file, declaredBytes_);
-  if (foundBytes_ < frameSize) return "no samples";
+std::string Recording::readHeader(const char *fileName) {
+  if (!WqSoundFileWav_open(file_.get(), fileName)) return refusal(fileName);
+  const uint32_t frameSize = file_->bits / 8u * file_->channels;
+  if (file_->blockAlign != frameSize)
+    return "block align " + number(file_->blockAlign) + " with " + number(file_->bits) + " bits and " +
+           number(file_->channels) + " channels";
+  declaredBytes_ = file_->dataSize;
+  foundBytes_ = bytesLeft(file_->file, declaredBytes_);
+  return foundBytes_ < frameSize ? "no samples" : "";
+}
 
+bool Recording::makeRoom() {
+  return WqPcmBuf_Alloc(&samples_, file_->sampleRate, foundBytes_ / file_->blockAlign, file_->bits, file_->channels);
+}
+
+std::string Recording::load(const char *fileName) {
+  const std::string refused = readHeader(fileName);
+  if (!refused.empty()) return refused;
   WqPcmBuf_ReadWavFile(&samples_, fileName);
   if (samples_.data) return {};
   // A header can promise more than memory holds; the file itself may still be small.
-  if (!WqPcmBuf_Alloc(&samples_, header->sampleRate, foundBytes_ / frameSize, header->bits, header->channels))
-    return "too many samples for the memory";
-  samples_.writePos += WqSoundFileWav_read(header.get(), samples_.data, samples_.byteSize);
+  if (!makeRoom()) return kTooMany;
+  while (readPiece()) {}
   return {};
+}
+
+std::string Recording::open(const char *fileName) {
+  const std::string refused = readHeader(fileName);
+  if (!refused.empty()) return refused;
+  return makeRoom() ? "" : kTooMany;
+}
+
+bool Recording::readPiece() {
+  const uint32_t size = static_cast<uint32_t>(std::min<ptrdiff_t>(samples_.endPos - samples_.writePos, kPiece));
+  samples_.writePos += WqSoundFileWav_read(file_.get(), samples_.writePos, size);
+  return samples_.writePos < samples_.endPos && !std::feof(file_->file) && !std::ferror(file_->file);
+}
+
+int32_t Recording::value(uint32_t frame, size_t channel) const {
+  const uint8_t *at = samples_.data + (static_cast<size_t>(frame) * channels() + channel) * (samples_.bits / 8);
+  switch (samples_.bits) {
+  case 8: return sampleAt<1>(at);
+  case 16: return sampleAt<2>(at);
+  default: return sampleAt<4>(at);
+  }
 }

@@ -9,15 +9,6 @@ namespace {
 
 constexpr uint32_t kStride = 1u << 20; // frames between two looks at the clock
 
-// A sample as a signed number. Samples are little-endian; those of 8 bits count from 128.
-template <size_t bytes> int64_t sampleAt(const uint8_t *at) {
-  if constexpr (bytes == 1) return static_cast<int64_t>(*at) - 128;
-  uint32_t sum = 0;
-  for (size_t i = 0; i < bytes; ++i) sum |= static_cast<uint32_t>(at[i]) << 8 * i;
-  if constexpr (bytes == 2) return static_cast<int16_t>(sum);
-  return static_cast<int32_t>(sum);
-}
-
 template <size_t bytes> Levels measureChannel(const Recording &recording, size_t channel, Progress &progress) {
   const size_t channels = recording.samples().channels;
   const uint8_t *at = recording.samples().data + bytes * channel;

@@ -1,101 +1,96 @@
 #include "viewer.h"
 
-#include "terminal.h"
+#include "loader.h"
+
+#include <cmath>
 
 namespace {
 
-constexpr SIZE kUsual = {800, 480};
-constexpr SIZE kSmallest = {320, 200};
 constexpr SIZE kLargest = {16384, 16384};
-constexpr LONG kLevelsWidth = 120;
-constexpr LONG kStatusHeight = 24;
+constexpr double kNotch = 1.25; // zoom of the wheel
+constexpr double kKey = 2;      // and of the keys
 
-// The name behind the last folder.
-std::string nameIn(const std::string &path) {
-  char folder[MAX_PATH] = "";
-  const size_t length = path.size() < sizeof folder ? static_cast<size_t>(WqDir_GetFromPath(path.c_str(), folder)) : 0;
-  return length > 0 && length + 1 < path.size() ? path.substr(length + 1) : path;
-}
-
-// Fills a window's client area, in answer to WM_ERASEBKGND.
-void fill(const WqWnd *wnd, WPARAM dc, COLORREF color) {
-  RECT area;
-  GetClientRect(wnd->hwnd, &area);
-  const HBRUSH brush = CreateSolidBrush(color);
-  FillRect(reinterpret_cast<HDC>(dc), &area, brush);
-  DeleteObject(brush);
-}
-
-bool isOnScreen(const RECT &place) {
+bool isOnScreen(const RECT &place, const SIZE &smallest) {
   SIZE screen;
   WqSys_ScreenRes(&screen);
   const RECT whole = {0, 0, screen.cx, screen.cy};
   const POINT corner = {place.left, place.top};
-  return place.right - place.left >= kSmallest.cx && place.bottom - place.top >= kSmallest.cy &&
+  return place.right - place.left >= smallest.cx && place.bottom - place.top >= smallest.cy &&
          WqRect_IsIn(&whole, &corner);
 }
 
 } // namespace
 
-Viewer::Viewer(const std::string &file, Settings &settings) : frame_{}, parts_{}, settings_(settings) {
-  frame_.viewer = this;
+Viewer::Viewer(Scene &scene, Settings &settings)
+    : scene_(scene), settings_(settings), frame_(this), status_(&frame_.wnd, scene, look_),
+      levels_(&frame_.wnd, scene, look_), overview_(&frame_.wnd, scene, look_, *this),
+      wave_(&frame_.wnd, scene, look_, *this) {
   WqWnd &wnd = frame_.wnd;
-  WqWnd_Init(&wnd);
   WqWnd_ID(&wnd, WQ_ID_QUIT);
   WqWnd_Style(&wnd, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN);
-  WqWnd_Title(&wnd, (nameIn(file) + " - levelview").c_str());
+  WqWnd_Title(&wnd, (scene.name + " - levelview").c_str());
   WqWnd_UserProc(&wnd, frameProc);
-  const RECT smallest = {0, 0, kSmallest.cx, kSmallest.cy};
+  const RECT smallest = {0, 0, look_.smallest.cx, look_.smallest.cy};
   const RECT largest = {0, 0, kLargest.cx, kLargest.cy};
   WqWnd_Min(&wnd, &smallest);
   WqWnd_Max(&wnd, &largest);
-  wnd.rect = {0, 0, kUsual.cx, kUsual.cy};
+  wnd.rect = {0, 0, look_.usual.cx, look_.usual.cy};
   WqRect_Center(&wnd.rect, nullptr);
-  if (isOnScreen(settings.place)) wnd.rect = settings.place;
+  if (isOnScreen(settings.place, look_.smallest)) wnd.rect = settings.place;
   // creation counts the right and bottom edges in
   --wnd.rect.right;
   --wnd.rect.bottom;
-
-  parts_[wave].color = RGB(16, 24, 32);
-  parts_[levels].color = RGB(40, 52, 64);
-  parts_[status].color = GetSysColor(COLOR_BTNFACE);
+  placePanes();
 }
 
-void Viewer::addPart(Part part) {
-  WqWnd &wnd = parts_[part].wnd;
-  WqWnd_Init(&wnd);
-  WqWnd_Parent(&wnd, &frame_.wnd);
-  WqWnd_Style(&wnd, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS);
-  WqWnd_UserProc(&wnd, partProc);
+// Each pane is snapped to the frame and to those made before it.
+void Viewer::placePanes() {
+  WqWnd &status = *status_.wnd(), &levels = *levels_.wnd(), &overview = *overview_.wnd(), &wave = *wave_.wnd();
+  status.rect = {0, 0, 0, look_.status - 1};
+  WqWnd_Ds(&status, WQ_DS_KEEP_H);
+  WqWnd_SnapL(&status, nullptr);
+  WqWnd_SnapR(&status, nullptr);
+  WqWnd_SnapB(&status, nullptr);
+
+  levels.rect = {0, 0, look_.levels - 1, 0};
+  WqWnd_Ds(&levels, WQ_DS_KEEP_W);
+  WqWnd_SnapT(&levels, nullptr);
+  WqWnd_SnapR(&levels, nullptr);
+  WqWnd_SnapB(&levels, &status);
+
+  overview.rect = {0, 0, 0, look_.overview - 1};
+  WqWnd_Ds(&overview, WQ_DS_KEEP_H);
+  WqWnd_SnapL(&overview, nullptr);
+  WqWnd_SnapR(&overview, &levels);
+  WqWnd_SnapB(&overview, &status);
+
+  WqWnd_SnapL(&wave, nullptr);
+  WqWnd_SnapT(&wave, nullptr);
+  WqWnd_SnapR(&wave, &levels);
+  WqWnd_SnapB(&wave, &overview);
 }
 
 bool Viewer::open() {
   if (!WqWnd_Create(&frame_.wnd)) return false;
   WqMain_Config(frame_.wnd.hwnd);
-  for (const Part part : {wave, levels, status}) addPart(part);
+  for (Pane *pane : {static_cast<Pane *>(&status_), static_cast<Pane *>(&levels_), static_cast<Pane *>(&overview_),
+                     static_cast<Pane *>(&wave_)})
+    if (!WqWnd_Create(pane->wnd())) return false;
+  return true;
+}
 
-  WqWnd &bar = parts_[status].wnd;
-  bar.rect = {0, 0, 0, kStatusHeight - 1};
-  WqWnd_Ds(&bar, WQ_DS_KEEP_H);
-  WqWnd_SnapL(&bar, nullptr);
-  WqWnd_SnapR(&bar, nullptr);
-  WqWnd_SnapB(&bar, nullptr);
-
-  WqWnd &strip = parts_[levels].wnd;
-  strip.rect = {0, 0, kLevelsWidth - 1, 0};
-  WqWnd_Ds(&strip, WQ_DS_KEEP_W);
-  WqWnd_SnapT(&strip, nullptr);
-  WqWnd_SnapR(&strip, nullptr);
-  WqWnd_SnapB(&strip, &bar);
-
-  WqWnd &area = parts_[wave].wnd;
-  WqWnd_SnapL(&area, nullptr);
-  WqWnd_SnapT(&area, nullptr);
-  WqWnd_SnapR(&area, &strip);
-  WqWnd_SnapB(&area, &bar);
-
-  for (const Part part : {status, levels, wave})
-    if (!WqWnd_Create(&parts_[part].wnd)) return false;
+// Reads the recording. Between two pieces the window answers the user.
+// Result: whether the window is still there.
+bool Viewer::load() {
+  Loader loader(scene_);
+  for (uint32_t shown = 0; loader.step();) {
+    if (scene_.percent != shown) wave_.invalidate();
+    shown = scene_.percent;
+    WqWnd_WaitQueEmpty();
+    if (!frame_.wnd.hwnd) return false;
+  }
+  levels_.measure();
+  show(scene_.visible);
   return true;
 }
 
@@ -103,6 +98,7 @@ bool Viewer::run() {
   if (!open()) return false;
   WqWnd_Show(&frame_.wnd, 1);
   if (settings_.maximized) ShowWindow(frame_.wnd.hwnd, SW_SHOWMAXIMIZED);
+  if (!load()) return true;
   WqMsgLp loop;
   WqMsgLp_Init(&loop);
   WqMsgLp_Start(&loop);
@@ -115,12 +111,27 @@ bool Viewer::snapshot(const std::string &pictureFile, const SIZE &size) {
   frame_.wnd.rect = {0, 0, rect.right - rect.left - 1, rect.bottom - rect.top - 1};
   if (!open()) return false;
   WqWnd_Show(&frame_.wnd, 1);
+  const bool loaded = load();
   WqWnd_WaitQueEmpty();
-  const bool written = platformSavePicture(frame_.wnd.hwnd, pictureFile.c_str());
+  const bool written = loaded && platformSavePicture(frame_.wnd.hwnd, pictureFile.c_str());
   const Settings kept = settings_; // the picture's window is not the user's
   WqWnd_Show(&frame_.wnd, 0);
   settings_ = kept;
   return written;
+}
+
+void Viewer::show(const Visible &visible) {
+  scene_.visible = visible;
+  wave_.invalidate();
+  overview_.invalidate();
+  status_.invalidate();
+}
+
+void Viewer::point(std::optional<LONG> pointer) {
+  if (pointer == scene_.pointer || !scene_.ready()) return;
+  wave_.movePointer(scene_.pointer, pointer);
+  scene_.pointer = pointer;
+  status_.movePointer();
 }
 
 void Viewer::rememberPlace() {
@@ -131,22 +142,51 @@ void Viewer::rememberPlace() {
   settings_.maximized = placement.showCmd == SW_SHOWMAXIMIZED;
 }
 
+void Viewer::zoomAt(double factor, LONG pixel) {
+  Visible visible = scene_.visible;
+  visible.zoom(factor, pixel);
+  show(visible);
+}
+
+// Zooms about the mouse, and with the shift key moves.
+void Viewer::turnWheel(const WqWheel &wheel) {
+  if (wheel.keys & MK_SHIFT) {
+    Visible visible = scene_.visible;
+    visible.scroll(visible.width() / 10.0 * wheel.notches);
+    return show(visible);
+  }
+  zoomAt(std::pow(kNotch, -wheel.notches), wave_.pixelAt({wheel.x, wheel.y}));
+}
+
+// Result: whether the key means something here.
+bool Viewer::pressKey(WPARAM key) {
+  Visible visible = scene_.visible;
+  const double width = visible.width();
+  const LONG held = scene_.pointer.value_or(visible.width() / 2);
+  switch (key) {
+  case VK_ESCAPE: PostMessageA(frame_.wnd.hwnd, WM_CLOSE, 0, 0); return true;
+  case VK_LEFT: visible.scroll(-width / 10); break;
+  case VK_RIGHT: visible.scroll(width / 10); break;
+  case VK_PRIOR: visible.scroll(-width); break;
+  case VK_NEXT: visible.scroll(width); break;
+  case VK_HOME: visible.moveTo(0); break;
+  case VK_END: visible.moveTo(visible.frames()); break;
+  case VK_ADD:
+  case VK_OEM_PLUS: visible.zoom(kKey, held); break;
+  case VK_SUBTRACT:
+  case VK_OEM_MINUS: visible.zoom(1 / kKey, held); break;
+  default: return false;
+  }
+  show(visible);
+  return true;
+}
+
 int32_t Viewer::frameProc(WqWnd *wnd, WqMsg *msg) {
   Viewer &viewer = *reinterpret_cast<Frame *>(wnd)->viewer;
   switch (msg->msg) {
   case WM_DESTROY: viewer.rememberPlace(); return 0;
-  case WQM_KEY:
-    if (msg->wParam != VK_ESCAPE) return 0;
-    PostMessageA(wnd->hwnd, WM_CLOSE, 0, 0);
-    wnd->result = 1;
-    return 1;
+  case WQM_WHEEL: viewer.turnWheel(*reinterpret_cast<const WqWheel *>(msg->wParam)); return 0;
+  case WQM_KEY: return wnd->result = viewer.pressKey(msg->wParam);
   default: return 0;
   }
-}
-
-int32_t Viewer::partProc(WqWnd *wnd, WqMsg *msg) {
-  if (msg->msg != WM_ERASEBKGND) return 0;
-  fill(wnd, msg->wParam, reinterpret_cast<Strip *>(wnd)->color);
-  wnd->result = 1;
-  return 1;
 }

@@ -1,41 +1,55 @@
-// The viewer's window: a wave area, a strip for levels on its right, a status strip along the bottom.
+// The viewer's window: the wave with an overview below it, levels on its right, a status strip along the bottom.
 #pragma once
 
+#include "level_view.h"
+#include "look.h"
+#include "overview.h"
+#include "scene.h"
 #include "settings.h"
-#include "wq.h"
+#include "status_view.h"
+#include "wave_view.h"
 
 #include <string>
 
-class Viewer {
+class Viewer : private Control {
  public:
-  // file: in the library's encoding. settings: give the place of the window, and take it when the window ends.
-  Viewer(const std::string &file, Settings &settings);
+  // scene: with an opened recording; the viewer looks at it as long as there is a window. settings: give the place of the
+  // window, and take it when the window ends.
+  Viewer(Scene &scene, Settings &settings);
   Viewer(const Viewer &) = delete;
   Viewer &operator=(const Viewer &) = delete;
 
-  // Shows the window until the user closes it. Result: whether there was a window.
+  // Shows the window, reads the recording, and stays until the user closes the window, which may be while it is read.
+  // Result: whether there was a window.
   bool run();
   // Writes a picture of the window with a client area of this size, without waiting for anybody.
   // Result: whether the picture was written.
   bool snapshot(const std::string &pictureFile, const SIZE &size);
 
  private:
-  enum Part { wave, levels, status, partCount };
+  void show(const Visible &visible) override;
+  void point(std::optional<LONG> pointer) override;
 
+  void placePanes();
   bool open();
-  void addPart(Part part);
+  bool load();
   void rememberPlace();
+  void zoomAt(double factor, LONG pixel);
+  void turnWheel(const WqWheel &wheel);
+  bool pressKey(WPARAM key);
   static int32_t frameProc(WqWnd *wnd, WqMsg *msg);
-  static int32_t partProc(WqWnd *wnd, WqMsg *msg);
 
+  Scene &scene_;
+  Settings &settings_;
+  const Look look_;
   // Window objects stay where they are until the library ends, so the viewer stays too.
   struct Frame {
+    explicit Frame(Viewer *owner) : viewer(owner) { WqWnd_Init(&wnd); }
     WqWnd wnd; // first, so that the window object leads to the viewer
     Viewer *viewer;
   } frame_;
-  struct Strip {
-    WqWnd wnd;
-    COLORREF color;
-  } parts_[partCount];
-  Settings &settings_;
+  StatusView status_;
+  LevelView levels_;
+  Overview overview_;
+  WaveView wave_;
 };

@@ -1,0 +1,43 @@
+#include "lane.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double kDotsFrom = 1.0 / 8; // frames per pixel, and fewer
+
+} // namespace
+
+Lane::Lane(const Scene &scene, const Look &look, size_t channel, const RECT &area)
+    : scene_(scene), look_(look), channel_(channel), area_(area) {}
+
+LONG Lane::yOf(double sample) const { return middle() - rounded(sample * half() / scene_.recording.fullScale()); }
+
+void Lane::drawColumns(WqDc &dc, LONG from, const Columns &columns, Colour colour) const {
+  WqDcDraw_InitLine(&dc.draw, 1, colour);
+  LONG x = area_.left + from;
+  for (const Extents &extents : columns) {
+    const Extent &extent = extents[channel_];
+    const POINT top = {x, yOf(extent.high)}, bottom = {x, yOf(extent.low) + 1}; // a line leaves its last pixel out
+    if (!extent.empty()) WqDcDraw_Line(&dc.draw, &top, &bottom);
+    ++x;
+  }
+}
+
+void Lane::drawSamples(WqDc &dc, LONG from, LONG to) const {
+  const Visible &visible = scene_.visible;
+  const double last = visible.frames() - 1.0;
+  const auto frameAt = [&](double frame) { return static_cast<uint32_t>(std::clamp(frame, 0.0, last)); };
+  const uint32_t first = frameAt(visible.frameAt(from) - 1), end = frameAt(visible.frameAt(to) + 2);
+  std::vector<POINT> points;
+  for (uint32_t frame = first; frame <= end; ++frame)
+    points.push_back({area_.left + rounded(visible.pixelOf(frame)), yOf(scene_.recording.value(frame, channel_))});
+  WqDcDraw_InitLine(&dc.draw, 1, colourRms);
+  WqDcDraw_PolyLine(&dc.draw, points.data(), static_cast<int32_t>(points.size()));
+  if (visible.framesPerPixel() > kDotsFrom) return;
+  for (const POINT &point : points) {
+    const LONG left = point.x - look_.dot / 2, top = point.y - look_.dot / 2;
+    fill(dc, {left, top, left + look_.dot, top + look_.dot}, colourDot);
+  }
+}

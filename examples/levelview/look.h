@@ -1,0 +1,68 @@
+// How the viewer looks: colours and fonts, entered in the library's registries, and sizes, which are the same on paper
+// and on every display: they are worked out from millimetres and points.
+#pragma once
+
+#include "wq.h"
+
+#include <string>
+
+enum Colour : uint32_t {
+  colourGround = 1, // round the lanes
+  colourLane,
+  colourGrid,
+  colourCentre, // the line of silence
+  colourPeak,
+  colourRms,
+  colourDot,    // a sample
+  colourCursor, // the mouse's line
+  colourPanel,
+  colourEdge, // between panes
+  colourText,
+  colourDimText,
+  colourTick,
+  colourHidden, // what of the overview is not in the window
+  colourClip,   // full scale is reached
+};
+
+enum Font : uint32_t { fontText = 1, fontBold };
+
+// In pixels.
+struct Look {
+  Look(); // enters the colours and fonts
+
+  LONG digit; // the width of a digit
+  LONG line;  // the height of a line of text
+  LONG gap;
+  LONG tick; // the long ones of a ruler
+  LONG shortTick;
+  LONG dot;        // of a sample
+  LONG ruler;      // the height of each of those above the wave
+  LONG levelRuler; // the width of those beside it
+  LONG overview;
+  LONG levels;
+  LONG status;
+  SIZE usual; // of the window
+  SIZE smallest;
+};
+
+// The nearest pixel.
+LONG rounded(double value);
+
+// A rectangle by its edges, without width or height where these cross.
+RECT box(LONG left, LONG top, LONG right, LONG bottom);
+
+// What two rectangles share; without width or height when that is nothing.
+RECT common(const RECT &rect, const RECT &bound);
+
+void fill(WqDc &dc, const RECT &rect, Colour colour);
+// Straight lines one pixel wide, with both ends.
+void horizontal(WqDc &dc, LONG left, LONG right, LONG y, Colour colour);
+void vertical(WqDc &dc, LONG x, LONG top, LONG bottom, Colour colour);
+// One line of text in the middle of a rectangle's height.
+// align: DT_LEFT, DT_CENTER or DT_RIGHT.
+void write(WqDc &dc, const std::string &text, const RECT &rect, UINT align, Colour colour = colourText,
+           Font font = fontText);
+LONG widthOf(WqDc &dc, const std::string &text, Font font = fontText);
+
+// A text as printf makes it.
+std::string format(const char *form, ...) WQ_PRINTF(1, 2);

@@ -1,0 +1,88 @@
+#include "status_view.h"
+
+#include "rulers.h"
+
+#include <cmath>
+
+StatusView::StatusView(WqWnd *parent, const Scene &scene, const Look &look)
+    : Pane(parent), scene_(scene), look_(look) {}
+
+RECT StatusView::row(LONG index) const {
+  const LONG top = look_.gap + index * (look_.line + look_.gap);
+  return box(2 * look_.gap, top, client().right - 2 * look_.gap, top + look_.line);
+}
+
+void StatusView::movePointer() {
+  const RECT first = row(0);
+  invalidate(&first);
+}
+
+void StatusView::paint(WqDc &dc, const RECT &) {
+  const RECT whole = client();
+  fill(dc, whole, colourPanel);
+  horizontal(dc, 0, whole.right - 1, 0, colourEdge);
+  if (!scene_.ready()) return;
+  const RECT first = row(0), second = row(1);
+  LONG x = first.left;
+  if (scene_.pointer && scene_.recording.frames() > 0) {
+    for (const Cell &cell : underPointer()) {
+      const LONG right = x + widthOf(dc, cell.widest);
+      write(dc, cell.text, box(x, first.top, right, first.bottom), DT_RIGHT);
+      x = right + 2 * look_.digit;
+    }
+  } else {
+    const std::string hint = "wheel, +, -: zoom   drag, arrows: move";
+    write(dc, hint, first, DT_LEFT, colourDimText);
+    x += widthOf(dc, hint) + 2 * look_.digit;
+  }
+  write(dc, range(), second, DT_LEFT);
+  const auto onTheRight = [&](const std::string &text, const RECT &row, LONG left) {
+    if (widthOf(dc, text) <= row.right - left) write(dc, text, row, DT_RIGHT, colourDimText);
+  };
+  onTheRight(sound(), first, x);
+  onTheRight(length(), second, second.left + widthOf(dc, range()) + 2 * look_.digit);
+}
+
+std::vector<StatusView::Cell> StatusView::underPointer() const {
+  const Recording &recording = scene_.recording;
+  const uint32_t frame = scene_.visible.nearest(*scene_.pointer);
+  const TimeUnit unit = timeUnit(recording.seconds());
+  const auto time = [&](double seconds) { return timeText(seconds, unit, 3) + " " + timeUnitName(unit); };
+  std::vector<Cell> cells = {
+      {time(frame / recording.rate()), time(recording.seconds())},
+      {format("#%u", static_cast<unsigned>(frame)), format("#%u", static_cast<unsigned>(recording.frames()))}};
+  const double range = WqUnit_GetRange();
+  for (size_t channel = 0; channel < recording.channels(); ++channel) {
+    const double volts = recording.value(frame, channel) / recording.fullScale() * range;
+    if (recording.channels() > 1) cells.push_back({format("ch%u", static_cast<unsigned>(channel + 1)), "ch1"});
+    cells.push_back({format("%.5f V", volts), format("%.5f V", -range)});
+    cells.push_back({levelText(WqUnit_VTodBV(std::fabs(volts))) + " dBV", "-88.88 dBV"});
+    cells.push_back({format("%.2f %%", WqUnit_RetRange_Power(volts) * 100), "-100.00 %"});
+  }
+  return cells;
+}
+
+std::string StatusView::range() const {
+  const Visible &visible = scene_.visible;
+  const double rate = scene_.recording.rate();
+  const TimeUnit unit = timeUnit(scene_.recording.seconds());
+  const auto time = [&](double frame) { return timeText(frame / rate, unit, unit == TimeUnit::milliseconds ? 1 : 3); };
+  const double step = visible.framesPerPixel();
+  return time(visible.start()) + " to " + time(visible.end()) + " " + timeUnitName(unit) +
+         format("   zoom %.*f   ", visible.factor() < 100 ? 1 : 0, visible.factor()) +
+         (step >= 1 ? format("%.*f samples/pixel", step < 100 ? 1 : 0, step) : format("%.1f pixels/sample", 1 / step));
+}
+
+std::string StatusView::sound() const {
+  const WqPcmBuf &samples = scene_.recording.samples();
+  return format("%u Hz   %u bits   %s", static_cast<unsigned>(samples.sampleRate), static_cast<unsigned>(samples.bits),
+                samples.channels == 1 ? "mono" : "stereo");
+}
+
+std::string StatusView::length() const {
+  const Recording &recording = scene_.recording;
+  const TimeUnit unit = timeUnit(recording.seconds());
+  const bool cut = recording.foundBytes() < recording.declaredBytes();
+  return format("%u samples   ", static_cast<unsigned>(recording.frames())) + timeText(recording.seconds(), unit, 3) +
+         " " + timeUnitName(unit) + (cut ? "   cut short" : "");
+}
