@@ -9,7 +9,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <vector>
 
 namespace {
@@ -20,17 +19,6 @@ using Seconds = std::chrono::duration<double>;
 constexpr Seconds kAll(0.2);
 constexpr Seconds kSample(0.02); // long beside the clock's steps
 constexpr size_t kSamples = 9;   // at least
-
-constexpr struct {
-  const char *name;
-  double (*measure)();
-} kSubjects[] = {
-    {"layout of 1,000 windows in a chain", layoutChain},
-    {"layout of 1,000 windows round one", layoutStar},
-    {"message posted, got, dispatched", message},
-    {"child window created, destroyed", childWindow},
-    {"tick of 10,000 timers", timerTick},
-};
 
 Seconds timeOf(const std::function<void()> &work, int iterations) {
   const auto start = Clock::now();
@@ -62,12 +50,15 @@ void require(bool isWell, const char *what) {
 }
 
 int main(int argc, char **argv) {
-  for (const auto &subject : kSubjects) {
-    if (argc > 1 && !std::strstr(subject.name, argv[1])) continue;
+  std::vector<Subject> subjects;
+  addWindows(subjects);
+  addDrawing(subjects);
+  for (const Subject &subject : subjects) {
+    if (argc > 1 && subject.name.find(argv[1]) == std::string::npos) continue;
     WqMain_Init(GetModuleHandleA(nullptr));
     const double seconds = subject.measure();
     WqMain_Term();
-    std::printf("%s\t%.9g\n", subject.name, seconds);
+    std::printf("%s\t%.9g\n", subject.name.c_str(), seconds);
     std::fflush(stdout);
   }
 }

@@ -79,8 +79,6 @@ double layoutWave(int (*targetOf)(int index)) {
   return seconds;
 }
 
-} // namespace
-
 double layoutChain() {
   return layoutWave([](int index) { return index - 1; });
 }
@@ -149,4 +147,14 @@ double timerTick() {
   require(ticked == kTimers, "a timer has missed the tick");
   WqTimer_Stop();
   return seconds;
+}
+
+} // namespace
+
+void addWindows(std::vector<Subject> &subjects) {
+  subjects.push_back({"layout of 1,000 windows in a chain", layoutChain});
+  subjects.push_back({"layout of 1,000 windows round one", layoutStar});
+  subjects.push_back({"message posted, got, dispatched", message});
+  subjects.push_back({"child window created, destroyed", childWindow});
+  subjects.push_back({"tick of 10,000 timers", timerTick});
 }
