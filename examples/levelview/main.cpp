@@ -106,7 +106,7 @@ std::string nameIn(const std::string &path) {
 bool showWindow(const Options &options, const std::string &file, Settings &settings, std::unique_ptr<Viewer> &viewer) {
   Scene scene;
   if (!taken(file, scene.recording, scene.recording.open(file.c_str()))) return false;
-  scene.name = nameIn(file);
+  scene.name = nameIn(fullName(file));
   scene.startZoom = options.zoom;
   scene.startTime = options.at;
   viewer = std::make_unique<Viewer>(scene, settings);
