@@ -38,7 +38,7 @@ need() {
 }
 
 # What everything is built with, and a font that has Japanese characters.
-compiler=(cmake ninja-build g++ qt6-base-dev fonts-ipafont-gothic)
+compiler=(cmake ninja-build g++ qt6-base-dev libfontconfig-dev libfreetype-dev fonts-ipafont-gothic)
 
 # build PRESET TARGET [CMAKE_OPTION...]: configures and builds below build/PRESET.
 build() {
