@@ -1,6 +1,8 @@
 // Copying and combining rectangles of pixels. A ternary raster operation is a table of eight bits: the bit 4 x pattern +
 // 2 x source + destination is the result.
 
+#include "platform/desktop/drawing/blits.h"
+
 #include "platform/desktop/drawing/dc.h"
 #include "platform/desktop/drawing/raster.h"
 #include "platform/desktop/lock.h"
@@ -85,6 +87,12 @@ struct Extent {
 
 struct Box {
   Extent x, y;
+
+  bool empty() const { return x.length == 0 || y.length == 0; }
+  QRect rect() const {
+    const auto edge = [](int64_t value) { return static_cast<LONG>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX)); };
+    return rectOf({edge(x.from), edge(y.from), edge(x.from + x.length), edge(y.from + y.length)});
+  }
 };
 
 int sum(int a, int b) { return static_cast<int>(std::clamp<int64_t>(int64_t{a} + b, INT32_MIN, INT32_MAX)); }
@@ -102,16 +110,21 @@ class Way {
     int64_t first, last;
   };
 
-  Way(const Extent &to, const Extent &from) : to_(to), from_(from), flipped_(to.flipped != from.flipped) {}
+  Way(const Extent &to, const Extent &from) : to_(to), from_(from) {}
 
-  bool straight() const { return to_.length == from_.length && !flipped_; }
+  bool straight() const { return to_.length == from_.length && to_.flipped == from_.flipped; }
   int64_t shift() const { return from_.from - to_.from; }
   // The pixels of the source that come together in one; a single one, again and again, where the source is shorter.
   Range source(int64_t at) const {
-    const int64_t step = at - to_.from;
-    const int64_t first = stepsTo(step), last = std::max(first, stepsTo(step + 1) - 1);
+    const int64_t step = to_.flipped ? to_.from + to_.length - 1 - at : at - to_.from;
+    Range range{};
+    if (from_.length > to_.length)
+      range = {startOf(step), startOf(step + 1) - 1};
+    else
+      range.first = range.last = ((2 * step + 1) * from_.length - 1) / (2 * to_.length);
     const int64_t end = from_.from + from_.length - 1;
-    return flipped_ ? Range{end - last, end - first} : Range{from_.from + first, from_.from + last};
+    if (from_.flipped) return {end - range.last, end - range.first};
+    return {from_.from + range.first, from_.from + range.last};
   }
   // The first and the last place whose source lies within bounds; none when the first comes behind the last.
   std::pair<int, int> within(int first, int last, int sourceFirst, int sourceLast) const {
@@ -126,16 +139,21 @@ class Way {
   }
 
  private:
-  int64_t stepsTo(int64_t step) const { return step * from_.length / to_.length; }
+  // Where the part of the source begins that a step stands for, rounded to the nearest pixel. What comes together in a
+  // single pixel is, to the platform, all but the last one.
+  int64_t startOf(int64_t step) const {
+    if (to_.length == 1 && !to_.flipped) return step * (from_.length - 1);
+    return (2 * step * from_.length + to_.length) / (2 * to_.length);
+  }
 
   Extent to_, from_;
-  bool flipped_;
 };
 
 // Colours on their way between one bit and more. To one bit, the source's background colour becomes white and all others
 // black; from one bit, white becomes the destination's background colour and black its text colour.
 class Conversion {
  public:
+  Conversion() = default;
   Conversion(const Dc &to, bool toMono, const Dc &from)
       : fromMono_(from.kind == Dc::Kind::memory && from.bitmap.object->bits == 1), toMono_(toMono),
         black_(toQt(to.textColor)), white_(toQt(to.bkColor)), key_(toQt(from.bkColor)) {}
@@ -148,8 +166,8 @@ class Conversion {
   }
 
  private:
-  const bool fromMono_, toMono_;
-  const QRgb black_, white_, key_;
+  bool fromMono_ = false, toMono_ = false;
+  QRgb black_ = 0, white_ = 0, key_ = 0;
 };
 
 class Blit {
@@ -213,12 +231,9 @@ void moveRows(const Canvas &canvas, const QRect &part, QPoint shift) {
 }
 
 // A raster operation of pattern and destination is one of the sixteen of pens.
-bool fillBox(Dc &dc, const Box &box, unsigned table) {
-  const auto edge = [](int64_t value) { return static_cast<LONG>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX)); };
-  const QRect area =
-      rectOf({edge(box.x.from), edge(box.y.from), edge(box.x.from + box.x.length), edge(box.y.from + box.y.length)});
-  const std::optional<Canvas> canvas =
-      dc.canvas(usesDestination(table) || dc.brush.object->style != BS_SOLID ? QRect() : area);
+bool fillBox(Dc &dc, const QRect &area, unsigned table) {
+  const bool covers = !usesDestination(table) && (!usesPattern(table) || dc.brush.object->style == BS_SOLID);
+  const std::optional<Canvas> canvas = dc.canvas(covers ? area : QRect());
   if (!canvas) return true;
   std::optional<Ink> ink = usesPattern(table) ? inkOf(dc, *canvas, *dc.brush.object) : Ink();
   if (!ink) return true;
@@ -229,34 +244,49 @@ bool fillBox(Dc &dc, const Box &box, unsigned table) {
 }
 
 bool blitBox(Dc &dc, const Box &to, Dc &source, const Box &from, unsigned table) {
-  const Way across(to.x, from.x), down(to.y, from.y);
   QImage *const image = source.image();
   if (!image) return false;
-  const std::optional<Canvas> canvas = dc.canvas();
-  if (!canvas || to.x.length * to.y.length * from.x.length * from.y.length == 0) return true;
-  std::optional<Ink> pattern = inkOf(dc, *canvas, *dc.brush.object);
-  if (!pattern) pattern = Ink();
+  if (to.empty() || from.empty()) return true;
+  const QRect bounds = source.bounds();
+  const bool covers = table == kCopy && bounds.contains(from.rect());
+  const std::optional<Canvas> canvas = dc.canvas(covers ? to.rect() : QRect());
+  if (!canvas) return true;
 
-  const QRect clip = canvas->clip->boundingRect(), bounds = source.bounds();
+  const Way across(to.x, from.x), down(to.y, from.y);
+  const QRect clip = canvas->clip->boundingRect();
   const auto [left, right] = across.within(clip.left(), clip.right(), bounds.left(), bounds.right());
   const auto [top, bottom] = down.within(clip.top(), clip.bottom(), bounds.top(), bounds.bottom());
   const QRect area(QPoint(left, top), QPoint(right, bottom));
   if (area.isEmpty()) return true;
 
+  const Ink pattern = inkOf(dc, *canvas, *dc.brush.object).value_or(Ink());
   const Conversion conversion(dc, canvas->mono, source);
   if (image != dc.image()) {
-    Blit(*canvas, *image, across, down, conversion).draw(area, table, *pattern);
+    Blit(*canvas, *image, across, down, conversion).draw(area, table, pattern);
   } else if (table == kCopy && across.straight() && down.straight() && canvas->clip->rectCount() == 1) {
     moveRows(*canvas, area, QPoint(static_cast<int>(across.shift()), static_cast<int>(down.shift())));
   } else {
     const QImage before = image->copy();
-    Blit(*canvas, before, across, down, conversion).draw(area, table, *pattern);
+    Blit(*canvas, before, across, down, conversion).draw(area, table, pattern);
   }
   dc.drawn(area);
   return true;
 }
 
 } // namespace
+
+void stretch(const QImage &from, QImage &to) {
+  const QRegion all(to.rect());
+  const Canvas canvas{reinterpret_cast<QRgb *>(to.bits()),
+                      to.bytesPerLine() / qsizetype{sizeof(QRgb)},
+                      to.rect(),
+                      &all,
+                      QPoint(),
+                      false};
+  const Conversion none;
+  const Way across({0, to.width()}, {0, from.width()}), down({0, to.height()}, {0, from.height()});
+  Blit(canvas, from, across, down, none).draw(to.rect(), kCopy, Ink());
+}
 
 } // namespace platform
 
@@ -276,6 +306,6 @@ BOOL PatBlt(HDC dc, int x, int y, int width, int height, DWORD operation) {
   const unsigned table = tableOf(operation);
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     const auto context = dcOf(dc);
-    return context && !usesSource(table) && fillBox(*context, boxOf(*context, x, y, width, height), table);
+    return context && !usesSource(table) && fillBox(*context, boxOf(*context, x, y, width, height).rect(), table);
   });
 }
