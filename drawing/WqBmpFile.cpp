@@ -62,9 +62,11 @@ bool read(Bytes file, uint64_t at, void *value, size_t size) {
   return true;
 }
 
-// Result: the bytes that a run-length coded picture takes; 0 when it doesn't end, or leaves its rectangle.
+// Result: the bytes that a run-length coded picture takes; 0 when it doesn't end, or leaves its rectangle. Some programs
+// fill each row up to four pixels; what is too much the platform leaves out.
 size_t codedSize(Bytes codes, const BITMAPINFOHEADER &header) {
-  const auto width = static_cast<uint64_t>(header.biWidth), height = static_cast<uint64_t>(header.biHeight);
+  const uint64_t width = (static_cast<uint64_t>(header.biWidth) + 3) / 4 * 4;
+  const auto height = static_cast<uint64_t>(header.biHeight);
   uint64_t x = 0, y = 0;
   for (size_t at = 0; at + 2 <= codes.size() && x <= width && y <= height;) {
     const uint32_t count = codes[at], code = codes[at + 1];
@@ -72,7 +74,7 @@ size_t codedSize(Bytes codes, const BITMAPINFOHEADER &header) {
     if (count > 0 || code > 2) { // one colour repeated, or colours one by one, filled up to a word
       const uint32_t pixels = count > 0 ? count : code;
       x += pixels;
-      if (x > width || y == height) return 0;
+      if (y == height) return 0;
       if (count == 0) at += (size_t{pixels} * header.biBitCount + 15) / 16 * 2;
     } else if (code == 0) { // the end of a row
       x = 0;
@@ -105,7 +107,7 @@ bool holdsPicture(Bytes pixels, BITMAPINFOHEADER *header) {
 }
 
 bool isKnown(const BITMAPINFOHEADER &header) {
-  if (header.biSize < kPlainInfo || header.biWidth <= 0 || header.biHeight == 0 || header.biPlanes != 1) return false;
+  if (header.biSize < kPlainInfo || header.biWidth <= 0 || header.biHeight == 0 || header.biPlanes == 0) return false;
   const WORD bits = header.biBitCount;
   switch (header.biCompression) {
   case BI_RGB: return bits == 1 || bits == 4 || bits == 8 || bits == 16 || bits == 24 || bits == 32;

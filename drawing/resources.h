@@ -44,7 +44,7 @@ WQ_API void WqPen_Term(WqPen *pen);
  * style: the platform's PS_... width: in logical units. colour: a colour value. */
 WQ_API void WqPen_Param(WqPen *pen, uint32_t style, uint32_t width, uint32_t colour);
 
-/* Makes the pen. */
+/* Makes the pen; handle is null when that fails. */
 WQ_API void WqPen_Create(WqPen *pen);
 
 /* Deletes the pen, if it was made. */
@@ -73,7 +73,7 @@ WQ_API void WqBrush_Init(WqBrush *brush);
  * style: WQ_BRUSH_... colour: a colour value. */
 WQ_API void WqBrush_Param(WqBrush *brush, int32_t style, uint32_t colour);
 
-/* Makes the brush; with another style than the two nothing happens. */
+/* Makes the brush; handle is null when that fails. With another style than the two nothing happens. */
 WQ_API void WqBrush_Create(WqBrush *brush);
 
 /* Both delete the brush, if it was made. */

@@ -35,8 +35,9 @@ Columns loudParts(const Columns &columns, const Peaks &peaks, const Visible &vis
   const double beside = std::max(rate / kSteady / visible.framesPerPixel() - 1, 0.0) / 2; // pixels
   for (Extents &part : parts) {
     const uint32_t first = frameAt(visible, from - beside), end = frameAt(visible, ++from + beside);
-    const Extents around = peaks.of(first, end);
-    for (size_t channel = 0; channel < part.size() && first < end; ++channel) {
+    if (first == end) continue;
+    const Extents around = beside > 0 ? peaks.of(first, end) : part;
+    for (size_t channel = 0; channel < part.size(); ++channel) {
       const auto rms = static_cast<int32_t>(std::lround(WqMath_Sqrt(around[channel].squares / (end - first))));
       part[channel].low = std::max(part[channel].low, -rms);
       part[channel].high = std::min(part[channel].high, rms);

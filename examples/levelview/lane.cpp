@@ -16,12 +16,12 @@ LONG Lane::yOf(double sample) const { return middle() - rounded(sample * half() 
 
 void Lane::drawColumns(WqDc &dc, LONG from, const Columns &columns, Colour colour) const {
   WqDcDraw_InitLine(&dc.draw, 1, colour);
-  LONG x = area_.left + from;
-  for (const Extents &extents : columns) {
-    const Extent &extent = extents[channel_];
+  for (size_t i = 0; i < columns.size(); ++i) {
+    const Extent &extent = columns[i][channel_];
+    if (extent.empty()) continue;
+    const LONG x = area_.left + from + static_cast<LONG>(i);
     const POINT top = {x, yOf(extent.high)}, bottom = {x, yOf(extent.low) + 1}; // a line leaves its last pixel out
-    if (!extent.empty()) WqDcDraw_Line(&dc.draw, &top, &bottom);
-    ++x;
+    WqDcDraw_Line(&dc.draw, &top, &bottom);
   }
 }
 

@@ -54,7 +54,7 @@ Look::Look() {
   shortTick = millimetres(0.7);
   dot = millimetres(1) | 1; // an odd number has a middle
   ruler = line + shortTick;
-  levelRuler = 5 * digit + tick + gap;
+  levelRuler = std::max(5 * digit + tick, widthOf(dc, "sample")) + 2 * gap;
   overview = millimetres(7);
   levels = std::max<LONG>(millimetres(32), 15 * digit + 4 * gap);
   status = 2 * line + 3 * gap;

@@ -1,5 +1,5 @@
-// How the viewer looks: colours and fonts, entered in the library's registries, and sizes, which are the same on paper
-// and on every display: they are worked out from millimetres and points.
+// How the viewer looks: colours and fonts, entered in the library's registries, and sizes. These come from millimetres
+// and points, so that a display with smaller pixels gets more of them.
 #pragma once
 
 #include "wq.h"

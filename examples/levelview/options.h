@@ -18,8 +18,8 @@ struct Options {
   std::string settings;     // another settings file than the usual one
   std::string snapshot;     // where a picture of the window goes instead of the window; empty for nowhere
   SIZE size = {800, 480};   // of the picture
-  double zoom = 1;          // what the view begins with: 2 shows a half of the file,
-  std::optional<double> at; // in seconds, in the middle
+  double zoom = 1;          // the view begins with all of the file, with a half of it for 2,
+  std::optional<double> at; // and with this second in its middle
 };
 
 // Reads the arguments, which come in the library's encoding.

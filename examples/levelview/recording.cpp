@@ -62,10 +62,12 @@ std::string Recording::load(const char *fileName) {
   const std::string refused = readHeader(fileName);
   if (!refused.empty()) return refused;
   WqPcmBuf_ReadWavFile(&samples_, fileName);
-  if (samples_.data) return {};
-  // A header can promise more than memory holds; the file itself may still be small.
-  if (!makeRoom()) return kTooMany;
-  while (readPiece()) {}
+  if (!samples_.data) {
+    // A header can promise more than memory holds; the file itself may still be small.
+    if (!makeRoom()) return kTooMany;
+    while (readPiece()) {}
+  }
+  WqSoundFileWav_close(file_.get());
   return {};
 }
 
@@ -77,8 +79,11 @@ std::string Recording::open(const char *fileName) {
 
 bool Recording::readPiece() {
   const uint32_t size = static_cast<uint32_t>(std::min<ptrdiff_t>(samples_.endPos - samples_.writePos, kPiece));
-  samples_.writePos += WqSoundFileWav_read(file_.get(), samples_.writePos, size);
-  return samples_.writePos < samples_.endPos && !std::feof(file_->file) && !std::ferror(file_->file);
+  const uint32_t count = WqSoundFileWav_read(file_.get(), samples_.writePos, size);
+  samples_.writePos += count;
+  const bool more = count == size && samples_.writePos < samples_.endPos;
+  if (!more) WqSoundFileWav_close(file_.get());
+  return more;
 }
 
 int32_t Recording::value(uint32_t frame, size_t channel) const {

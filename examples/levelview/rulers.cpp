@@ -112,7 +112,7 @@ Ticks frameTicks(const Visible &visible, LONG digit) {
 
 Ticks percentTicks(LONG half, LONG line) {
   Ticks ticks;
-  const double step = half > 0 ? roundStep(150.0 * line / half) : 1000;
+  const double step = half > 0 ? roundStep(std::max(150.0 * line / half, 1.0)) : 1000;
   for (double percent = 0; percent <= 100; percent += step)
     for (const double sign : {1.0, -1.0}) {
       if (percent == 0 && sign < 0) continue;
@@ -148,9 +148,10 @@ Ticks scaleTicks(double top, double bottom, LONG height, LONG line) {
 
 void drawTicks(WqDc &dc, const Look &look, const RECT &row, LONG left, const Ticks &ticks) {
   for (const Tick &tick : ticks) {
-    const LONG x = left + tick.at;
+    const LONG x = left + tick.at, text = x + look.gap;
     const bool isLong = !tick.label.empty();
     vertical(dc, x, isLong ? row.top : row.bottom - look.shortTick, row.bottom - 1, colourTick);
-    if (isLong) write(dc, tick.label, box(x + look.gap, row.top, row.right, row.bottom - look.shortTick), DT_LEFT);
+    if (isLong && text + static_cast<LONG>(tick.label.size()) * look.digit <= row.right) // no label is cut
+      write(dc, tick.label, box(text, row.top, row.right, row.bottom - look.shortTick), DT_LEFT);
   }
 }

@@ -28,7 +28,7 @@ void StatusView::paint(WqDc &dc, const RECT &) {
     for (const Cell &cell : underPointer()) {
       const LONG right = x + widthOf(dc, cell.widest);
       write(dc, cell.text, box(x, first.top, right, first.bottom), DT_RIGHT);
-      x = right + 2 * look_.digit;
+      x = right + look_.digit;
     }
   } else {
     const std::string hint = "wheel, +, -: zoom   drag, arrows: move";
@@ -46,15 +46,13 @@ void StatusView::paint(WqDc &dc, const RECT &) {
 std::vector<StatusView::Cell> StatusView::underPointer() const {
   const Recording &recording = scene_.recording;
   const uint32_t frame = scene_.visible.nearest(*scene_.pointer);
-  const TimeUnit unit = timeUnit(recording.seconds());
-  const auto time = [&](double seconds) { return timeText(seconds, unit, 3) + " " + timeUnitName(unit); };
-  std::vector<Cell> cells = {
-      {time(frame / recording.rate()), time(recording.seconds())},
-      {format("#%u", static_cast<unsigned>(frame)), format("#%u", static_cast<unsigned>(recording.frames()))}};
+  const auto number = [](uint32_t value) { return format("#%u", static_cast<unsigned>(value)); };
+  std::vector<Cell> cells = {{fineTime(frame / recording.rate()), fineTime(recording.seconds())},
+                             {number(frame), number(recording.frames())}};
   const double range = WqUnit_GetRange();
   for (size_t channel = 0; channel < recording.channels(); ++channel) {
     const double volts = recording.value(frame, channel) / recording.fullScale() * range;
-    if (recording.channels() > 1) cells.push_back({format("ch%u", static_cast<unsigned>(channel + 1)), "ch1"});
+    if (recording.channels() > 1) cells.push_back({format("ch%u", static_cast<unsigned>(channel + 1)), "   ch1"});
     cells.push_back({format("%.5f V", volts), format("%.5f V", -range)});
     cells.push_back({levelText(WqUnit_VTodBV(std::fabs(volts))) + " dBV", "-88.88 dBV"});
     cells.push_back({format("%.2f %%", WqUnit_RetRange_Power(volts) * 100), "-100.00 %"});
@@ -62,15 +60,20 @@ std::vector<StatusView::Cell> StatusView::underPointer() const {
   return cells;
 }
 
+// Fine enough to tell samples apart.
+std::string StatusView::fineTime(double seconds, bool withUnit) const {
+  const TimeUnit unit = timeUnit(scene_.recording.seconds());
+  const std::string text = timeText(seconds, unit, unit == TimeUnit::milliseconds ? 3 : 5);
+  return withUnit ? text + " " + timeUnitName(unit) : text;
+}
+
 std::string StatusView::range() const {
   const Visible &visible = scene_.visible;
-  const double rate = scene_.recording.rate();
-  const TimeUnit unit = timeUnit(scene_.recording.seconds());
-  const auto time = [&](double frame) { return timeText(frame / rate, unit, unit == TimeUnit::milliseconds ? 1 : 3); };
-  const double step = visible.framesPerPixel();
-  return time(visible.start()) + " to " + time(visible.end()) + " " + timeUnitName(unit) +
+  const double rate = scene_.recording.rate(), density = visible.framesPerPixel();
+  return fineTime(visible.start() / rate, false) + " to " + fineTime(visible.end() / rate) +
          format("   zoom %.*f   ", visible.factor() < 100 ? 1 : 0, visible.factor()) +
-         (step >= 1 ? format("%.*f samples/pixel", step < 100 ? 1 : 0, step) : format("%.1f pixels/sample", 1 / step));
+         (density >= 1 ? format("%.*f samples/pixel", density < 100 ? 1 : 0, density)
+                       : format("%.1f pixels/sample", 1 / density));
 }
 
 std::string StatusView::sound() const {
@@ -81,8 +84,7 @@ std::string StatusView::sound() const {
 
 std::string StatusView::length() const {
   const Recording &recording = scene_.recording;
-  const TimeUnit unit = timeUnit(recording.seconds());
   const bool cut = recording.foundBytes() < recording.declaredBytes();
-  return format("%u samples   ", static_cast<unsigned>(recording.frames())) + timeText(recording.seconds(), unit, 3) +
-         " " + timeUnitName(unit) + (cut ? "   cut short" : "");
+  return format("%u samples   ", static_cast<unsigned>(recording.frames())) + fineTime(recording.seconds()) +
+         (cut ? "   cut short" : "");
 }

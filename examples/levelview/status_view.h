@@ -23,6 +23,7 @@ class StatusView : public Pane {
   void paint(WqDc &dc, const RECT &dirty) override;
   RECT row(LONG index) const;
   std::vector<Cell> underPointer() const;
+  std::string fineTime(double seconds, bool withUnit = true) const;
   std::string range() const;
   std::string sound() const;
   std::string length() const;

@@ -122,6 +122,7 @@ bool Viewer::snapshot(const std::string &pictureFile, const SIZE &size) {
 
 void Viewer::show(const Visible &visible) {
   scene_.visible = visible;
+  if (scene_.pointer >= visible.width()) scene_.pointer.reset(); // the window has shrunk
   wave_.invalidate();
   overview_.invalidate();
   status_.invalidate();

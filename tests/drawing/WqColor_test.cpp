@@ -13,13 +13,12 @@ static Colours platformEntries(HPALETTE palette) {
 }
 
 TEST_F(WqColorTest, IdsStandForColours) {
-  EXPECT_EQ(
-      (Colours{WqColor_Neutral(0, 0xFFFFFF), WqColor_Neutral(0xFF000001, 2), WqColor_Neutral(0x10FF20, 0x300022)}),
-      (Colours{0x027F7F7F, 0x02000001, 0x02207F21}));
+  const auto middle = WqColor_Neutral;
+  EXPECT_EQ((Colours{middle(0, 0xFFFFFF), middle(0xFF000001, 2), middle(0x10FF20, 0x300022)}),
+            (Colours{0x027F7F7F, 0x02000001, 0x02207F21}));
   EXPECT_EQ((Colours{WqColor_BW(0xFFFFFF), WqColor_BW(0xFF0000FF), WqColor_BW(0xFF00), WqColor_BW(0xFF0000)}),
             (Colours{0x02FFFFFF, 0x024C4C4C, 0x02999999, 0x02191919}));
   const COLORREF face = GetSysColor(15), shadow = GetSysColor(16), light = GetSysColor(13), dark = GetSysColor(21);
-  const auto middle = WqColor_Neutral;
   const COLORREF s171 = middle(face, light), s173 = middle(0xFFFFFF, light), s172 = middle(s171, s173);
   Colours expected = {0x02000000, 0x02FFFFFF, 0x020000FF, 0x0200FFFF, 0x0200FF00, 0x02FFFF00, 0x02FF0000, 0x02FF00FF,
                       0x02808080, 0x02C0C0C0, 0x02000080, 0x02008080, 0x02008000, 0x02808000, 0x02800000, 0x02800080};
@@ -31,8 +30,7 @@ TEST_F(WqColorTest, IdsStandForColours) {
   EXPECT_TRUE(WqColorTbl_Get(0xFF112233) == 0x112233 && WqColorTbl_Get(0x12345681) == 0x02FFFFFF);
 
   const uint32_t blocks = wqMain.allocCount;
-  WqColorTbl_Insert(0x12345605, 0x55AABBCC), WqColorTbl_Insert(5, 0x02010203),
-      WqColorTbl_Insert(0x12345605, 0x66DDEEFF);
+  WqColorTbl_Insert(5, 0x02010203), WqColorTbl_Insert(0x12345605, 0x66DDEEFF);
   EXPECT_EQ(WqColorTbl_Get(5), 0x66DDEEFFu);
   EXPECT_EQ(reinterpret_cast<WqColorEntry *>(WqHash_FindData(&wqMain.colorTbl, 5)->data)->id, 0x12345605u);
   WqColorTbl_Remove(128), WqColorTbl_Remove(6), WqColorTbl_Remove(0x105);
@@ -56,8 +54,7 @@ TEST_F(WqColorTest, PalettesFindAndAddColours) {
   EXPECT_TRUE(WqColorPal_Add(&palette, 0x600000) == -1 && WqColorPal_Add(&palette, 0x112233) == -1);
   WqColorPal_Create(&palette);
   const Colours made = platformEntries(palette.handle);
-  EXPECT_TRUE(palette.count == 10 && made.size() == 10 && made[7] == 0x112233)
-      << "added colours are not the platform's";
+  EXPECT_TRUE(palette.count == 10 && made.size() == 10 && made[7] == 0x112233) << "without what was added";
   WqColorPal_Term(&palette), WqColorPal_Term(&palette);
   EXPECT_EQ(palette.handle, nullptr);
 }
@@ -77,8 +74,7 @@ TEST_F(WqColorTest, PalettesComeFromFiles) {
     palette.baseCount = palette.count = 77, palette.entries[1].rgbRed = 9, palette.entries[9].rgbRed = 9;
     writeFile(name, bmpFile({1, 1, row.bits, row.used, BI_RGB, greys})), WqColorPal_Bmp(&palette, name.c_str());
     EXPECT_TRUE(palette.count == row.count && palette.baseCount == row.count) << row.bits << ' ' << row.used;
-    EXPECT_EQ(palette.entries[1].rgbRed, row.count == 77 ? 9 : 0xE0);
-    EXPECT_EQ(palette.entries[9].rgbRed, row.count == 77 ? 9 : 0) << "behind the end of the file";
+    EXPECT_EQ(palette.entries[1].rgbRed + palette.entries[9].rgbRed, row.count == 77 ? 18 : 0xE0) << "or black";
   }
   const std::string whole = bmpFile({1, 1, 8, 8, BI_RGB, greys});
   for (size_t size = 0; size <= whole.size(); ++size) { // at first none, at last the whole
@@ -86,19 +82,19 @@ TEST_F(WqColorTest, PalettesComeFromFiles) {
     WqColorPal_Bmp(&palette, (size == 0 ? name + "x" : name).c_str());
     EXPECT_EQ(palette.count, size < 54 ? 0u : 8u) << size;
   }
-  const COLORREF face = GetSysColor(15), shadow = GetSysColor(16), white = 0xFFFFFF, dark = GetSysColor(21);
+  const COLORREF face = GetSysColor(15), shadow = GetSysColor(16), white = 0xFFFFFF;
   const COLORREF light = GetSysColor(20) == white ? WqColor_Neutral(face, white) : GetSysColor(20);
-  Colours looks = {WqColor_Neutral(light, white), light,   face, 0x111111, WqColor_Neutral(face, shadow), shadow,
-                   WqColor_Neutral(shadow, dark), 0xE6E6E6};
+  const COLORREF between = WqColor_Neutral(face, shadow), dark = WqColor_Neutral(shadow, GetSysColor(21));
+  Colours looks = {WqColor_Neutral(light, white), light, face, 0x111111, between, shadow, dark, 0xE6E6E6};
   for (COLORREF &colour : looks) colour &= white;
   WqColorPal_Create(&palette);
   EXPECT_EQ(platformEntries(palette.handle)[0], looks[6]) << "all six taken for entry 0";
   for (int again = 0; again < 2; ++again) { // the entries keep the greys
     WqColorPal_InitReplace(&palette), WqColorPal_Create(&palette);
     EXPECT_EQ(platformEntries(palette.handle), looks);
-    EXPECT_TRUE(palette.replace[5].index == 6 && palette.replace[0].colour >> 24 == 2 &&
-                palette.replace[1].colour >> 24 == 2);
+    EXPECT_TRUE(palette.replace[0].colour >> 24 == 2 && palette.replace[1].colour >> 24 == 2);
   }
+  palette.replace[3].index = 5000, WqColorPal_Create(&palette); // an index of nothing
   palette.count = 2, WqColorPal_InitReplace(&palette), WqColorPal_Term(&palette);
   EXPECT_TRUE(palette.replace[1].index == 1 && palette.replace[2].index == -1);
 }

@@ -29,20 +29,21 @@ TEST_F(WqDcTest, EachModeGetsAndGivesBackItsContext) {
   // clang-format on
   for (const auto &[mode, kind, clip] : rows)
     for (int i = 0; i < 4; ++i) {
-      const bool owned = i & 1, paints = mode == kPaint, none = kind == unknown, released = i & 2 || paints;
+      const bool owned = i & 1, released = i & 2, paints = mode == kPaint, none = kind == unknown;
       const bool got = kind == display || (kind == window && owned);
       WqDc one;
-      WqDc_Init(&one, owned ? &wnd : nullptr), one.hdc = canvas, one.mode = none ? mode : 0;
+      WqDc_Init(&one, owned ? &wnd : nullptr), one.hdc = one.paint.hdc = canvas, one.mode = none ? mode : 0;
       ValidateRect(wnd.hwnd, nullptr), InvalidateRect(wnd.hwnd, &part, FALSE), WqDc_Get(&one, mode);
       EXPECT_TRUE(one.mode == mode && (one.hdc == canvas) == none && (one.hdc != nullptr) == (got || none)) << mode;
       EXPECT_TRUE(!got || clip.empty() || clipOf(one.hdc) == clip) << mode;
+      EXPECT_TRUE(!paints || one.paint.hdc == one.hdc);
       EXPECT_EQ(GetUpdateRect(wnd.hwnd, nullptr, FALSE), !(paints && got));
-      if (paints && got && i & 2) WqDc_EndPaint(&one); // which leaves the record as it is
-      EXPECT_EQ(one.hdc == one.paint.hdc && one.hdc, paints && got) << mode;
+      if (paints && got && !released) WqDc_EndPaint(&one); // which leaves the record as it is
       if (released) WqDc_Release(&one);
       EXPECT_EQ(one.hdc && one.mode == mode, none || (got && !released)) << mode;
       if (none) one.hdc = nullptr;
-      WqDc_Term(&one); // gives back what was not released
+      WqDc_Term(&one); // gives back what was not released, but for a paint
+      EXPECT_EQ(one.hdc != nullptr, paints && got && !released) << mode;
     }
   DestroyWindow(top.hwnd);
 }
@@ -70,23 +71,21 @@ TEST_F(WqDcTest, UnitsConvert) {
 #define STEM(name) WqDcMap_##name, WqDcMap_##name##_SIZE, WqDcMap_##name##_POINT, WqDcMap_##name##_RECT
   const struct {
     int32_t (*one)(const WqDcMap *, int32_t);
-    void (*size)(const WqDcMap *, SIZE *), (*point)(const WqDcMap *, POINT *), (*rect)(const WqDcMap *, RECT *);
-    std::vector<std::array<int32_t, 2>> values;
+    void (*toSize)(const WqDcMap *, SIZE *), (*toPoint)(const WqDcMap *, POINT *), (*toRect)(const WqDcMap *, RECT *);
+    RECT from; std::string to;
   } stems[] = {
-      {STEM(MmToPix), {{2540, 96}, {100, 4}, {1, 1}, {0, 0}, {-100, -3}, {79, 3}}},
-      {STEM(PixToMm), {{3, 79}, {96, 2540}, {1, 26}, {-1, -26}}}, {STEM(MmToPoint), {{2540, 72}, {100, 2}, {-100, -2}}},
-      {STEM(PixToPoint), {{96, 72}, {1, 0}, {10, 7}, {-10, -7}}}, {STEM(PointToPix), {{72, 96}, {3, 4}, {-1, -1}}},
-      {STEM(PointToMm), {{72, 2540}, {1, 35}, {-1, -35}}}};
+      {STEM(MmToPix), {2540, 100, -100, 79}, "96,4,-3,3"}, {STEM(PixToMm), {3, 96, 1, -1}, "79,2540,26,-26"},
+      {STEM(MmToPoint), {2540, 100, -100, 1}, "72,2,-2,0"}, {STEM(PixToPoint), {96, 1, 10, -10}, "72,0,7,-7"},
+      {STEM(PointToPix), {72, 3, -1, 1}, "96,4,-1,1"}, {STEM(PointToMm), {72, 1, -1, 3}, "2540,35,-35,105"}};
   // clang-format on
-  for (const auto &[one, toSize, toPoint, toRect, values] : stems) {
-    for (const auto &[value, converted] : values) EXPECT_EQ(one(&map, value), converted) << value;
-    SIZE size = {1001, -37};
-    POINT point = {777, -1234};
-    RECT rect = {-999, 888, 12345, -5678};
-    const RECT expected = {one(&map, -999), one(&map, 888), one(&map, 12345), one(&map, -5678)};
+  for (const auto &[one, toSize, toPoint, toRect, from, to] : stems) {
+    RECT rect = from;
+    SIZE size = {from.left, from.top};
+    POINT point = {from.right, from.bottom};
     toSize(&map, &size), toPoint(&map, &point), toRect(&map, &rect);
-    EXPECT_TRUE(size.cx == one(&map, 1001) && size.cy == one(&map, -37) && rectText(rect) == rectText(expected));
-    EXPECT_TRUE(point.x == one(&map, 777) && point.y == one(&map, -1234));
+    EXPECT_EQ(rectText(rect), to);
+    EXPECT_EQ(rectText({size.cx, size.cy, point.x, point.y}), to);
+    EXPECT_EQ(rectText({one(&map, from.left), one(&map, from.top), one(&map, from.right), one(&map, from.bottom)}), to);
   }
   WqDcMap_Update(&map, 600);
   EXPECT_TRUE(WqDcMap_MmToPix(&map, 2540) == 600 && WqDcMap_MmToPixP(&map, 2540) == display && map.mapMode == 0);
@@ -102,7 +101,7 @@ TEST_F(WqDcTest, SelectionsAreKeptMadeAndPutBack) {
   const HPEN red = WqDcObj_SelectStylePen(&obj, 3, WQ_COLOR_RED, PS_SOLID);
   EXPECT_TRUE(red && selected(BLACK_PEN) == red && obj.saved.count == 1 && obj.flags == WQ_DCOBJ_PEN);
   EXPECT_EQ(WqDcObj_SelectStylePen(&obj, 3, WQ_COLOR_RED, PS_SOLID), red);
-  EXPECT_EQ(WqDcObj_SelectStylePen(&obj, 1, 1, PS_DOT), WqDcObj_SelectStylePen(&obj, 1, 3, PS_SOLID)) << "one id";
+  EXPECT_EQ(WqDcObj_SelectStylePen(&obj, 1, 3, PS_DOT), WqDcObj_SelectStylePen(&obj, 1, 3, PS_SOLID)) << "one id";
   EXPECT_TRUE(WqPenTbl_Get(3u << 16 | WQ_COLOR_RED) == red && obj.saved.count == 1);
   WqFont plain;
   WqFont_Init(&plain), WqFont_Param(&plain, "Arial", 12, 0), WqFont_LogDef(&plain), WqFontTbl_Insert(7, &plain);
@@ -111,16 +110,16 @@ TEST_F(WqDcTest, SelectionsAreKeptMadeAndPutBack) {
   obj.flags &= ~WQ_DCOBJ_FONT;
   EXPECT_TRUE(WqDcObj_SelectFont(&obj, 7, 0) && selected(SYSTEM_FONT) == WqFontTbl_Get(7) && obj.saved.count == 2);
   WqBrush entered;
+  LOGBRUSH found[3] = {};
   for (const auto &[id, style] : {std::pair(5u, WQ_BRUSH_HATCHED), {6u, 0x100}})
     WqBrush_Init(&entered), WqBrush_Param(&entered, style, WQ_COLOR_RED), WqBrushTbl_Insert(id, &entered);
   EXPECT_EQ(WqBrushTbl_Get(6), nullptr) << "a style that makes no brush";
-  for (const uint32_t colour : {5u, 6u, WQ_COLOR_RED}) {
-    LOGBRUSH found = {};
+  for (const uint32_t colour : {5u, 6u, 7u}) {
     const HBRUSH one = WqDcObj_SelectBrush(&obj, colour);
-    EXPECT_TRUE(GetObjectA(one, sizeof found, &found) && found.lbStyle == (colour == 5 ? BS_HATCHED : BS_SOLID));
-    EXPECT_EQ(selected(NULL_BRUSH), one);
-    EXPECT_TRUE(one == WqBrushTbl_Get(colour) && one == WqDcObj_SelectBrush(&obj, colour));
+    EXPECT_TRUE(one && one == WqBrushTbl_Get(colour) && GetObjectA(one, sizeof *found, &found[colour - 5]));
+    EXPECT_TRUE(selected(NULL_BRUSH) == one && one == WqDcObj_SelectBrush(&obj, colour));
   }
+  EXPECT_TRUE(found[0].lbStyle == BS_HATCHED && found[1].lbStyle == BS_SOLID && found[2].lbStyle == BS_SOLID);
   EXPECT_TRUE(obj.saved.count == 3 && obj.temporary.count == 0);
   WqDcObj_Term(&obj);
   EXPECT_TRUE(selected(BLACK_PEN) == pen && selected(NULL_BRUSH) == brush && selected(SYSTEM_FONT) == font);

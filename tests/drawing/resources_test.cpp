@@ -79,8 +79,8 @@ TEST_F(ResourcesTest, RegistriesMakeLateAndRemove) {
   LOGBRUSH brushes = {};
   GetObjectA(WqPenTbl_Get(kId), sizeof pens, &pens), GetObjectA(WqBrushTbl_Get(kId), sizeof brushes, &brushes);
   EXPECT_TRUE(pens.lopnStyle == PS_DASH && pens.lopnWidth.x == 3 && pens.lopnColor == 0x112233);
-  EXPECT_TRUE(brushes.lbStyle == BS_HATCHED && brushes.lbHatch == HS_HORIZONTAL &&
-              (brushes.lbColor & 0xFFFFFF) == 0xFF00);
+  EXPECT_TRUE(brushes.lbStyle == BS_HATCHED && brushes.lbHatch == HS_HORIZONTAL && pen.log.lopnWidth.y == 3);
+  EXPECT_EQ(brushes.lbColor & 0xFFFFFF, 0xFF00u);
 }
 
 TEST_F(ResourcesTest, RecordsDescribe) {
@@ -95,11 +95,9 @@ TEST_F(ResourcesTest, RecordsDescribe) {
     WqFont_Param(&font, face.c_str(), 12, style), WqFont_LogDef(&font);
     EXPECT_TRUE(font.log.lfFaceName == fits && font.face == fits && font.log.lfEscapement == 5) << face;
     EXPECT_TRUE(font.log.lfHeight == -12 && font.log.lfWeight == weight && font.log.lfItalic == 1);
-    WqFont_LogEscapDef(&font, 450);
-    EXPECT_TRUE(font.log.lfEscapement == 450 && font.log.lfCharSet == 1 && font.log.lfOutPrecision == 4);
-    EXPECT_TRUE(WqFont_Create(&font) == font.handle && font.handle);
-    WqFont_Delete(&font);
-    EXPECT_EQ(font.handle, nullptr);
+    EXPECT_TRUE(font.log.lfCharSet == 1 && font.log.lfOutPrecision == 4 && WqFont_Create(&font) == font.handle);
+    WqFont_LogEscapDef(&font, 450), WqFont_Delete(&font);
+    EXPECT_TRUE(font.log.lfEscapement == 450 && !font.handle);
   }
   BITMAPINFOHEADER header = {};
   const uint32_t counts[][3] = {{1, 0, 2}, {4, 0, 16}, {8, 0, 256}, {16, 0, 65536}, {24, 0, 2}, {8, 7, 7}, {24, 9, 9}};
@@ -139,11 +137,14 @@ TEST_F(ResourcesTest, BmpFilesAreShown) {
       {coded(three(0x02010101, 0x03010000, 0x01000401)), four}, {coded(two(0x0102, 0x01000202)), stripes},
       {{2, 2, 4, 0, BI_RLE4, sixteen, two(0x1202, 0x01003402)}, four},
       {coded(two(0x00010200, 0x01000201)), "0 0/0 221202/"}, // a jump
+      {coded(two(0x0104, 0x01000202)), stripes}, // a row filled up to four pixels
       {{3, 1, 8, 5, BI_RLE8, few, two(0x02010300, 0x01000003)}, "211101 221202/0 0/"},
       {{2, 2, 8, 5, BI_RLE8, few, two(0x0102, 0x01000202), 6}, stripes},
       {masked(three(3, 6, 8)), none}, {masked(three(5, 8, 16)), none}, {masked(three(0x10000, 1, 2)), none},
-      {masked(three(0, 1, 2)), none}, {coded(three(0x02010101, 1, 0x100)), none}, {coded(two(0x0102, 0x0102)), none},
-      {coded(two(0x00030200, 0x0100)), none}, {coded(two(0, 0x01000101)), none}};
+      {masked(three(0, 1, 2)), none}, {coded(three(0x02010101, 3, 0x100)), none}, {coded(two(0x0102, 0x0102)), none},
+      {coded(two(0x00050200, 0x0100)), none}, {coded(two(0, 0x01000101)), none},
+      {coded(three(0, 0x01010000, 0x0100)), none}, {{2, -2, 8, 5, BI_RLE8, few, two(0x0102, 0x01000202)}, none},
+      {{2, 2, 4, 0, BI_RLE8, sixteen, two(0x0102, 0x01000202)}, none}};
   // In the first two files, a word at a place.
   const struct { int file; size_t at; std::vector<uint32_t> words; } patches[] = {
       {0, 14, {0, 12, 39, 0xFFFFFFFF}}, {0, 18, {0, 0x80000000, 0x7FFFFFFF, 5}}, {0, 22, {0, 0x80000000, 3}},
@@ -172,7 +173,7 @@ TEST_F(ResourcesTest, BlitsTakeAMask) {
   clear(WHITENESS);
   const std::string row = look(4, 1), masked = "FFFFFF FFFFFF 2 FFFFFF/";
   for (const HBITMAP one : {bitmap, HBITMAP{}}) // selected elsewhere, and none
-    for (const auto act : {WqBmpDraw_SrcCopy, WqBmpDraw_SrcCopyWithMask}) blit(one, {0, 1}, {1, 1}, {2, 2}, act);
+    for (const auto act : {WqBmpDraw_SrcCopy, WqBmpDraw_SrcCopyWithMask}) blit(one, {}, {1, 1}, {2, 2}, act);
   EXPECT_EQ(look(4, 2), row + row) << "nothing";
   SelectObject(source, before), blit(bitmap, {0, 1}, {1, 1}, {2, 2}, WqBmpDraw_SrcCopyWithMask);
   EXPECT_EQ(look(4, 4), row + masked + masked + row);

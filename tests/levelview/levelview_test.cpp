@@ -272,6 +272,23 @@ TEST_F(LevelviewTest, WritesAPictureOfItsWindow) {
   expectFailure(runProgram("levelview", {"--settings", settings, "--snapshot", nowhere, name}), 1, nowhere, "");
 }
 
+// A picture shows the wave, and the part of it that is asked for.
+TEST_F(LevelviewTest, PicturesShowWhatIsInTheFile) {
+  const std::string settings = folder_.file("none.ini"), picture = folder_.file("picture.png");
+  const auto taken = [&](const Signal &signal, std::vector<std::string> options) {
+    options.insert(options.end(), {"--settings", settings, "--snapshot", picture, stored(signal.file())});
+    const ProgramResult result = runProgram("levelview", options);
+    return result.status == 0 ? readFile(picture) : result.err;
+  };
+  const Signal signal = noise(8000, 16, 2, 9000), silence = {8000, 16, 2, std::vector<int64_t>(18000)};
+  const std::string whole = taken(signal, {}), part = taken(signal, {"--zoom", "20"});
+  if (whole.find("cannot write") != std::string::npos) GTEST_SKIP() << "no pictures on this system";
+  EXPECT_NE(taken(silence, {}), whole);
+  EXPECT_EQ(taken(signal, {"--zoom", "20", "--at", "0.5625"}), part) << "the middle";
+  EXPECT_NE(taken(signal, {"--zoom", "20", "--at", "0.9"}), part);
+  EXPECT_EQ(taken(noise(8000, 8, 1, 1), {"--size", "1x1"}).substr(1, 3), "PNG");
+}
+
 // The terminal's encoding need not be the library's: the name has to reach the file, and to come back as it was typed.
 TEST_F(LevelviewTest, TakesAndShowsJapaneseNames) {
   // In UTF-8 one character, which code page 932 writes with a backslash byte; in code page 932 two characters.
@@ -310,6 +327,8 @@ TEST_F(LevelviewTest, CommandLinesRightAndWrong) {
                            "--range 1e999 @",
                            "@ --log",
                            "--log _ @",
+                           "--zoom 0 @",
+                           "--at -1 @",
                            "@ --settings"}) {
     SCOPED_TRACE(line);
     std::vector<std::string> arguments = {"--settings", settings};
@@ -323,7 +342,8 @@ TEST_F(LevelviewTest, CommandLinesRightAndWrong) {
   EXPECT_EQ(runProgram("levelview", {name, "--report", "--range", "1e2"}).out, expectedReport(signal, 100));
 
   const ProgramResult help = runProgram("levelview", {"--help"});
-  for (const char *option : {"--report", "--range", "--make", "--log", "--settings", "--help", "--version"})
+  for (const char *option :
+       {"--report", "--range", "--zoom", "--at", "--make", "--log", "--settings", "--help", "--version"})
     EXPECT_NE(help.out.find(option), std::string::npos) << option;
   const ProgramResult version = runProgram("levelview", {"--version"});
   unsigned numbers[3];

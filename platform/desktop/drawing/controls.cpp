@@ -109,9 +109,14 @@ constexpr uint8_t kSigns[][7] = {
 void drawSign(const Face &face, UINT sign, int color) {
   const int width = (face.size() * 4 + 3) / 7, height = std::max(1, width - 1);
   const int left = (face.size() - width) / 2, top = (face.size() - height) / 2;
-  for (int y = 0; y < height; ++y)
-    for (int x = 0; x < width; ++x)
-      if (kSigns[sign][y * 7 / height] & 0x80 >> (x * 8 / width)) face.fill(left + x, top + y, 1, 1, color);
+  const auto start = [](int size, int cell, int cells) { return (size * cell + cells - 1) / cells; };
+  for (int row = 0; row < 7; ++row)
+    for (int from = 0, to = 0; from < 8; from = to + 1) {
+      const auto set = [&](int column) { return column < 8 && kSigns[sign][row] & 0x80 >> column; };
+      for (to = from; set(to);) ++to;
+      const int x = start(width, from, 8), y = start(height, row, 7);
+      face.fill(left + x, top + y, start(width, to, 8) - x, start(height, row + 1, 7) - y, color);
+    }
 }
 
 // One that is inactive casts a light shadow.

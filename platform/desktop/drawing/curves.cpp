@@ -2,7 +2,10 @@
 
 #include "platform/desktop/drawing/curves.h"
 
+#include "platform/desktop/drawing/wide.h"
+
 #include <cmath>
+#include <iterator>
 
 namespace platform {
 
@@ -12,61 +15,96 @@ RoundBox::RoundBox(const QRect &box, int cornerWidth, int cornerHeight)
 
 int RoundBox::margin(int y) const {
   const int fromEdge = std::min(y - box_.top(), box_.bottom() - y);
-  return fromEdge < cornerHeight_ / 2 ? corner_.margin(fromEdge) : 0;
+  return fromEdge < (cornerHeight_ + 1) / 2 ? corner_.margin(fromEdge) : 0;
 }
 
 int RoundBox::line(int y) const {
   const int fromEdge = std::min(y - box_.top(), box_.bottom() - y);
-  return fromEdge < cornerHeight_ / 2 ? corner_.line(fromEdge) : 1;
+  return fromEdge < (cornerHeight_ + 1) / 2 ? corner_.line(fromEdge) : 1;
 }
 
-void RoundBox::addInside(Spans &spans, QPoint origin) const {
-  const QRect rows = common(spans.limits().translated(-origin), box_);
-  for (int y = rows.top(); y <= rows.bottom(); ++y) {
-    const int free = margin(y);
-    spans.add(y + origin.y(), box_.left() + free + origin.x(), box_.right() + 1 - free + origin.x());
-  }
+// The rows between the corners, some of which may lie outside the limits.
+QRect RoundBox::between(const QRect &limits) const {
+  const int corner = (cornerHeight_ + 1) / 2;
+  return common(limits, box_.adjusted(0, corner, 0, -corner));
 }
 
-void RoundBox::addOutline(Spans &spans, QPoint origin) const {
-  const QRect rows = common(spans.limits().translated(-origin), box_);
+template <typename Draw> void RoundBox::inside(const QRect &limits, Draw draw) const {
+  const QRect rows = common(limits, box_), straight = between(limits);
   for (int y = rows.top(); y <= rows.bottom(); ++y) {
-    const int left = box_.left() + origin.x(), right = box_.right() + 1 + origin.x(), row = y + origin.y();
-    const int free = margin(y), run = line(y);
-    if (y == box_.top() || y == box_.bottom()) {
-      spans.add(row, left + free, right - free);
-    } else {
-      spans.add(row, left + free, left + free + run);
-      spans.add(row, right - free - run, right - free);
+    if (y == straight.top() && !straight.isEmpty()) {
+      draw(straight);
+      y = straight.bottom();
+    } else if (line(y) > 0) {
+      draw(QRect(QPoint(box_.left() + margin(y), y), QPoint(box_.right() - margin(y), y)));
     }
   }
 }
 
-std::vector<POINT> RoundBox::path() const {
-  std::vector<POINT> left, right;
-  for (int y = box_.top(); y <= box_.bottom(); ++y) {
-    const int free = margin(y);
-    left.push_back({box_.left() + free, y});
-    right.push_back({box_.right() - free, y});
+// Whether nothing of the box lies beyond a row.
+bool RoundBox::outermost(int y) const {
+  const int beyond = y - box_.top() < box_.bottom() - y ? y - 1 : y + 1;
+  return beyond < box_.top() || beyond > box_.bottom() || line(beyond) == 0;
+}
+
+template <typename Draw> void RoundBox::outline(const QRect &limits, Draw draw) const {
+  const QRect rows = common(limits, box_), straight = between(limits);
+  for (int y = rows.top(); y <= rows.bottom(); ++y) {
+    const int run = line(y), left = box_.left() + margin(y), right = box_.right() - margin(y);
+    const int last = y == straight.top() && !straight.isEmpty() ? straight.bottom() : y;
+    if (run > 0 && (outermost(y) || right - left < 2 * run)) {
+      draw(QRect(QPoint(left, y), QPoint(right, last)));
+    } else if (run > 0) {
+      draw(QRect(QPoint(left, y), QPoint(left + run - 1, last)));
+      draw(QRect(QPoint(right - run + 1, y), QPoint(right, last)));
+    }
+    y = last;
   }
-  left.insert(left.end(), right.rbegin(), right.rend());
-  return left;
+}
+
+// From the middle of the right side up, over to the left, down, and back, as far as it comes near.
+std::vector<POINT> RoundBox::path(const QRect &near) const {
+  std::vector<POINT> left;
+  const auto add = [&left](POINT point) {
+    const size_t size = left.size();
+    if (size > 1 && left[size - 1].x == point.x && left[size - 2].x == point.x) left.pop_back();
+    left.push_back(point);
+  };
+  const int first = std::max(box_.top(), near.top()), last = std::min(box_.bottom(), near.bottom());
+  for (int y = first; y <= last; ++y) {
+    if (line(y) == 0) continue;
+    const int outer = box_.left() + margin(y), inner = outer + line(y) - 1;
+    const bool upper = y - box_.top() < box_.bottom() - y;
+    add({upper ? inner : outer, y});
+    if (inner != outer) add({upper ? outer : inner, y});
+  }
+  const auto mirrored = [this](POINT point) { return POINT{box_.right() - (point.x - box_.left()), point.y}; };
+  const int middle = box_.top() + box_.height() / 2;
+  std::vector<POINT> round{{box_.right(), middle}};
+  const auto lower = std::find_if(left.begin(), left.end(), [middle](POINT point) { return point.y >= middle; });
+  std::transform(std::make_reverse_iterator(lower), left.rend(), std::back_inserter(round), mirrored);
+  round.insert(round.end(), left.begin(), left.end());
+  std::transform(left.rbegin(), std::make_reverse_iterator(lower), std::back_inserter(round), mirrored);
+  return round;
 }
 
 namespace {
 
-// What a pen that goes along a round box covers.
-Spans wideOutline(const Canvas &canvas, const QRect &box, int cornerWidth, int cornerHeight, int width) {
-  const int before = width / 2, after = (width - 1) / 2;
-  Spans spans(canvas);
-  RoundBox(box.adjusted(-before, -before, after, after), cornerWidth + width - 1, cornerHeight + width - 1)
-      .addInside(spans, canvas.origin);
-  const QRect hole = box.adjusted(width - before, width - before, -(width - after), -(width - after));
-  if (hole.isEmpty()) return spans;
-  Spans inside(canvas);
-  RoundBox(hole, cornerWidth - width - 1, cornerHeight - width - 1).addInside(inside, canvas.origin);
-  spans.remove(inside);
-  return spans;
+void drawWideRoundBox(const Canvas &canvas, const RoundBox &shape, const std::optional<Ink> &ink,
+                      const Pencil &pencil) {
+  const QRect seen = canvas.clip->boundingRect().translated(-canvas.origin);
+  const int reach = pencil.width + 1;
+  const Spans outline = strokeOf(canvas, pencil.width, shape.path(seen.adjusted(0, -reach, 0, reach)), true);
+  if (ink) {
+    Spans inside(canvas);
+    shape.inside(seen, [&](const QRect &part) {
+      const QRect pixels = part.translated(canvas.origin);
+      for (int y = pixels.top(); y <= pixels.bottom(); ++y) inside.add(y, pixels.left(), pixels.right() + 1);
+    });
+    inside.remove(outline);
+    inside.fill(canvas, *ink);
+  }
+  outline.fill(canvas, pencil.ink);
 }
 
 // Where nothing of the corners is left it is a rectangle.
@@ -80,21 +118,23 @@ void drawRoundBox(const Dc &dc, const Canvas &canvas, QRect box, int cornerWidth
   if (pencil && pencil->inside) box = insideFrame(box, pencil->width);
   if (box.isEmpty()) return;
   const RoundBox shape(box, cornerWidth, cornerHeight);
-  const bool wide = pencil && pencil->width > 1;
-  Spans outline(canvas), inside(canvas);
-  if (wide)
-    outline = wideOutline(canvas, box, cornerWidth, cornerHeight, pencil->width);
-  else if (pencil)
-    shape.addOutline(outline, canvas.origin);
-  if (ink) {
-    shape.addInside(inside, canvas.origin);
-    if (wide) inside.remove(outline);
-    inside.fill(canvas, *ink);
+  if (pencil && pencil->width > 1) {
+    drawWideRoundBox(canvas, shape, ink, *pencil);
+    return;
   }
-  if (pencil && !pencil->dashes.empty())
-    drawLines(canvas, *pencil, shape.path(), true);
-  else if (pencil)
-    outline.fill(canvas, pencil->ink);
+  const QRect seen = canvas.clip->boundingRect().translated(-canvas.origin);
+  const auto drawnWith = [&](const Ink &with) {
+    return [filler = Filler(canvas, with), origin = canvas.origin](const QRect &part) {
+      filler.rect(part.translated(origin));
+    };
+  };
+  if (ink) shape.inside(seen, drawnWith(*ink));
+  if (!pencil) return;
+  constexpr int kFar = 1 << 15; // dashes go on from what isn't seen
+  if (pencil->dashes.empty())
+    shape.outline(seen, drawnWith(pencil->ink));
+  else
+    drawLines(canvas, *pencil, shape.path(seen.adjusted(0, -kFar, 0, kFar)), true);
 }
 
 // A corner's width or height in pixels; parts of pixels don't count.
@@ -103,27 +143,32 @@ int cornerOf(int length, int windowExtent, int viewportExtent) {
   return static_cast<int>(std::min(pixels, 1e9));
 }
 
+// A point in sixteenths of a pixel.
 struct Spot {
-  double x, y;
+  int64_t x, y;
 };
+constexpr int64_t kParts = 16;
 
-Spot middle(Spot a, Spot b) { return {(a.x + b.x) / 2, (a.y + b.y) / 2}; }
+Spot middle(Spot a, Spot b) { return {(a.x + b.x + 1) >> 1, (a.y + b.y + 1) >> 1}; }
 
-// Whether the control points lie so near the straight line that nobody sees the difference.
+// Whether a curve is as good as the straight line from its first to its last point: its control points lie beside that
+// line, no more than a pixel away across its longer axis.
 bool flat(const Spot (&curve)[4]) {
-  const double dx = curve[3].x - curve[0].x, dy = curve[3].y - curve[0].y, length = std::hypot(dx, dy);
+  const auto dx = static_cast<double>(curve[3].x - curve[0].x), dy = static_cast<double>(curve[3].y - curve[0].y);
+  const bool steep = std::abs(dy) > std::abs(dx);
+  const double length = steep ? std::abs(dy) : std::abs(dx);
   for (const Spot &control : {curve[1], curve[2]}) {
-    const double x = control.x - curve[0].x, y = control.y - curve[0].y;
-    const double along = x * dx + y * dy;
-    if (along < 0 || along > length * length || std::abs(x * dy - y * dx) > 0.3 * length)
-      if (std::abs(x) + std::abs(y) > 0.5) return false;
+    const auto x = static_cast<double>(control.x - curve[0].x), y = static_cast<double>(control.y - curve[0].y);
+    const double along = steep ? (dy < 0 ? -y : y) : (dx < 0 ? -x : x);
+    if (along < 0 || along > length || std::abs(x * dy - y * dx) > kParts * length) return false;
   }
   return true;
 }
 
 void addCurve(const Spot (&curve)[4], int depth, std::vector<POINT> &points) {
   if (depth == 0 || flat(curve)) {
-    points.push_back({static_cast<int>(std::floor(curve[3].x + 0.5)), static_cast<int>(std::floor(curve[3].y + 0.5))});
+    const auto pixel = [](int64_t parts) { return static_cast<int>((parts + kParts / 2) >> 4); };
+    points.push_back({pixel(curve[3].x), pixel(curve[3].y)});
     return;
   }
   const Spot a = middle(curve[0], curve[1]), b = middle(curve[1], curve[2]), c = middle(curve[2], curve[3]);
@@ -135,7 +180,7 @@ void addCurve(const Spot (&curve)[4], int depth, std::vector<POINT> &points) {
 // corners: the point where the curves begin, then three for each.
 std::vector<POINT> flattened(std::span<const POINT> corners) {
   constexpr int kDepth = 10; // 1024 pieces are smooth at any size of a screen
-  const auto spot = [](POINT point) { return Spot{double(point.x), double(point.y)}; };
+  const auto spot = [](POINT point) { return Spot{point.x * kParts, point.y * kParts}; };
   std::vector<POINT> points{corners[0]};
   for (size_t i = 0; i + 3 < corners.size(); i += 3)
     addCurve({spot(corners[i]), spot(corners[i + 1]), spot(corners[i + 2]), spot(corners[i + 3])}, kDepth, points);

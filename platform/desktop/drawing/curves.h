@@ -15,13 +15,17 @@ class RoundBox {
   // Pixels that a row of the box leaves free at either side, and those of the line round it.
   int margin(int y) const;
   int line(int y) const;
-  void addInside(Spans &spans, QPoint origin) const;
-  // The line round it, one pixel wide.
-  void addOutline(Spans &spans, QPoint origin) const;
-  // The same line from point to point, for dashes.
-  std::vector<POINT> path() const;
+  // Calls draw with rectangles: of what lies inside, and of the line round it.
+  template <typename Draw> void inside(const QRect &limits, Draw draw) const;
+  template <typename Draw> void outline(const QRect &limits, Draw draw) const;
+  // The same line from point to point, for dashes and wide pens.
+  // near: rows outside it are left out.
+  std::vector<POINT> path(const QRect &near) const;
 
  private:
+  QRect between(const QRect &limits) const;
+  bool outermost(int y) const;
+
   QRect box_;
   int cornerHeight_;
   EllipseRows corner_;

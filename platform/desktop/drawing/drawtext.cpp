@@ -18,6 +18,7 @@ namespace {
 
 constexpr uint16_t kDots[] = {'.', '.', '.'};
 constexpr UINT kTabStopBits = 0xFF00;
+constexpr UINT kEllipses = DT_PATH_ELLIPSIS | DT_END_ELLIPSIS | DT_WORD_ELLIPSIS;
 constexpr int64_t kUsualTab = 8; // characters
 
 // What is left between two line ends, without the marks of prefixes.
@@ -41,12 +42,13 @@ class Layout {
  public:
   Layout(Dc &dc, const RECT &rect, UINT format);
 
-  // Draws a text, or only measures it. Result: its height, in logical units downwards.
+  // Draws a text, or only measures it. Result: how far down from the rectangle's top it reaches, in logical units.
   int run(Run text);
-  int width() const { return widest_; }
+  bool measuring() const { return is(DT_CALCRECT); }
+  // The rectangle that the text takes.
+  RECT taken() const;
   // The last line that was shortened.
   const std::optional<Codes> &shortened() const { return shortened_; }
-  bool measuring() const { return is(DT_CALCRECT); }
 
  private:
   // How many characters of the rest of a paragraph a line has, and where the next one begins.
@@ -77,6 +79,7 @@ class Layout {
   int64_t lineHeight_; // negative where logical coordinates grow upwards
   int64_t tab_;
   int widest_ = 0;
+  int64_t end_ = 0; // of the lowest line, from the rectangle's top
   std::optional<Codes> shortened_;
 };
 
@@ -90,6 +93,7 @@ Layout::Layout(Dc &dc, const RECT &rect, UINT format) : dc_(dc), pen_(dc), forma
   tab_ = std::max<int64_t>(1, tab * metrics.average);
   room_ = int64_t{rect.right} - rect.left;
   if (is(DT_SINGLELINE) || room_ < 0) format_ &= ~DT_WORDBREAK;
+  if (room_ < 0) format_ &= ~kEllipses;
   bottom_ = int64_t{rect.bottom} - rect.top;
   lineHeight_ = logicalHeight(dc, pen_.font().height() + (is(DT_EXTERNALLEADING) ? metrics.externalLeading : 0));
   if ((dc.windowExtent.cy < 0) != (dc.viewportExtent.cy < 0)) lineHeight_ = -lineHeight_;
@@ -152,7 +156,12 @@ qsizetype lastBreak(Run run, qsizetype place) {
   for (const uint16_t code : run.first(static_cast<size_t>(place) + 1)) characters.append(characterOf(code));
   QTextBoundaryFinder finder(QTextBoundaryFinder::Line, characters.constData(), characters.size());
   finder.setPosition(place);
-  return finder.isAtBoundary() ? place : std::max<qsizetype>(0, finder.toPreviousBoundary());
+  const qsizetype usual = finder.isAtBoundary() ? place : std::max<qsizetype>(0, finder.toPreviousBoundary());
+  // the platform also breaks after a letter before these, which cuts paths between folders
+  const auto isSign = [](QChar c) { return c == u'\\' || c == u'+' || c == u'$'; };
+  for (; place > usual; --place)
+    if (isSign(characters[place]) && characters[place - 1].isLetter()) return place;
+  return usual;
 }
 
 // Where the first line of the rest of a paragraph ends. A word that has no room reaches to the next space, which is not
@@ -171,8 +180,9 @@ Layout::Cut Layout::cut(Run rest) const {
 Line Layout::lineOf(const Paragraph &paragraph, qsizetype from, Cut cut) const {
   Line line;
   qsizetype to = from + cut.end;
-  if (is(DT_CENTER | DT_RIGHT) && from + cut.next < paragraph.codes.size())
-    while (to > from && paragraph.codes[to - 1] == ' ') --to;
+  // the space that a line was broken at is not placed with the line
+  const bool broken = cut.end == cut.next && from + cut.next < paragraph.codes.size();
+  if (broken && is(DT_CENTER | DT_RIGHT) && to > from && paragraph.codes[to - 1] == ' ') --to;
   line.codes.append(paragraph.codes.constData() + from, to - from);
   line.width = measured(line.codes);
   for (const qsizetype prefixed : paragraph.prefixed)
@@ -219,8 +229,9 @@ void Layout::drawLine(const Line &line, int64_t y) {
   size_t first = 0;
   for (size_t i = 0; i < codes.size(); ++i) {
     const int64_t next = widthAfter(x, codes[i]);
-    if (std::cmp_equal(i, line.prefixed) && !is(DT_HIDEPREFIX)) pen_.underline(at(0), x, next - x);
-    if (codes[i] == '\t' && is(DT_EXPANDTABS)) {
+    const bool tab = codes[i] == '\t' && is(DT_EXPANDTABS);
+    if (std::cmp_equal(i, line.prefixed) && !tab && !is(DT_HIDEPREFIX)) pen_.underline(at(0), x, next - x);
+    if (tab) {
       if (!is(DT_PREFIXONLY)) pen_.draw(at(begin), codes.subspan(first, i - first));
       first = i + 1;
       begin = next;
@@ -231,6 +242,10 @@ void Layout::drawLine(const Line &line, int64_t y) {
 }
 
 int Layout::run(Run text) {
+  if (text.empty()) { // it has the height of a line, but takes that room only where there is just one
+    end_ = is(DT_SINGLELINE) ? lineHeight_ : 0;
+    return inInt(lineHeight_);
+  }
   int64_t y = 0;
   if (is(DT_SINGLELINE) && is(DT_BOTTOM))
     y = bottom_ - lineHeight_;
@@ -247,13 +262,18 @@ int Layout::run(Run text) {
       from += static_cast<size_t>(end.next);
       const bool more = from < codes.size() || !text.empty();
       last = !more || beyond(y + lineHeight_);
-      if (is(DT_PATH_ELLIPSIS | DT_END_ELLIPSIS | DT_WORD_ELLIPSIS)) shorten(line, last, more);
+      if (is(kEllipses)) shorten(line, last, more);
       widest_ = std::max(widest_, logicalWidth(dc_, line.width));
       if (!measuring()) drawLine(line, y);
       y += lineHeight_;
     } while (!last && from < codes.size());
   } while (!last);
+  end_ = y;
   return inInt(y);
+}
+
+RECT Layout::taken() const {
+  return {rect_.left, rect_.top, inInt(int64_t{rect_.left} + widest_), inInt(rect_.top + end_)};
 }
 
 // Writes a shortened line in place of the text. It has at most three bytes more, and a zero follows.
@@ -277,15 +297,11 @@ using namespace platform;
 int DrawTextA(HDC dc, LPCSTR text, int length, RECT *rect, UINT format) {
   return locked<int>(0, [&]() -> int {
     const auto context = dcOf(dc);
-    if (!context || !rect || length == 0) return 0;
-    const size_t size = !text || length < -1 ? 0 : length == -1 ? std::strlen(text) : static_cast<size_t>(length);
-    if (size == 0) return logicalHeight(*context, readyFont(*context)->height());
+    if (!context || !rect || length == 0 || (!text && length > 0)) return 0;
+    const size_t size = length > 0 ? static_cast<size_t>(length) : text ? std::strlen(text) : 0;
     Layout layout(*context, *rect, format);
     const int height = layout.run(codesOf({text, size}));
-    if (layout.measuring()) {
-      rect->right = inInt(int64_t{rect->left} + layout.width());
-      rect->bottom = inInt(int64_t{rect->top} + height);
-    }
+    if (layout.measuring()) *rect = layout.taken();
     if (format & DT_MODIFYSTRING && layout.shortened())
       writeBack(*layout.shortened(), const_cast<char *>(text), size); // the flag says that it may be written to
     return height != 0 ? height : 1;

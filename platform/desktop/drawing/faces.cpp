@@ -103,13 +103,12 @@ FT_Face fileOf(FcPattern *pattern) {
   const int index = number(pattern, FC_INDEX, 0);
   const std::pair key(std::string(reinterpret_cast<const char *>(path)), index);
   if (const auto known = files->find(key); known != files->end()) return known->second;
-  FT_Face face = nullptr;
+  FT_Face &face = files->emplace(key, nullptr).first->second;
   if (!freeType() || FT_New_Face(freeType(), key.first.c_str(), index, &face) != 0) face = nullptr;
   if (face && (!FT_IS_SCALABLE(face) || FT_Select_Charmap(face, FT_ENCODING_UNICODE) != 0)) {
     FT_Done_Face(face);
     face = nullptr;
   }
-  files->emplace(key, face);
   return face;
 }
 
@@ -137,17 +136,22 @@ Wish::Wish(const LOGFONTA &font)
 }
 
 Typeface::Typeface(const Wish &wish) : wish_(wish) {
-  search();
+  search(wish.japanese ? "ja" : "en");
+  rank();
+  if (!wish.japanese || candidates_.empty() || candidates_.front().japanese ||
+      isNamed(candidates_.front().pattern, wish.name))
+    return;
+  search("en"); // nothing has Japanese, and what was found for it is in no useful order
   rank();
 }
 
-void Typeface::search() {
+void Typeface::search(const char *language) {
   const std::unique_ptr<FcPattern, void (*)(FcPattern *)> pattern(FcPatternCreate(), FcPatternDestroy);
   if (!pattern) return;
   if (!wish_.name.empty()) FcPatternAddString(pattern.get(), FC_FAMILY, bytes(wish_.name.c_str()));
   const char *generic = wish_.fixed ? "monospace" : wish_.serif ? "serif" : "sans-serif";
   FcPatternAddString(pattern.get(), FC_FAMILY, bytes(generic));
-  FcPatternAddString(pattern.get(), FC_LANG, bytes(wish_.japanese ? "ja" : "en"));
+  FcPatternAddString(pattern.get(), FC_LANG, bytes(language));
   FcPatternAddInteger(pattern.get(), FC_WEIGHT, wish_.bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
   FcPatternAddInteger(pattern.get(), FC_SLANT, wish_.italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
   FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
@@ -159,6 +163,7 @@ void Typeface::search() {
 
 // Puts the best candidate to the front, and then those with Japanese, without a change of order otherwise.
 void Typeface::rank() {
+  candidates_.clear();
   for (int i = 0; found_ && i < found_->nfont; ++i) {
     FcPattern *pattern = found_->fonts[i];
     if (!isTrue(pattern, FC_SCALABLE) || isTrue(pattern, FC_COLOR)) continue;
@@ -172,7 +177,7 @@ void Typeface::rank() {
   const auto score = [&](const Candidate &candidate) {
     if (!wish_.name.empty() && isNamed(candidate.pattern, wish_.name)) return 0;
     const bool fits = candidate.face.fixed == wish_.fixed;
-    if (wish_.japanese) return candidate.japanese ? (fits ? 1 : 2) : 3;
+    if (wish_.japanese) return candidate.japanese ? (fits ? 1 : 2) : (fits ? 3 : 4);
     return 1;
   };
   const auto better = [&](const Candidate &a, const Candidate &b) { return score(a) < score(b); };
@@ -187,8 +192,8 @@ void Typeface::rank() {
 
 const Face *Typeface::open(Candidate &candidate) {
   if (!candidate.opened) {
-    candidate.opened = true;
     candidate.face.file = fileOf(candidate.pattern);
+    candidate.opened = true;
   }
   return candidate.face.file ? &candidate.face : nullptr;
 }

@@ -57,7 +57,7 @@ class Typeface {
     void operator()(FcFontSet *set) const { FcFontSetDestroy(set); }
   };
 
-  void search();
+  void search(const char *language);
   void rank();
   static const Face *open(Candidate &candidate);
 

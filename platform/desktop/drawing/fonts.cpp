@@ -126,7 +126,8 @@ void TextFont::readMetrics(FT_Face file) {
 
   fixed_ = typeface_->main()->fixed;
   metrics_.average = std::max(1, os2 ? pixels(os2->xAvgCharWidth) : em_ / 2);
-  if (fixed_ && load('x')) metrics_.average = std::max<int>(1, static_cast<int>(file->glyph->advance.x + 32) >> 6);
+  const Face *letter = fixed_ ? load('x') : nullptr;
+  if (letter) metrics_.average = std::max(1, static_cast<int>(letter->file->glyph->advance.x + 32) >> 6);
 }
 
 // Without any font, characters are boxes.
@@ -154,6 +155,7 @@ void TextFont::fitWidth() {
 bool TextFont::useSize(FT_Face file) {
   const auto known = std::find_if(sizes_.begin(), sizes_.end(), [&](const Sized &one) { return one.file == file; });
   if (known != sizes_.end()) return FT_Activate_Size(known->size) == 0;
+  sizes_.reserve(sizes_.size() + 1); // nothing may fail between the making of a size and its keeping
   Sized made{file, nullptr};
   if (FT_New_Size(file, &made.size) != 0) return false;
   sizes_.push_back(made);
@@ -172,12 +174,16 @@ const Face *TextFont::load(uint16_t code) {
 
 int TextFont::measured(uint16_t code) {
   const Face *face = load(code);
-  int advance = code > 0xFF ? 2 * cell_ : cell_;
+  const bool wide = code > 0xFF;
+  int advance = wide ? 2 * cell_ : cell_;
   if (face) {
     const FT_GlyphSlot slot = face->file->glyph;
+    const bool missing = slot->glyph_index == 0;
     // full width is twice half width, even where halves of a pixel were rounded up
     if (fixed_)
-      advance = slot->linearHoriAdvance > FT_Fixed{0xC000} * em_ ? 2 * cell_ : cell_;
+      advance = (missing && wide) || slot->linearHoriAdvance > FT_Fixed{0xC000} * em_ ? 2 * cell_ : cell_;
+    else if (missing && wide)
+      advance = rounded(em_ * wider_);
     else
       advance = static_cast<int>(std::ceil(static_cast<int>((slot->advance.x + 32) >> 6) * wider_ - 1e-9));
     if (face->addBold) ++advance;
@@ -189,10 +195,13 @@ int TextFont::measured(uint16_t code) {
 
 FT_Outline *TextFont::outline(uint16_t code) {
   const Face *face = load(code);
-  FT_Outline *outline = face ? &face->file->glyph->outline : box(code);
-  if (face && face->file->glyph->format != FT_GLYPH_FORMAT_OUTLINE) return nullptr;
-  if (face && face->addBold) FT_Outline_Embolden(outline, std::max<FT_Pos>(48, FT_Pos{em_} * 64 / 24));
-  if (face && face->addSlant) {
+  const FT_GlyphSlot slot = face ? face->file->glyph : nullptr;
+  const bool missing = !slot || slot->glyph_index == 0;
+  FT_Outline *outline = slot && slot->format == FT_GLYPH_FORMAT_OUTLINE ? &slot->outline : nullptr;
+  if (missing && (!outline || outline->n_points == 0)) return code > ' ' ? box(advance(code)) : nullptr;
+  if (!outline) return nullptr;
+  if (face->addBold) FT_Outline_Embolden(outline, std::max<FT_Pos>(48, FT_Pos{em_} * 64 / 24));
+  if (face->addSlant) {
     const FT_Matrix slant = {0x10000, kSlant, 0, 0x10000};
     FT_Outline_Transform(outline, &slant);
   }
@@ -204,20 +213,21 @@ FT_Outline *TextFont::outline(uint16_t code) {
   return outline;
 }
 
-// A frame of one pixel round the character's place.
-FT_Outline *TextFont::box(uint16_t code) {
+// A frame of one pixel round the place of a character that no file has.
+FT_Outline *TextFont::box(int width) {
   static FT_Vector points[8];
   static char tags[8];
   static short ends[2] = {3, 7};
   static FT_Outline outline = {2, 8, points, tags, ends, FT_OUTLINE_EVEN_ODD_FILL};
   std::fill(std::begin(tags), std::end(tags), char{FT_CURVE_TAG_ON});
-  const FT_Pos width = std::lround((code > 0xFF ? 2 * cell_ : cell_) * 64 / wider_), height = metrics_.ascent * 64;
   for (int ring = 0; ring < 2; ++ring) {
-    const FT_Pos inset = 64 * (ring + 1), right = width - inset, top = height - inset;
+    const FT_Pos inset = 64 * (ring + 1), right = FT_Pos{width} * 64 - inset,
+                 top = FT_Pos{metrics_.ascent} * 64 - inset;
     const FT_Vector corners[] = {{inset, inset - 64}, {right, inset - 64}, {right, top}, {inset, top}};
     std::copy(std::begin(corners), std::end(corners), points + 4 * ring);
   }
-  return code > ' ' ? &outline : nullptr;
+  if (description_.lfEscapement != 0) FT_Outline_Transform(&outline, &turn_);
+  return &outline;
 }
 
 void TextFont::forgetMasks() {
@@ -272,6 +282,9 @@ void TextFont::fillBig(uint16_t code, QPoint at, const QRect &limits, Row row, v
   if (!shape || limits.isEmpty()) return;
   // the raster's origin is the lower left corner of the limits
   FT_Outline_Translate(shape, (FT_Pos{at.x()} - limits.left()) * 64, (FT_Pos{limits.bottom()} + 1 - at.y()) * 64);
+  FT_BBox box;
+  FT_Outline_Get_CBox(shape, &box);
+  if (box.xMax <= 0 || box.yMax <= 0 || box.xMin >= limits.width() * 64 || box.yMin >= limits.height() * 64) return;
   struct Context {
     const QRect &limits;
     Row row;

@@ -85,7 +85,7 @@ class TextFont {
   void fitWidth();
   // The outline of a character as it is to be drawn; null for one without.
   FT_Outline *outline(uint16_t code);
-  FT_Outline *box(uint16_t code);
+  FT_Outline *box(int width);
   // Loads a character from its file, upright; null where no file can be read.
   const Face *load(uint16_t code);
   bool useSize(FT_Face file);

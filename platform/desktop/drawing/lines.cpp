@@ -23,10 +23,6 @@ std::span<const uint8_t> dashesOf(UINT style) {
   }
 }
 
-using Wide = __int128; // products of distances of 33 bits and more
-
-Wide floorDivide(Wide value, Wide by) { return value >= 0 ? value / by : -((by - 1 - value) / by); }
-
 // Steps of a line.
 struct Range {
   int64_t from, to; // to: outside
@@ -45,26 +41,27 @@ class Track {
 
   int64_t length() const { return along_; }
   bool straight() const { return across_ == 0; }
-  // Steps of a straight track, which lie within some rectangle already.
-  QRect box(Range range) const {
-    const int64_t first = back_ ? -(range.to - 1) : range.from, last = back_ ? -range.from : range.to - 1;
-    const auto at = [](int64_t start, int64_t steps) { return static_cast<int>(start + steps); };
-    if (steep_) return QRect(QPoint(from_.x, at(from_.y, first)), QPoint(from_.x, at(from_.y, last)));
-    return QRect(QPoint(at(from_.x, first), from_.y), QPoint(at(from_.x, last), from_.y));
+  // Whether it runs along a row, whose pixels lie beside each other.
+  bool level() const { return across_ == 0 && !steep_; }
+  // The leftmost step of some on a row.
+  int64_t leftmost(Range range) const { return back_ ? range.to - 1 : range.from; }
+  // The steps that lie within some rows, and within some columns.
+  Range rows(int top, int bottom) const {
+    return steep_ ? alongWithin(from_.y, top, bottom) : acrossWithin(from_.y, top, bottom);
   }
-  // The steps that lie within a rectangle.
-  Range within(const QRect &rect) const {
-    const Range all = {0, along_};
-    if (steep_)
-      return all & alongWithin(from_.y, rect.top(), rect.bottom()) & acrossWithin(from_.x, rect.left(), rect.right());
-    return all & alongWithin(from_.x, rect.left(), rect.right()) & acrossWithin(from_.y, rect.top(), rect.bottom());
+  Range columns(int left, int right) const {
+    return steep_ ? acrossWithin(from_.x, left, right) : alongWithin(from_.x, left, right);
+  }
+  int64_t columnAt(int64_t step) const {
+    return from_.x + (steep_ ? (up_ ? -distanceAt(step) : distanceAt(step)) : (back_ ? -step : step));
   }
 
  private:
   friend class Walk;
+  using Wide = __int128; // products of distances of 33 bits and more
 
   Range alongWithin(int64_t start, int64_t low, int64_t high) const {
-    return back_ ? Range{start - high, start - low + 1} : Range{low - start, high - start + 1};
+    return Range{0, along_} & (back_ ? Range{start - high, start - low + 1} : Range{low - start, high - start + 1});
   }
   // Steps grow monotonously across, so that the first one at or beyond a distance bounds the range on either side.
   Range acrossWithin(int64_t start, int64_t low, int64_t high) const {
@@ -74,8 +71,22 @@ class Track {
   int64_t firstAt(int64_t distance) const {
     if (distance <= 0) return 0;
     if (distance > across_) return along_;
-    return static_cast<int64_t>(-floorDivide(-(Wide{2} * along_ * distance - half()), Wide{2} * across_));
+    if (near()) return divide(2 * along_ * distance - half() + 2 * across_ - 1, 2 * across_);
+    return static_cast<int64_t>((Wide{2} * along_ * distance - half() + 2 * across_ - 1) / (2 * across_));
   }
+  int64_t distanceAt(int64_t step) const {
+    if (across_ == 0) return 0;
+    if (near()) return divide(2 * across_ * step + half(), 2 * along_);
+    return static_cast<int64_t>((Wide{2} * across_ * step + half()) / (2 * along_));
+  }
+  // As exact as whole numbers, and much faster than their division: what a double leaves out is no more than 1.
+  static int64_t divide(int64_t value, int64_t by) {
+    const auto about = static_cast<int64_t>(static_cast<double>(value) / static_cast<double>(by));
+    const int64_t rest = value - about * by;
+    return about + (rest < 0 ? -1 : rest >= by ? 1 : 0);
+  }
+  // Whether products of distances are numbers of 64 bits.
+  bool near() const { return along_ < 1 << 30; }
   // What is added before the division, in units of 1 / (2 x along): ties go up and to the left.
   int64_t half() const { return along_ - (up_ ? 0 : 1); }
 
@@ -91,9 +102,8 @@ class Walk {
  public:
   Walk(const Canvas &canvas, const Track &track, int64_t step)
       : carry_(2 * track.across_), full_(std::max<int64_t>(2 * track.along_, 1)) {
-    const Wide total = Wide{carry_} * step + track.half();
-    const auto distance = static_cast<int64_t>(total / full_);
-    rest_ = static_cast<int64_t>(total % full_);
+    const int64_t distance = track.distanceAt(step);
+    rest_ = static_cast<int64_t>(Track::Wide{carry_} * step + track.half() - Track::Wide{full_} * distance);
     const int64_t along = track.back_ ? -step : step, across = track.up_ ? -distance : distance;
     const int64_t x = track.from_.x + (track.steep_ ? across : along) + canvas.origin.x();
     const int64_t y = track.from_.y + (track.steep_ ? along : across) + canvas.origin.y();
@@ -102,6 +112,9 @@ class Walk {
     along_ = track.back_ ? -alongStep : alongStep;
     across_ = track.up_ ? -acrossStep : acrossStep;
   }
+
+  // Draws pixels beside each other.
+  void drawLevel(int64_t count, Effect effect) { applyTo(at_, static_cast<int>(count), effect); }
 
   void draw(int64_t count, Effect effect) {
     if (effect.copies())
@@ -118,10 +131,9 @@ class Walk {
       *at = change(*at);
       at += along_;
       rest += carry_;
-      if (rest >= full_) {
-        rest -= full_;
-        at += across_;
-      }
+      const bool over = rest >= full_;
+      rest -= over ? full_ : 0;
+      at += over ? across_ : 0;
     }
     at_ = at;
     rest_ = rest;
@@ -136,24 +148,49 @@ class Walk {
 class Marks {
  public:
   Marks(const Canvas &canvas, const Pencil &pencil)
-      : canvas_(canvas), dashes_(pencil.dashes), filler_(canvas, pencil.ink),
-        dash_(effectOf(pencil.ink.rop2, pencil.ink.color)),
-        gap_(pencil.gap.transparent ? effectOf(R2_NOP, 0) : effectOf(pencil.gap.rop2, pencil.gap.color)) {
+      : canvas_(canvas), dashes_(pencil.dashes), dash_(effectOf(pencil.ink.rop2, pencil.ink.color)) {
+    if (dashes_.empty()) return;
+    gap_ = pencil.gap.transparent ? effectOf(R2_NOP, 0) : effectOf(pencil.gap.rop2, pencil.gap.color);
     for (const uint8_t length : dashes_) period_ += length;
   }
 
   void line(POINT from, POINT to) {
     const Track track(from, to);
-    for (const QRect &clip : *canvas_.clip) part(track, clip.translated(-canvas_.origin));
+    if (track.length() == 0) return;
+    const auto [top, bottom] = std::minmax(from.y, to.y);
+    const auto row = [&](int y) {
+      return static_cast<int>(std::clamp<int64_t>(int64_t{y} + canvas_.origin.y(), -1, canvas_.bounds.bottom() + 1));
+    };
+    const std::span<const QRect> clip = clipAt(canvas_, row(top), row(bottom));
+    for (size_t i = 0; i < clip.size();) {
+      const QRect band = clip[i].translated(-canvas_.origin);
+      const Range rows = track.rows(band.top(), band.bottom());
+      const size_t first = i;
+      while (i < clip.size() && clip[i].top() == clip[first].top()) ++i;
+      if (rows.from < rows.to) inBand(track, rows, clip.subspan(first, i - first));
+    }
     if (period_) phase_ = (phase_ + track.length()) % period_;
   }
 
  private:
-  void part(const Track &track, const QRect &clip) const {
-    const Range range = track.within(clip);
+  // rows: the steps that lie in the rows of some rectangles beside each other.
+  void inBand(const Track &track, Range rows, std::span<const QRect> clip) const {
+    if (clip.size() == 1) {
+      part(track, rows & track.columns(clip[0].left() - canvas_.origin.x(), clip[0].right() - canvas_.origin.x()));
+      return;
+    }
+    const auto [left, right] = std::minmax({track.columnAt(rows.from), track.columnAt(rows.to - 1)});
+    for (const QRect &rect : clip) {
+      const int from = rect.left() - canvas_.origin.x(), to = rect.right() - canvas_.origin.x();
+      if (right < from) break;
+      if (left <= to) part(track, from <= left && right <= to ? rows : rows & track.columns(from, to));
+    }
+  }
+
+  void part(const Track &track, Range range) const {
     if (range.from >= range.to) return;
-    if (!period_ && track.straight()) {
-      filler_.part(track.box(range).translated(canvas_.origin));
+    if (!period_ && track.level()) {
+      Walk(canvas_, track, track.leftmost(range)).drawLevel(range.to - range.from, dash_);
       return;
     }
     Walk walk(canvas_, track, range.from);
@@ -176,13 +213,13 @@ class Marks {
 
   const Canvas &canvas_;
   std::span<const uint8_t> dashes_;
-  Filler filler_;
-  Effect dash_, gap_;
+  Effect dash_, gap_{};
   int64_t period_ = 0, phase_ = 0;
 };
 
 // A pen's width in pixels.
 int widthOf(const Dc &dc, int width) {
+  if (dc.unmapped()) return std::max(1, width);
   const double scale = static_cast<double>(dc.viewportExtent.cx) / dc.windowExtent.cx;
   return static_cast<int>(std::clamp(std::abs(std::floor(width * scale + 0.5)), 1.0, 1e8));
 }

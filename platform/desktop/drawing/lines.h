@@ -33,13 +33,19 @@ std::vector<POINT> toDevice(const Dc &dc, std::span<const POINT> logical);
 
 // Runs a drawing function with a context and its canvas, and tells the screen of the rectangle that it returns.
 // Result: whether there is such a context, be there anything to draw on or not.
-template <typename Draw> BOOL drawOn(HDC dc, Draw draw) {
+// overwritten: tells what the function is going to write whatever was there, in device coordinates.
+template <typename Draw, typename Overwritten> BOOL drawOn(HDC dc, Draw draw, Overwritten overwritten) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     const auto context = dcOf(dc);
     if (!context) return FALSE;
-    if (const auto canvas = context->canvas()) context->drawn(common(draw(*context, *canvas), canvas->bounds));
+    const auto canvas = context->canvas(overwritten(*context));
+    if (canvas) context->drawn(common(draw(*context, *canvas), canvas->bounds));
     return TRUE;
   });
+}
+
+template <typename Draw> BOOL drawOn(HDC dc, Draw draw) {
+  return drawOn(dc, draw, [](const Dc &) { return QRect(); });
 }
 
 } // namespace platform

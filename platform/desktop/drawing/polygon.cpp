@@ -76,21 +76,25 @@ void addPolygon(Spans &spans, std::span<const POINT> points, int mode, QPoint or
   const QRect limits = spans.limits().translated(-origin);
   const auto leftOf = [](const Side &a, const Side &b) { return a.x() < b.x(); };
   std::vector<Side> active;
+  active.reserve(sides.size());
   auto next = sides.begin();
-  for (int row = limits.top(); row <= limits.bottom() && (next != sides.end() || !active.empty()); ++row) {
-    if (active.empty() && next->top() > row) {
-      if (next->top() > limits.bottom()) return;
-      row = next->top();
-    }
+  int row = limits.top();
+  while (row <= limits.bottom()) {
     std::erase_if(active, [row](const Side &side) { return side.bottom() <= row; });
+    if (active.empty() && next != sides.end()) row = std::max(row, next->top());
     for (; next != sides.end() && next->top() <= row; ++next) {
       if (next->bottom() <= row) continue;
       active.push_back(*next);
       active.back().goTo(row);
     }
-    if (!std::is_sorted(active.begin(), active.end(), leftOf)) std::stable_sort(active.begin(), active.end(), leftOf);
-    addRow(spans, active, row, mode, origin);
-    for (Side &side : active) side.next();
+    if (active.empty() && next == sides.end()) return;
+    int end = next == sides.end() ? limits.bottom() + 1 : std::min(limits.bottom() + 1, next->top());
+    for (const Side &side : active) end = std::min(end, side.bottom());
+    for (; row < end; ++row) { // the sides stay the same
+      if (!std::is_sorted(active.begin(), active.end(), leftOf)) std::stable_sort(active.begin(), active.end(), leftOf);
+      addRow(spans, active, row, mode, origin);
+      for (Side &side : active) side.next();
+    }
   }
 }
 
@@ -136,17 +140,6 @@ EllipseRows::Row EllipseRows::computed(int fromMiddle) const {
   const double y = fromMiddle + (height_ % 2 ? 0 : 0.5);
   const double x = y >= b ? 0 : a * std::sqrt(1 - y * y / (b * b));
   return {static_cast<int>(std::lround(a - x)), 1};
-}
-
-void addEllipse(Spans &spans, const QRect &box, QPoint origin) {
-  if (box.isEmpty()) return;
-  const EllipseRows rows(box.width(), box.height());
-  const QRect limits = common(spans.limits().translated(-origin), box);
-  for (int y = limits.top(); y <= limits.bottom(); ++y) {
-    const int margin = rows.margin(y - box.top());
-    spans.add(y + origin.y(), int64_t{box.left()} + margin + origin.x(),
-              int64_t{box.right()} + 1 - margin + origin.x());
-  }
 }
 
 } // namespace platform

@@ -33,7 +33,4 @@ class EllipseRows {
   std::vector<Row> rows_; // from the middle outwards; empty for an ellipse bigger than any screen
 };
 
-// Adds an ellipse that fills a box of device coordinates.
-void addEllipse(Spans &spans, const QRect &box, QPoint origin);
-
 } // namespace platform

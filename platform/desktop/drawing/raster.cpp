@@ -2,6 +2,9 @@
 
 #include "platform/desktop/drawing/raster.h"
 
+#include <cstring>
+#include <cwchar>
+
 namespace platform {
 
 namespace {
@@ -47,20 +50,30 @@ QPoint hatchOriginOf(const Canvas &canvas, POINT brushOrigin) {
   return canvas.origin + QPoint(brushOrigin.x & 7, brushOrigin.y & 7);
 }
 
-void applyRow(QRgb *row, int count, Effect effect) {
-  for (int i = 0; i < count; ++i) row[i] = effect.on(row[i]);
-}
-
 } // namespace
 
 // The number of an operation, less 1, is its table of results: the bit 2 x pen + destination.
 Effect effectOf(int rop2, QRgb color) {
+  if (rop2 == R2_COPYPEN) return {0, color | kOpaque};
   const int table = std::clamp(rop2, R2_BLACK, R2_WHITE) - 1;
   const auto result = [&](int destination) {
     return (table >> destination & 1 ? ~color : 0u) | (table >> (2 + destination) & 1 ? color : 0u);
   };
   const QRgb onZeros = result(0), onOnes = result(1);
   return {(onZeros ^ onOnes) & ~kOpaque, onZeros | kOpaque};
+}
+
+void applyTo(QRgb *pixels, int count, Effect effect) {
+  if (!effect.copies()) {
+    for (int i = 0; i < count; ++i) pixels[i] = effect.on(pixels[i]);
+    return;
+  }
+  constexpr int kMany = 64;
+  static_assert(sizeof(wchar_t) == sizeof(QRgb));
+  if (count < kMany)
+    std::fill(pixels, pixels + count, effect.turn);
+  else // the C library's function takes the widest registers there are
+    std::wmemset(reinterpret_cast<wchar_t *>(pixels), static_cast<wchar_t>(effect.turn), static_cast<size_t>(count));
 }
 
 QRgb shown(const Canvas &canvas, COLORREF color) {
@@ -110,26 +123,44 @@ std::optional<Ink> inkOf(const Dc &dc, const Canvas &canvas, const Brush &brush)
   return ink;
 }
 
+std::span<const QRect> clipAt(const Canvas &canvas, int top, int bottom) {
+  const std::span<const QRect> all(canvas.clip->begin(), canvas.clip->end());
+  if (all.size() == 1) return all;
+  const auto first = std::partition_point(all.begin(), all.end(), [=](const QRect &one) { return one.bottom() < top; });
+  const auto last = std::partition_point(first, all.end(), [=](const QRect &one) { return one.top() <= bottom; });
+  return {first, last};
+}
+
 Filler::Filler(const Canvas &canvas, const Ink &ink)
     : canvas_(canvas), hatch_(ink.hatch), hatchOrigin_(ink.hatchOrigin), line_(effectOf(ink.rop2, ink.color)),
       gap_(ink.transparent ? effectOf(R2_NOP, 0) : effectOf(ink.rop2, ink.background)) {}
 
 void Filler::rect(const QRect &rect) const {
-  for (const QRect &clip : *canvas_.clip) part(common(clip, rect));
+  for (const QRect &clip : clipAt(canvas_, rect.top(), rect.bottom())) part(common(clip, rect));
 }
 
 void Filler::part(const QRect &rect) const {
   if (rect.isEmpty()) return;
+  if (hatch_) {
+    hatchPart(rect);
+    return;
+  }
   const int count = rect.width();
   QRgb *row = canvas_.row(rect.top()) + rect.left();
-  for (int y = rect.top(); y <= rect.bottom(); ++y, row += canvas_.pitch) {
-    if (hatch_)
-      hatchRow(row, count, rect.left(), y);
-    else if (line_.copies())
-      std::fill(row, row + count, line_.turn);
+  for (int rows = rect.height(); rows > 0; --rows, row += canvas_.pitch) applyTo(row, count, line_);
+}
+
+// A hatch is the same again after eight rows.
+void Filler::hatchPart(const QRect &rect) const {
+  const int count = rect.width();
+  const size_t bytes = sizeof(QRgb) * static_cast<size_t>(count);
+  const bool copies = line_.copies() && gap_.copies();
+  QRgb *row = canvas_.row(rect.top()) + rect.left();
+  for (int i = 0; i < rect.height(); ++i, row += canvas_.pitch)
+    if (copies && i >= 8)
+      std::memcpy(row, row - 8 * canvas_.pitch, bytes);
     else
-      applyRow(row, count, line_);
-  }
+      hatchRow(row, count, rect.left(), rect.top() + i);
 }
 
 void Filler::hatchRow(QRgb *row, int count, int x, int y) const {
@@ -152,11 +183,36 @@ void fillRegion(const Canvas &canvas, const QRegion &region, const Ink &ink) {
   for (const QRect &rect : region) filler.rect(rect);
 }
 
-void setPixel(const Canvas &canvas, QPoint at, const Ink &ink) { fillRect(canvas, QRect(at, at), ink); }
+void setPixel(const Canvas &canvas, QPoint at, const Ink &ink) {
+  if (ink.hatch) {
+    fillRect(canvas, QRect(at, at), ink);
+    return;
+  }
+  for (const QRect &clip : clipAt(canvas, at.y(), at.y()))
+    if (clip.contains(at)) applyTo(canvas.row(at.y()) + at.x(), 1, effectOf(ink.rop2, ink.color));
+}
+
+// Rows are many and lie in few places, so that they are dealt out by place first.
+void Spans::sortRows() {
+  const auto [lowest, highest] =
+      std::minmax_element(rows_.begin(), rows_.end(), [](const Row &a, const Row &b) { return a.y < b.y; });
+  const int top = lowest->y;
+  std::vector<size_t> ends(static_cast<size_t>(highest->y - top) + 2);
+  for (const Row &row : rows_) ++ends[static_cast<size_t>(row.y - top) + 1];
+  for (size_t i = 1; i < ends.size(); ++i) ends[i] += ends[i - 1];
+  std::vector<Row> sorted(rows_.size());
+  for (const Row &row : rows_) sorted[ends[static_cast<size_t>(row.y - top)]++] = row;
+  auto from = sorted.begin();
+  for (const size_t end : ends) {
+    const auto to = sorted.begin() + static_cast<std::ptrdiff_t>(end);
+    if (to - from > 1) std::sort(from, to);
+    from = std::max(from, to);
+  }
+  rows_ = std::move(sorted);
+}
 
 void Spans::settle() {
-  const auto before = [](const Row &a, const Row &b) { return a.y != b.y ? a.y < b.y : a.left < b.left; };
-  if (!std::is_sorted(rows_.begin(), rows_.end(), before)) std::sort(rows_.begin(), rows_.end(), before);
+  if (!std::is_sorted(rows_.begin(), rows_.end())) sortRows();
   size_t kept = 0;
   for (const Row &row : rows_) {
     Row *last = kept ? &rows_[kept - 1] : nullptr;
@@ -185,7 +241,7 @@ void Spans::remove(const Spans &other) {
 
 void Spans::fill(const Canvas &canvas, const Ink &ink) const {
   const Filler filler(canvas, ink);
-  for (const Row &row : rows_) filler.rect(QRect(QPoint(row.left, row.y), QPoint(row.right - 1, row.y)));
+  for (const Row &row : rows_) filler.row(row.y, row.left, row.right);
 }
 
 } // namespace platform

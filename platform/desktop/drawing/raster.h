@@ -5,6 +5,7 @@
 #include "platform/desktop/drawing/dc.h"
 
 #include <algorithm>
+#include <span>
 #include <vector>
 
 namespace platform {
@@ -27,6 +28,8 @@ struct Effect {
   bool copies() const { return keep == 0; }
 };
 Effect effectOf(int rop2, QRgb color);
+// Does it to pixels beside each other.
+void applyTo(QRgb *pixels, int count, Effect effect);
 
 // The colour that a canvas can show: on one of one bit, white where the colour is nearer to it.
 QRgb shown(const Canvas &canvas, COLORREF color);
@@ -50,15 +53,22 @@ inline QRect common(const QRect &a, const QRect &b) {
                QPoint(std::min(a.right(), b.right()), std::min(a.bottom(), b.bottom())));
 }
 
+// The rectangles of a canvas' clip that reach into some rows. They lie in bands from top to bottom, and those of a band
+// from left to right, so that of many only these cost time.
+std::span<const QRect> clipAt(const Canvas &canvas, int top, int bottom);
+
 // Draws many spans and rectangles with one ink.
 class Filler {
  public:
   Filler(const Canvas &canvas, const Ink &ink);
   void rect(const QRect &rect) const;
+  // Pixels of a row. right: outside.
+  void row(int y, int left, int right) const { rect(QRect(QPoint(left, y), QPoint(right - 1, y))); }
   // A rectangle that lies within the clip.
   void part(const QRect &rect) const;
 
  private:
+  void hatchPart(const QRect &rect) const;
   void hatchRow(QRgb *row, int count, int x, int y) const;
 
   const Canvas &canvas_;
@@ -71,7 +81,7 @@ class Filler {
 class Spans {
  public:
   // limits: what lies outside them is left out.
-  explicit Spans(const QRect &limits) : limits_(limits) {}
+  explicit Spans(const QRect &limits) : limits_(limits) { rows_.reserve(64); }
   // Those of a canvas' clip.
   explicit Spans(const Canvas &canvas) : Spans(canvas.clip->boundingRect()) {}
 
@@ -82,7 +92,7 @@ class Spans {
     if (from < to && y >= limits_.top() && y <= limits_.bottom())
       rows_.push_back({y, static_cast<int>(from), static_cast<int>(to)});
   }
-  // The rows of an ordered set without overlaps.
+  // Makes them an ordered set without overlaps.
   void settle();
   // Takes away what another settled set has.
   void remove(const Spans &other);
@@ -91,7 +101,11 @@ class Spans {
  private:
   struct Row {
     int y, left, right;
+
+    bool operator<(const Row &other) const { return y != other.y ? y < other.y : left < other.left; }
   };
+  void sortRows();
+
   QRect limits_;
   std::vector<Row> rows_;
 };

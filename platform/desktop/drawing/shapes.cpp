@@ -45,6 +45,31 @@ void drawPolygon(const Canvas &canvas, std::span<const POINT> points, int mode, 
     drawLines(canvas, *pencil, points, true);
 }
 
+// A frame with a hole: its rounded corners row by row, the rest as rectangles.
+void drawWideFrame(const Canvas &canvas, const QRect &box, const std::optional<Ink> &ink, const Pencil &pencil) {
+  const int width = pencil.width, before = width / 2, after = width - before - 1;
+  const QRect outer = box.adjusted(-before, -before, after, after);
+  const QRect hole = outer.adjusted(width, width, -width, -width);
+  const auto shift = [&](int left, int top, int right, int bottom) {
+    return QRect(QPoint(left, top), QPoint(right, bottom)).translated(canvas.origin);
+  };
+  const Filler filler(canvas, pencil.ink);
+  const EllipseRows corner(width, width);
+  for (int i = 0; i < before; ++i) {
+    const int free = corner.margin(i), y = outer.top() + i;
+    filler.rect(shift(outer.left() + free, y, outer.right() - free, y));
+  }
+  for (int i = before; i < width; ++i) {
+    const int free = corner.margin(i), y = outer.bottom() - width + 1 + i;
+    filler.rect(shift(outer.left() + free, y, outer.right() - free, y));
+  }
+  filler.rect(shift(outer.left(), box.top(), outer.right(), hole.top() - 1));
+  filler.rect(shift(outer.left(), hole.top(), hole.left() - 1, hole.bottom()));
+  filler.rect(shift(hole.right() + 1, hole.top(), outer.right(), hole.bottom()));
+  filler.rect(shift(outer.left(), hole.bottom() + 1, outer.right(), box.bottom() - 1));
+  if (ink) fillRect(canvas, hole.translated(canvas.origin), *ink);
+}
+
 void drawRectangle(const Canvas &canvas, QRect box, const std::optional<Ink> &ink,
                    const std::optional<Pencil> &pencil) {
   if (!pencil) {
@@ -54,7 +79,10 @@ void drawRectangle(const Canvas &canvas, QRect box, const std::optional<Ink> &in
   if (pencil->inside) box = insideFrame(box, pencil->width);
   const std::array<POINT, 4> corners = frameOf(box);
   if (pencil->width > 1) {
-    drawPolygon(canvas, corners, WINDING, ink, pencil);
+    if (box.width() > 2 * pencil->width && box.height() > 2 * pencil->width)
+      drawWideFrame(canvas, box, ink, *pencil);
+    else
+      drawPolygon(canvas, corners, WINDING, ink, pencil);
     return;
   }
   if (ink) fillRect(canvas, box.adjusted(1, 1, -1, -1).translated(canvas.origin), *ink);
@@ -77,14 +105,19 @@ using namespace platform;
 int FillRect(HDC dc, const RECT *rect, HBRUSH brush) {
   const auto found = brushOf(brush);
   if (!rect || !found) return 0;
-  return drawOn(dc, [&](Dc &context, const Canvas &canvas) {
+  const auto boxIn = [&](const Dc &context) {
+    return filledBox(context, rect->left, rect->top, rect->right, rect->bottom);
+  };
+  const auto draw = [&](const Dc &context, const Canvas &canvas) {
     auto ink = inkOf(context, canvas, *found);
     if (!ink) return QRect();
     ink->rop2 = R2_COPYPEN;
-    const QRect box = filledBox(context, rect->left, rect->top, rect->right, rect->bottom).translated(canvas.origin);
+    const QRect box = boxIn(context).translated(canvas.origin);
     fillRect(canvas, box, *ink);
     return box;
-  });
+  };
+  const auto overwritten = [&](const Dc &context) { return found->style == BS_SOLID ? boxIn(context) : QRect(); };
+  return drawOn(dc, draw, overwritten);
 }
 
 int FrameRect(HDC dc, const RECT *rect, HBRUSH brush) {

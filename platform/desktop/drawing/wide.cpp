@@ -9,9 +9,27 @@ namespace platform {
 
 namespace {
 
-void addDisc(Spans &spans, POINT at, int width, QPoint origin) {
-  addEllipse(spans, QRect(at.x - width / 2, at.y - width / 2, width, width), origin);
-}
+// The round end of a line.
+class Disc {
+ public:
+  explicit Disc(int width) : width_(width), rows_(width, width) {}
+
+  void add(Spans &spans, POINT at, QPoint origin) const {
+    const int64_t left = int64_t{at.x} - width_ / 2 + origin.x(), top = int64_t{at.y} - width_ / 2 + origin.y();
+    const QRect &limits = spans.limits();
+    if (left > limits.right() || left + width_ <= limits.left()) return;
+    const int64_t first = std::max<int64_t>(top, limits.top());
+    const int64_t last = std::min<int64_t>(top + width_ - 1, limits.bottom());
+    for (int64_t y = first; y <= last; ++y) {
+      const int margin = rows_.margin(static_cast<int>(y - top));
+      spans.add(static_cast<int>(y), left + margin, left + width_ - margin);
+    }
+  }
+
+ private:
+  int width_;
+  EllipseRows rows_;
+};
 
 // width x part / length, rounded up.
 int64_t portion(int width, int64_t part, double length) {
@@ -23,11 +41,29 @@ POINT pointAt(int64_t x, int64_t y) {
   return {limited(x), limited(y)};
 }
 
+// The body of a line along a row or a column.
+void addStraight(Spans &spans, POINT from, POINT to, int width, QPoint origin) {
+  const int64_t before = width / 2, after = width - before;
+  const bool level = from.y == to.y;
+  const auto [left, right] = std::minmax(from.x, to.x);
+  const auto [top, bottom] = std::minmax(from.y, to.y);
+  const int64_t first = int64_t{top} - (level ? before : 0) + origin.y();
+  const int64_t end = int64_t{bottom} + (level ? after : 0) + origin.y();
+  const int64_t begin = int64_t{left} - (level ? 0 : before) + origin.x();
+  const int64_t stop = int64_t{right} + (level ? 0 : after) + origin.x();
+  const QRect &limits = spans.limits();
+  for (int64_t y = std::max<int64_t>(first, limits.top()); y < std::min<int64_t>(end, limits.bottom() + 1); ++y)
+    spans.add(static_cast<int>(y), begin, stop);
+}
+
 // The body of a line without its ends: a rectangle on its edge, whose corners are whole numbers of pixels from the line's.
 // What can't be halved goes to the right, and down for a line that is level or rises to the right, else up.
 void addSegment(Spans &spans, POINT from, POINT to, int width, QPoint origin) {
   const int64_t dx = int64_t{to.x} - from.x, dy = int64_t{to.y} - from.y;
-  if (dx == 0 && dy == 0) return;
+  if (dx == 0 || dy == 0) {
+    addStraight(spans, from, to, width, origin);
+    return;
+  }
   const double length = std::hypot(static_cast<double>(dx), static_cast<double>(dy));
   const int64_t across = portion(width, dy, length), down = portion(width, dx, length);
   const bool falling = (dx > 0 && dy > 0) || (dx < 0 && dy < 0);
@@ -43,8 +79,9 @@ void addSegment(Spans &spans, POINT from, POINT to, int width, QPoint origin) {
 
 Spans strokeOf(const Canvas &canvas, int width, std::span<const POINT> points, bool closed) {
   Spans spans(canvas);
+  const Disc disc(width);
   for (size_t i = 0; i < points.size(); ++i) {
-    addDisc(spans, points[i], width, canvas.origin);
+    disc.add(spans, points[i], canvas.origin);
     if (i + 1 < points.size())
       addSegment(spans, points[i], points[i + 1], width, canvas.origin);
     else if (closed)

@@ -1,0 +1,153 @@
+// Contexts, objects, mapping, regions, bitmaps and copying.
+
+#include "platform/platform.h"
+#include "support/files.h"
+#include "support/handles.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+
+// A context with a bitmap of its own.
+struct Picture {
+  explicit Picture(HANDLE made) : bitmap(made) { SelectObject(dc, made); }
+  explicit Picture(int size) : Picture(CreateBitmap(size, size, 1, 32, nullptr)) {}
+  ~Picture() { DeleteDC(dc), DeleteObject(bitmap); }
+  // Rows of 4, a letter for each pixel: black, white, red, green, blue, grey, others.
+  std::string text() const {
+    constexpr COLORREF kColors[] = {0, 0xFFFFFF, 0xFF, 0xFF00, 0xFF0000, 0x808080};
+    std::string all;
+    for (int i = 0; i < 12; ++i)
+      all += ".#rgbe?"[std::find(kColors, std::end(kColors), GetPixel(dc, i % 4, i / 4)) - kColors];
+    return all;
+  }
+  HDC dc = CreateCompatibleDC(nullptr);
+  HANDLE bitmap;
+};
+
+struct GdiObjects : testing::Test {
+  ~GdiObjects() override { EXPECT_EQ(openHandles(), before); }
+  const std::vector<size_t> before = openHandles();
+};
+
+TEST_F(GdiObjects, OutliveTheirDeletionWhileTheyAreSelected) {
+  Picture a(2), b(2);
+  LOGPEN pen{};
+  const HGDIOBJ made = CreatePen(PS_DOT, -3, 0x2030405), old = SelectObject(a.dc, made);
+  EXPECT_TRUE(old == GetStockObject(BLACK_PEN) && SelectObject(b.dc, made) == old && DeleteObject(made));
+  EXPECT_TRUE(SelectObject(a.dc, old) == made && SelectObject(a.dc, made) == old && SelectObject(a.dc, old));
+  EXPECT_TRUE(GetObjectA(made, sizeof pen, &pen) && pen.lopnWidth.x == 3 && pen.lopnColor == 0x2030405);
+  EXPECT_TRUE(SelectObject(b.dc, old) == made && !GetObjectA(made, sizeof pen, &pen) && !SelectObject(b.dc, made));
+  EXPECT_FALSE(SelectObject(b.dc, a.bitmap) || CreateHatchBrush(12, 0) || SelectObject(a.dc, nullptr));
+  EXPECT_TRUE(DeleteObject(GetStockObject(GRAY_BRUSH)) && GetObjectA(GetStockObject(GRAY_BRUSH), 0, nullptr));
+  PALETTEENTRY entry{};
+  const LOGPALETTE one{0x300, 1, {{1, 2, 3, 4}}};
+  const HPALETTE palette = CreatePalette(&one);
+  EXPECT_TRUE(GetPaletteEntries(palette, 0, 3, &entry) == 1 && entry.peBlue == 3 && UnrealizeObject(palette));
+  EXPECT_TRUE(SelectPalette(a.dc, palette, FALSE) == GetStockObject(DEFAULT_PALETTE) && DeleteObject(palette));
+  EXPECT_TRUE(SetROP2(a.dc, 17) == 0 && SetROP2(a.dc, R2_NOT) == R2_COPYPEN && GetROP2(a.dc) == R2_NOT);
+  const HDC screen = GetDC(nullptr), display = CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
+  EXPECT_TRUE(!ReleaseDC(nullptr, a.dc) && !ReleaseDC(nullptr, display) && GetDeviceCaps(screen, LOGPIXELSX) == 96);
+  EXPECT_TRUE(ReleaseDC(nullptr, screen) && !ReleaseDC(nullptr, screen) && DeleteDC(display) && !DeleteDC(display));
+}
+
+TEST_F(GdiObjects, MapAndClip) {
+  Picture a(6);
+  // mode, extents of window and viewport, origins of both, a logical point and its device point
+  const int maps[][13] = {{MM_ANISOTROPIC, 4, 4, 10, -6, 0, 0, 7, 0, 1, 1, 10, -1},
+                          {MM_TEXT, 7, 7, 9, 9, 1, 2, 2, 4, 5, 5, 6, 7}};
+  for (const auto &[mode, x, y, right, down, fromX, fromY, toX, toY, atX, atY, thenX, thenY] : maps) {
+    POINT point{atX, atY};
+    SetMapMode(a.dc, mode), SetWindowExtEx(a.dc, x, y, nullptr), SetViewportExtEx(a.dc, right, down, nullptr);
+    SetWindowOrgEx(a.dc, fromX, fromY, nullptr), SetViewportOrgEx(a.dc, toX, toY, nullptr);
+    EXPECT_TRUE(LPtoDP(a.dc, &point, 1) && point.x == thenX && point.y == thenY) << mode;
+  }
+  RECT r{};
+  const HRGN first = CreateRectRgn(4, 4, 0, 0), second = CreateRectRgn(2, 2, 9, 3), result = CreateRectRgn(0, 0, 0, 0);
+  using Box = std::vector<LONG>; // and the kind before it
+  const Box combined[] = {{2, 2, 2, 4, 3}, {3, 0, 0, 9, 4}, {3, 0, 0, 9, 4}, {3, 0, 0, 4, 4}};
+  EXPECT_TRUE(GetClipRgn(a.dc, result) == 0 && !CombineRgn(result, first, nullptr, RGN_OR));
+  for (int mode = RGN_AND; mode < RGN_COPY; ++mode) {
+    SelectClipRgn(a.dc, first), ExtSelectClipRgn(a.dc, second, mode), CombineRgn(result, first, second, mode);
+    for (const bool clip : {false, true}) {
+      if (clip) GetClipRgn(a.dc, result);
+      EXPECT_EQ(combined[mode - 1], (Box{GetRgnBox(result, &r), r.left, r.top, r.right, r.bottom})) << mode << clip;
+    }
+  }
+  EXPECT_TRUE(SelectClipRgn(a.dc, nullptr) == SIMPLEREGION && !ExtSelectClipRgn(a.dc, nullptr, RGN_AND));
+  EXPECT_EQ(ExcludeClipRect(a.dc, 2, 0, 1, -1) + IntersectClipRect(a.dc, -1, -2, 2, 0), 2 * COMPLEXREGION);
+  EXPECT_TRUE(GetClipBox(a.dc, &r) == COMPLEXREGION && r.left == -1 && r.top == -2 && r.right == 2 && r.bottom == 0);
+  PatBlt(a.dc, -9, -9, 99, 99, WHITENESS), SetViewportOrgEx(a.dc, 1, 2, nullptr);
+  EXPECT_EQ(a.text(), "###.##......");
+  for (const HRGN region : {first, second, result}) DeleteObject(region);
+}
+
+TEST_F(GdiObjects, BitmapsComeFromAllForms) {
+  using namespace std::string_literals;
+  const std::string codes = "\1\2\0\3\1\5\4\0\0\0\0\2\1\0\2\3\0\1"s; // a run, single ones, a new row, a jump, a run
+  // bits, height, compression and its size, bytes, pixels: none for a form that there isn't
+  const std::tuple<WORD, LONG, DWORD, DWORD, std::string, const char *> rows[] = {
+      {8, -3, BI_RGB, 0, "\0\1\2\3\4\5\0\0\1\1\1\1"s, ".#rgbe..####"},
+      {4, 3, BI_RGB, 0, "\1\x23\0\0\x45\0\0\0\x11\x11\0\0"s, "####be...#rg"},
+      {1, -3, BI_RGB, 0, "\x50\0\0\0\xF0\0\0\0\0\0\0\0"s, ".#.#####...."},
+      {16, 1, BI_RGB, 0, "\0\x7C\xE0\3\x1F\0\xFF\x7F"s, "rgb#????????"},
+      {16, 1, BI_BITFIELDS, 0, "\0\x0F\xF0\0\x0F\0\xFF\x0F"s, "rgb#????????"},
+      {24, 1, BI_RGB, 0, "\0\0\xFF\0\xFF\0\xFF\0\0\x80\x80\x80"s, "rgbe????????"},
+      {8, 3, BI_RLE8, 18, codes, ".....gg.r#eb"},
+      {8, 3, BI_RLE8, 10, codes, "........r#eb"},
+      {4, 3, BI_RLE4, 4, "\4\x25\0\1"s, "........rere"},
+      {8, 3, BI_RLE8, 0, codes, ""},
+      {24, 1, BI_BITFIELDS, 0, codes, ""}};
+  const TempFolder folder;
+  const std::string name = folder.file("a.bmp"), mark = "BM\0\0\0\0\0\0\0\0\x36\4\0\0"s;
+  const HDC screen = GetDC(nullptr);
+  for (const auto &[bits, height, compression, size, bytes, pixels] : rows) {
+    BITMAPINFO info[26]{}; // room for 256 colours
+    info->bmiHeader = {40, 4, height, 1, bits, compression, size, 0, 0, 0, 0};
+    const DWORD colors[] = {0, 0xFFFFFF, 0xFF0000, 0xFF00, 0xFF, 0x808080}, masks[] = {0xF00, 0xF0, 0xF};
+    std::memcpy(info->bmiColors, compression == BI_BITFIELDS ? masks : colors, compression == BI_BITFIELDS ? 12 : 24);
+    const HBITMAP made = CreateDIBitmap(screen, &info->bmiHeader, CBM_INIT, bytes.data(), info, DIB_RGB_COLORS);
+    EXPECT_EQ(made ? Picture(made).text() : "", pixels) << bits;
+    if (!made || height < 0) continue;
+    writeFile(name, mark + std::string(reinterpret_cast<const char *>(info), 40 + 1024) + bytes);
+    EXPECT_EQ(Picture(LoadImageA(nullptr, name.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE)).text(), pixels);
+  }
+  ReleaseDC(nullptr, screen);
+  const auto resource = [](int id, int width) {
+    const HINSTANCE program = GetModuleHandleA(nullptr);
+    return Picture(LoadImageA(program, MAKEINTRESOURCEA(id), IMAGE_BITMAP, width, 0, 0)).text().substr(0, 8);
+  };
+  EXPECT_EQ(resource(101, 0) + resource(101, 1) + resource(102, 0) + resource(102, 8),
+            "rgb?.e#?r???.???.#..????..##????");
+}
+
+TEST_F(GdiObjects, BlitsCombineAndMove) {
+  constexpr DWORD kPattern = 0x5A3CC3;
+  std::mt19937 random;
+  Picture a(9), b(9);
+  SelectObject(b.dc, CreateSolidBrush(kPattern));
+  const auto noise = [&](const Picture &in) {
+    std::vector<DWORD> all(81);
+    for (int i = 0; i < 81; ++i) SetPixel(in.dc, i % 9, i / 9, all[size_t(i)] = random() & 0xFFFFFF);
+    return all;
+  };
+  for (DWORD i = 0; i < 600; ++i) { // from another picture with all operations, copies within one in all directions
+    const DWORD table = i % 2 ? i / 2 % 256 : SRCCOPY >> 16;
+    const int dx = int(random() % 4) - 1, dy = int(random() % 4) - 1;
+    const bool within = i % 4 == 2;
+    const auto other = noise(a), old = noise(b), &source = within ? old : other;
+    BitBlt(b.dc, 1, 1, 6, 6, within ? b.dc : a.dc, 1 + dx, 1 + dy, table << 16);
+    for (int k = 0; k < 36; ++k) {
+      const int at = (1 + k / 6) * 9 + 1 + k % 6;
+      const DWORD from = source[size_t(at + 9 * dy + dx)], to = old[size_t(at)];
+      DWORD expected = 0;
+      for (int bit = 0; bit < 24; ++bit)
+        expected |= (table >> (4 * (kPattern >> bit & 1) + 2 * (from >> bit & 1) + (to >> bit & 1)) & 1) << bit;
+      ASSERT_EQ(GetPixel(b.dc, at % 9, at / 9), expected) << table << ' ' << at;
+    }
+    ASSERT_TRUE(GetPixel(b.dc, 0, 3) == old[27] && GetPixel(b.dc, 7, 7) == old[70]);
+  }
+  DeleteObject(SelectObject(b.dc, GetStockObject(WHITE_BRUSH)));
+}

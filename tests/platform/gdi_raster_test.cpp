@@ -1,0 +1,215 @@
+// Lines, shapes, edges and controls, pixel for pixel.
+
+#include "platform/platform.h"
+#include "support/handles.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+constexpr COLORREF kGround = RGB(0, 0, 255), kPen = RGB(255, 0, 0), kBrush = RGB(0, 255, 0), kBack = RGB(255, 255, 0);
+
+// A context with a blue bitmap, a red pen, a green brush and a yellow background.
+struct Board {
+  explicit Board(int width = 12, int height = 9, UINT bits = 32) : width(width), height(height) {
+    SelectObject(dc, bitmap = CreateBitmap(width, height, 1, bits, nullptr));
+    SelectObject(dc, brush);
+    SetBkColor(dc, kBack);
+    use(PS_SOLID, 1);
+    fill(kGround);
+  }
+  ~Board() { DeleteDC(dc), DeleteObject(bitmap), DeleteObject(brush), DeleteObject(pen); }
+  void use(int style, int thick, COLORREF color = kPen) {
+    const HPEN made = CreatePen(style, thick, color);
+    SelectObject(dc, made);
+    DeleteObject(std::exchange(pen, made));
+  }
+  void fill(COLORREF color) { fill(CreateSolidBrush(color)); }
+  void fill(HBRUSH with) {
+    const RECT all{0, 0, width, height};
+    EXPECT_TRUE(FillRect(dc, &all, with) && DeleteObject(with));
+  }
+  void line(int x, int y, int toX, int toY) { EXPECT_TRUE(MoveToEx(dc, x, y, nullptr) && LineTo(dc, toX, toY)); }
+  int count(COLORREF color) const {
+    int sum = 0;
+    for (int i = 0; i < width * height; ++i) sum += GetPixel(dc, i % width, i / width) == color;
+    return sum;
+  }
+  // Rows, each with a slash: . ground, p pen, b brush, k background; a number says how many of a letter there are.
+  std::string text() const {
+    std::string all;
+    for (int y = 0; y < height; ++y, all += '/')
+      for (int x = 0, run = 1; x < width; ++x, ++run) {
+        const COLORREF color = GetPixel(dc, x, y);
+        if (x + 1 < width && GetPixel(dc, x + 1, y) == color) continue;
+        all += (run > 1 ? std::to_string(run) : "") + (color == kGround  ? '.'
+                                                       : color == kPen   ? 'p'
+                                                       : color == kBrush ? 'b'
+                                                       : color == kBack  ? 'k'
+                                                                         : '?');
+        run = 0;
+      }
+    return all;
+  }
+  const HDC dc = CreateCompatibleDC(nullptr);
+  const HBRUSH brush = CreateSolidBrush(kBrush);
+  HPEN pen = nullptr;
+  HBITMAP bitmap;
+  const int width, height;
+};
+
+struct GdiRaster : testing::Test {
+  ~GdiRaster() override { EXPECT_EQ(openHandles(), before); }
+  const std::vector<size_t> before = openHandles();
+};
+
+TEST_F(GdiRaster, ThinLinesTakeTheNearestPixelsAndLeaveTheLastOut) {
+  const auto nearest = [](int step, int part, int whole) { // to step x part / whole; a half goes up and to the left
+    const int twice = 2 * step * part - whole, by = 2 * whole;
+    return twice >= 0 ? (twice + by - 1) / by : -(-twice / by);
+  };
+  Board board(25, 25);
+  for (int i = 0; i < 25 * 25; ++i) {
+    const int dx = i % 25 - 12, dy = i / 25 - 12, steps = std::max(std::abs(dx), std::abs(dy));
+    board.fill(kGround);
+    board.line(12, 12, 12 + dx, 12 + dy);
+    int found = 0;
+    for (int step = 0; step < steps; ++step)
+      found += GetPixel(board.dc, 12 + nearest(step, dx, steps), 12 + nearest(step, dy, steps)) == kPen;
+    EXPECT_TRUE(found == steps && board.count(kPen) == steps) << dx << ',' << dy;
+  }
+  for (const int away : {26, 3000, 40000000}) { // what is seen doesn't depend on how far away the ends are
+    board.fill(kGround);
+    board.line(away, 12 + away / 2, -away, 12 - away / 2);
+    EXPECT_TRUE(board.count(kPen) == 25 && GetPixel(board.dc, 1, 12) == kPen && GetPixel(board.dc, 24, 24) == kPen);
+  }
+}
+
+TEST_F(GdiRaster, DashesGoOnAlongAPolyline) {
+  const std::pair<int, std::string> styles[] = {{PS_DASH, "18p6k18p6k"},
+                                                {PS_DOT, "3p3k3p3k3p3k3p3k3p3k3p3k3p3k3p3k"},
+                                                {PS_DASHDOT, "9p6k3p6k9p6k3p6k"},
+                                                {PS_DASHDOTDOT, "9p3k3p3k3p3k9p3k3p3k3p3k"}};
+  for (const auto &[style, row] : styles) {
+    Board board(48, 3);
+    board.use(style, 1);
+    const POINT points[] = {{0, 0}, {7, 0}, {19, 0}, {48, 0}};
+    EXPECT_TRUE(Polyline(board.dc, points, 4) && SetBkMode(board.dc, TRANSPARENT));
+    board.line(0, 1, 48, 1);
+    board.use(style, 3); // a wide pen has no dashes
+    std::string gaps = row;
+    std::replace(gaps.begin(), gaps.end(), 'k', '.');
+    EXPECT_EQ(board.text(), row + "/" + gaps + "/48./");
+  }
+}
+
+TEST_F(GdiRaster, ShapesKeepTheirEdges) {
+  const POINT gon[] = {{1, 1}, {9, 1}, {9, 6}, {1, 6}};
+  const POINT star[] = {{5, 0}, {8, 8}, {0, 3}, {10, 3}, {2, 8}};
+  const RECT box{2, 2, 6, 5}, flat{2, 2, 9, 2};
+  const std::pair<std::function<void(Board &)>, const char *> cases[] = {
+      {[&](Board &b) { FillRect(b.dc, &box, b.brush); }, "12./12./2.4b6./2.4b6./2.4b6./12./12./12./12./"},
+      {[&](Board &b) { FillRect(b.dc, &flat, b.brush); }, "12./12./12./12./12./12./12./12./12./"},
+      {[&](Board &b) { FrameRect(b.dc, &box, b.brush); }, "12./12./2.4b6./2.b2.b6./2.4b6./12./12./12./12./"},
+      {[](Board &b) { Rectangle(b.dc, 6, 5, 2, 2); }, "12./12./2.4p6./2.p2bp6./2.4p6./12./12./12./12./"},
+      {[](Board &b) { SelectObject(b.dc, GetStockObject(NULL_PEN)), Rectangle(b.dc, 2, 2, 6, 5); },
+       "12./12./2.3b7./2.3b7./12./12./12./12./12./"},
+      {[](Board &b) { b.use(PS_INSIDEFRAME, 2), Rectangle(b.dc, 2, 2, 9, 8); },
+       "12./12./2.7p3./2.7p3./2.2p3b2p3./2.2p3b2p3./2.7p3./2.7p3./12./"},
+      {[](Board &b) { b.use(PS_SOLID, 3), b.line(3, 4, 8, 4); }, "12./12./12./3.6p3./2.8p2./3.6p3./12./12./12./"},
+      {[&](Board &b) { Polygon(b.dc, gon, 4); }, "12./.9p2./.p7bp2./.p7bp2./.p7bp2./.p7bp2./.9p2./12./12./"},
+      {[&](Board &b) { SetPolyFillMode(b.dc, WINDING), Polygon(b.dc, star, 5); },
+       "5.p6./5.p6./4.pbp5./11p./.3p2bpb2p2./3.2pb2p4./3.pbpbp4./2.3p.3p3./2.p5.p3./"},
+      {[&](Board &b) { Polygon(b.dc, star, 5); },
+       "5.p6./5.p6./4.pbp5./11p./.3p2.pb2p2./3.2p.2p4./3.pbpbp4./2.3p.3p3./2.p5.p3./"},
+      {[](Board &b) {
+         SetROP2(b.dc, R2_XORPEN), Rectangle(b.dc, 2, 2, 6, 5), SetROP2(b.dc, R2_NOT), b.line(0, 3, 12, 3);
+       },
+       "12./12./2.4?6./2kb2pb6k/2.4?6./12./12./12./12./"},
+      {[](Board &b) {
+         const HGDIOBJ hatch = CreateHatchBrush(HS_FDIAGONAL, kPen);
+         const RECT all{1, 0, 12, 9};
+         SetBrushOrgEx(b.dc, 1, 0, nullptr), FillRect(b.dc, &all, static_cast<HBRUSH>(hatch)), DeleteObject(hatch);
+       },
+       ".p7kp2k/.kp7kpk/.2kp7kp/.3kp7k/.4kp6k/.5kp5k/.6kp4k/.7kp3k/.p7kp2k/"},
+      {[](Board &b) { Ellipse(b.dc, 1, 1, 9, 8); }, "12./3.4p5./2.p4bp4./.p6bp3./.p6bp3./.p6bp3./2.p4bp4./3.4p5./12./"},
+      {[](Board &b) { RoundRect(b.dc, 1, 1, 11, 8, 4, 4); },
+       "12./2.8p2./.p8bp./.p8bp./.p8bp./.p8bp./.p8bp./2.8p2./12./"},
+      {[](Board &b) {
+         SetMapMode(b.dc, MM_ANISOTROPIC), SetViewportExtEx(b.dc, -2, 2, nullptr),
+             SetViewportOrgEx(b.dc, 11, 0, nullptr), Rectangle(b.dc, 1, 1, 4, 4), SetMapMode(b.dc, MM_TEXT),
+             SetViewportOrgEx(b.dc, 0, 0, nullptr);
+       },
+       "12./2.7p3./2.7p3./2.2p3b2p3./2.2p3b2p3./2.2p3b2p3./2.7p3./2.7p3./12./"},
+  };
+  for (const auto &[draw, rows] : cases) {
+    Board board;
+    draw(board);
+    EXPECT_EQ(board.text(), rows) << rows;
+  }
+}
+
+TEST_F(GdiRaster, EdgesAndFocusFrames) {
+  const auto shades = [](Board &board) { // from light to dark; the two in the middle are one in some looks
+    std::string all;
+    constexpr int kShades[] = {COLOR_BTNHIGHLIGHT, COLOR_3DLIGHT, COLOR_BTNFACE, COLOR_BTNSHADOW, COLOR_3DDKSHADOW};
+    for (int i = 0; i < 6 * 5; ++i) {
+      const COLORREF color = GetPixel(board.dc, i % 6, i / 6);
+      const auto *found =
+          std::find_if(kShades, std::end(kShades), [&](int shade) { return GetSysColor(shade) == color; });
+      all += found == std::end(kShades) ? '.' : "01134"[found - kShades];
+    }
+    return all;
+  };
+  const std::tuple<UINT, UINT, const char *, RECT> cases[] = {
+      {EDGE_RAISED, BF_RECT, "11111410003410..34133334444444", {0, 0, 6, 5}},
+      {EDGE_SUNKEN, BF_RECT | BF_MIDDLE, "333330344410341110311110000000", {0, 0, 6, 5}},
+      {EDGE_ETCHED, BF_TOP | BF_RIGHT | BF_ADJUST, "333330000030....30....30....30", {0, 2, 4, 5}},
+      {BDR_RAISEDINNER, BF_RECT | BF_SOFT | BF_ADJUST, "1111131....31....31....3333333", {1, 1, 5, 4}},
+      {EDGE_BUMP, BF_BOTTOM | BF_LEFT | BF_FLAT, "31....31....31....311111333333", {0, 0, 6, 5}},
+      {BDR_SUNKENOUTER, BF_DIAGONAL | BF_TOP | BF_RIGHT | BF_ADJUST, "....3....3....3....3....3.....", {0, 1, 5, 5}},
+  };
+  for (const auto &[edge, flags, picture, inner] : cases) {
+    Board board(6, 5);
+    RECT rect{0, 0, 6, 5};
+    EXPECT_TRUE(DrawEdge(board.dc, &rect, edge, flags));
+    EXPECT_EQ(shades(board), picture) << edge << ' ' << flags;
+    EXPECT_EQ(std::memcmp(&rect, &inner, sizeof rect), 0)
+        << rect.left << ',' << rect.top << ',' << rect.right << ',' << rect.bottom;
+  }
+  Board board;
+  const RECT rect{1, 1, 10, 7};
+  const std::string before = board.text();
+  EXPECT_TRUE(DrawFocusRect(board.dc, &rect));
+  EXPECT_EQ(board.text(), "12./.k.k.k.k.k2./12./.k7.k2./12./.k7.k2./2.k.k.k.k3./12./12./");
+  EXPECT_TRUE(DrawFocusRect(board.dc, &rect)); // a second time takes it away
+  EXPECT_EQ(board.text(), before);
+}
+
+TEST_F(GdiRaster, TakesWhateverNumbersThereAre) {
+  Board board(25, 9);
+  constexpr int kNumbers[] = {-32768, -1, 0, 5, 32767};
+  for (const int width : {1, 3}) {
+    board.use(PS_SOLID, width);
+    for (int i = 0; i < 5 * 5; ++i) {
+      const int a = kNumbers[i % 5], b = kNumbers[i / 5];
+      const RECT rect{a, b, b, a};
+      const POINT points[] = {{a, b}, {b, a}, {a, a}, {b, b}};
+      RECT edge = rect;
+      EXPECT_TRUE(FillRect(board.dc, &rect, board.brush) && Rectangle(board.dc, a, b, b, a));
+      DrawFocusRect(board.dc, &rect), DrawEdge(board.dc, &edge, EDGE_RAISED, BF_RECT | BF_MIDDLE);
+      Ellipse(board.dc, a, a, b, b), RoundRect(board.dc, a, a, b, b, b, a), Polygon(board.dc, points, 4);
+      board.line(a, b, b, a);
+      EXPECT_TRUE(PolyBezierTo(board.dc, points, 3));
+    }
+  }
+  EXPECT_TRUE(GetPixel(board.dc, 25, 0) == CLR_INVALID && GetPixel(board.dc, INT_MIN, INT_MAX) == CLR_INVALID);
+  EXPECT_FALSE(LineTo(nullptr, 1, 1) || FillRect(board.dc, nullptr, board.brush) || Polygon(board.dc, nullptr, 3));
+}
