@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <cstring>
 
 namespace platform {
 
@@ -87,6 +88,22 @@ std::shared_ptr<Bitmap> makeBitmap(int64_t width, int64_t height, int bits) {
   bitmap->image = makeImage(bitmap->width, bitmap->height);
   bitmap->blank = true;
   return bitmap->image.isNull() ? nullptr : bitmap;
+}
+
+void ownPixels(QImage &image, bool keep) {
+  if (image.isDetached()) return;
+  QImage own = makeImage(image.width(), image.height());
+  if (own.isNull()) return; // Qt makes a copy then, or has no memory either
+  for (int y = 0; keep && y < image.height(); ++y)
+    std::memcpy(own.scanLine(y), image.constScanLine(y), sizeof(QRgb) * static_cast<size_t>(image.width()));
+  image = std::move(own);
+}
+
+bool sharePixels(const QImage &from, QImage &to) {
+  const bool same = from.size() == to.size() && from.format() == to.format();
+  if (!same || static_cast<size_t>(from.sizeInBytes()) < kSmallestKept) return false;
+  to = from;
+  return true;
 }
 
 HGDIOBJ emptyBitmap() {

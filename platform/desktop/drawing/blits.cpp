@@ -3,6 +3,7 @@
 
 #include "platform/desktop/drawing/blits.h"
 
+#include "platform/desktop/drawing/bitmaps.h"
 #include "platform/desktop/drawing/dc.h"
 #include "platform/desktop/drawing/raster.h"
 #include "platform/desktop/lock.h"
@@ -261,11 +262,15 @@ bool blitBox(Dc &dc, const Box &to, Dc &source, const Box &from, unsigned table)
 
   const Ink pattern = inkOf(dc, *canvas, *dc.brush.object).value_or(Ink());
   const Conversion conversion(dc, canvas->mono, source);
-  if (image != dc.image()) {
+  const bool plain = table == kCopy && across.straight() && down.straight() && conversion.none();
+  const bool unmoved = across.shift() == 0 && down.shift() == 0;
+  const bool whole = area == canvas->bounds && canvas->clip->rectCount() == 1;
+  const bool shared = plain && unmoved && whole && sharePixels(*image, *dc.image());
+  if (!shared && image != dc.image()) {
     Blit(*canvas, *image, across, down, conversion).draw(area, table, pattern);
-  } else if (table == kCopy && across.straight() && down.straight() && canvas->clip->rectCount() == 1) {
+  } else if (!shared && plain && canvas->clip->rectCount() == 1) {
     moveRows(*canvas, area, QPoint(static_cast<int>(across.shift()), static_cast<int>(down.shift())));
-  } else {
+  } else if (!shared) {
     const QImage before = image->copy();
     Blit(*canvas, before, across, down, conversion).draw(area, table, pattern);
   }

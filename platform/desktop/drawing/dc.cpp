@@ -121,8 +121,9 @@ std::optional<Canvas> Dc::canvas(const QRect &overwritten) {
   if (!image || image->isNull()) return std::nullopt;
   if (!clipKnown_ || clipSize_ != image->size()) findClip(*image);
   if (clipInImage_.isEmpty()) return std::nullopt;
+  const bool whole = overwritten.translated(origin).contains(image->rect()) && clipInImage_ == QRegion(image->rect());
+  ownPixels(*image, !whole);
   if (kind == Kind::memory && bitmap.object->blank) {
-    const bool whole = overwritten.contains(image->rect()) && clipInImage_ == QRegion(image->rect());
     if (whole)
       bitmap.object->blank = false;
     else

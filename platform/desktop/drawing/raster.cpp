@@ -68,7 +68,7 @@ void applyTo(QRgb *pixels, int count, Effect effect) {
     for (int i = 0; i < count; ++i) pixels[i] = effect.on(pixels[i]);
     return;
   }
-  constexpr int kMany = 64;
+  constexpr int kMany = 12;
   static_assert(sizeof(wchar_t) == sizeof(QRgb));
   if (count < kMany)
     std::fill(pixels, pixels + count, effect.turn);
