@@ -6,6 +6,8 @@
 
 #include <memory>
 #include <mutex>
+#include <typeinfo>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -31,7 +33,10 @@ class Handles {
   HANDLE open(std::shared_ptr<Object> object);
   // Null for a handle that is none, and for one of another kind.
   template <typename Kind> std::shared_ptr<Kind> get(HANDLE handle) {
-    return std::dynamic_pointer_cast<Kind>(find(handle));
+    auto object = find(handle);
+    if (const Object *found = object.get(); found && typeid(*found) == typeid(Kind)) // mostly, and much quicker
+      return std::static_pointer_cast<Kind>(std::move(object));
+    return std::dynamic_pointer_cast<Kind>(object);
   }
   // Takes a handle away. The object goes with its last user, outside the table's lock.
   template <typename Kind> bool close(HANDLE handle) { return get<Kind>(handle) && remove(handle) != nullptr; }
