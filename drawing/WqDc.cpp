@@ -62,7 +62,7 @@ void WqDc_Term(WqDc *dc) {
   WqDcDraw_Term(&dc->draw);
   WqDcRgn_Term(&dc->rgn);
   WqDcMap_Term(&dc->map);
-  if (dc->hdc && !isPaint(dc->mode)) WqDc_Release(dc);
+  if (dc->hdc && (dc->mode & kSource) != WQ_DC_CLIENT) WqDc_Release(dc);
 }
 
 void WqDc_Get(WqDc *dc, uint32_t mode) {

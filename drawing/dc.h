@@ -235,9 +235,11 @@ WQ_API void WqDcDraw_FillRect(WqDcDraw *draw, const RECT *rect, uint32_t colour)
  * corner: width and height of the corners' ellipse; it is converted like a point, and so moved by the base point. */
 WQ_API void WqDcDraw_RoundRect(WqDcDraw *draw, const RECT *rect, const POINT *corner, uint32_t colour);
 
-/* Draws a circle in the middle of a rectangle, whose longer side is cut to the shorter one. */
+/* Draws a circle in the middle of a rectangle, whose longer side is cut to the shorter one. Of an odd rest, the larger
+ * half is left free at the right or bottom. */
 WQ_API void WqDcDraw_Circle(WqDcDraw *draw, const RECT *rect);
 
+/* Draws an ellipse with the pen's outline, filled with the brush. */
 WQ_API void WqDcDraw_Ellipse(WqDcDraw *draw, const RECT *rect);
 
 /* Draw curves from the current position on, a line through points, or a polygon. If memory is short for the converted
@@ -265,6 +267,7 @@ WQ_API void WqDcDraw_FrameControl(WqDcDraw *draw, const RECT *rect, uint32_t typ
 WQ_API void WqDcDraw_Text(WqDcDraw *draw, const char *text, const RECT *rect, uint32_t format);
 
 /* Measures a text with the selected font, and sets drawn.
+ * format: as by WqDcDraw_Text.
  * rect: is converted, and becomes the rectangle that the text takes, in device units with zoom and base point in it. */
 WQ_API void WqDcDraw_GetTextRect(WqDcDraw *draw, const char *text, RECT *rect, uint32_t format);
 
@@ -294,8 +297,8 @@ struct WqDc {
 WQ_API void WqDc_Init(WqDc *dc, WqWnd *wnd);
 
 /* Ends the record: what was saved is selected back if there still is a context, and temporary objects are deleted. A
- * context that was not released is given back as by WqDc_Release, but for that of a paint, whose end may have been told
- * by WqDc_EndPaint. */
+ * context that was not released is given back as by WqDc_Release, but for that of a client area, which stays in the
+ * record: the end of a paint may have been told by WqDc_EndPaint, and the caller may still release the other kind. */
 WQ_API void WqDc_Term(WqDc *dc);
 
 /* Gets a context. One that can't be got leaves hdc null, with the mode stored; so does a window that doesn't exist.

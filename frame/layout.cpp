@@ -151,6 +151,10 @@ FIELD32(WqDc, mode, 4);
 FIELD32(WqDc, wnd, 8);
 FIELD32(WqDc, paint, 12);
 FIELD32(WqDc, obj, 12 + 64);
+FIELD32(WqDc, draw, 104);
+FIELD32(WqDc, rgn, 144);
+FIELD32(WqDc, map, 160);
+RECORD32(WqDc, 216);
 
 RECORD32(WqMsg, 16);
 FIELD32(WqMsg, msg, 4);

@@ -354,8 +354,8 @@ WQ_API void WqWndLst_SendAll(WqList **list, uint32_t mask, uint32_t msg, WPARAM 
  *
  * WM_PAINT makes a bitmap as large as the client area, with what it happens to hold. The background picture, if
  * WQ_DS_BKGRND is set, is copied into it, and the user procedure gets WQM_PAINT with a WqDc that draws on it, at a zoom of
- * 1.0, its background mode TRANSPARENT. Then the part that is to be painted is copied to the window, but only if the
- * picture was shown or something was drawn through WqDcDraw: so a user procedure draws all of its area or nothing. Where
+ * 1.0, its background mode TRANSPARENT. Then the part that is to be painted is copied to the window, but only if
+ * WQ_DS_BKGRND is set or something was drawn through WqDcDraw: so a user procedure draws all of its area or nothing. Where
  * memory for the bitmap is short, it is called all the same and the window stays as it is.
  *
  * At its end a window tells its parent, leaves all lists but wqMain.wndList, ends the message loop if it has WQ_ID_QUIT,

@@ -26,7 +26,8 @@ TEST_F(WqDcDrawTest, EachOperationIsThePlatformsOnConvertedCoordinates) {
       PAIR(PolyLine(draw, from, 4), Polyline(hdc, to, 4)), PAIR(Polygon(draw, from, 4), Polygon(hdc, to, 4)),
       PAIR(PolyLine(draw, nullptr, 0), ), PAIR(LineTo(draw, &from[2]), LineTo(hdc, 24, 35)),
       PAIR(Line(draw, &from[2], &from[1]), (MoveToEx(hdc, 24, 35, nullptr), LineTo(hdc, 33, 10))),
-      PAIR(DrawEdge(draw, &rect, EDGE_RAISED, BF_RECT), DrawEdge(hdc, &(out = device), EDGE_RAISED, BF_RECT)),
+      PAIR(DrawEdge(draw, &rect, EDGE_RAISED, BF_RECT | BF_MIDDLE),
+           DrawEdge(hdc, &(out = device), EDGE_RAISED, BF_RECT | BF_MIDDLE)),
       PAIR(FocusRect(draw, &rect), DrawFocusRect(hdc, &device)),
       PAIR(FrameControl(draw, &rect, DFC_BUTTON, DFCS_CHECKED),
            DrawFrameControl(hdc, &(out = device), DFC_BUTTON, DFCS_CHECKED)),
@@ -67,13 +68,15 @@ TEST_F(WqDcDrawTest, ConversionsPensFontsAndModes) {
   const POINT from = {0, 1}, to = {3, 1};
   WqDcDraw_InitLine(draw, 3, WQ_COLOR_GREEN), WqDcDraw_Zoom(draw, 1000.0), WqDcDraw_Line(draw, &from, &to);
   for (const int y : {8, 9, 11, 12}) EXPECT_EQ(GetPixel(canvas, 15, y), y % 4 ? 0xFF00u : 0u) << "3 wide, not zoomed";
+  WqDcDraw_InitLine(draw, 1, WQ_COLOR_RED), WqDcDraw_Line(draw, &from, &to);
+  for (int x = 0; x < 30; ++x) EXPECT_EQ(GetPixel(canvas, x, 10), 0xFFu) << "no dashes";
   WqFont font;
   WqFont_Init(&font), WqFont_Param(&font, "Arial", 20, 0), WqFont_LogDef(&font), WqFontTbl_Insert(7, &font);
   WqDcDraw_InitText(draw, 7, 0xFF123456), WqDcDraw_Zoom(draw, 200.0);
   EXPECT_TRUE(selected(SYSTEM_FONT) == WqFontTbl_Get(7) && GetTextColor(canvas) == 0x123456);
   RECT rect = {5, 6, 7, 8}, expected = {10, 12, 14, 16};
-  draw->drawn = 0, DrawTextA(canvas, "one\ntwo", -1, &expected, DT_CALCRECT);
-  WqDcDraw_GetTextRect(draw, "one\ntwo", &rect, DT_LEFT);
+  draw->drawn = 0, DrawTextA(canvas, "one\ntwo", -1, &expected, DT_CALCRECT | DT_SINGLELINE);
+  WqDcDraw_GetTextRect(draw, "one\ntwo", &rect, DT_SINGLELINE);
   EXPECT_TRUE(rectText(rect) == rectText(expected) && rect.left == 10 && rect.bottom > 16 && draw->drawn == 1);
 
   WqDcDraw_ForeMode(draw, R2_XORPEN), WqDcDraw_BackMode(draw, TRANSPARENT);

@@ -42,8 +42,9 @@ TEST_F(WqDcTest, EachModeGetsAndGivesBackItsContext) {
       if (released) WqDc_Release(&one);
       EXPECT_EQ(one.hdc && one.mode == mode, none || (got && !released)) << mode;
       if (none) one.hdc = nullptr;
-      WqDc_Term(&one); // gives back what was not released, but for a paint
-      EXPECT_EQ(one.hdc != nullptr, paints && got && !released) << mode;
+      WqDc_Term(&one); // gives back what was not released, but for a client area's
+      EXPECT_EQ(one.hdc != nullptr, kind == window && mode != WQ_DC_WINDOW && got && !released) << mode;
+      EXPECT_TRUE(!one.hdc || paints || ReleaseDC(wnd.hwnd, one.hdc)) << "it is still to be released";
     }
   DestroyWindow(top.hwnd);
 }
@@ -54,7 +55,9 @@ TEST_F(WqDcTest, AClipReplacesAndComesBack) {
   for (const bool clipped : {false, true}) {
     if (clipped) IntersectClipRect(canvas, 2, 2, 20, 20);
     WqDcRgn_Create(&dc.rgn, &rect), WqDc_ExcludeRect(&dc, &hole), WqDc_Exclude(&dc, 5, 5, 30, 7), clear(WHITENESS);
-    EXPECT_TRUE(!GetPixel(canvas, 9, 9) && GetPixel(canvas, 10, 10) && GetPixel(canvas, 7, 8)) << "edges outside";
+    EXPECT_TRUE(!GetPixel(canvas, 9, 9) && GetPixel(canvas, 10, 10) && GetPixel(canvas, 7, 8) &&
+                GetPixel(canvas, 9, 10))
+        << "edges outside";
     EXPECT_EQ(clipOf(canvas), "5,7,30,30");
     WqDcRgn_Delete(&dc.rgn);
     EXPECT_EQ(clipOf(canvas) + (GetClipRgn(canvas, region) ? " clip" : ""), clipped ? "2,2,20,20 clip" : "0,0,40,40");
@@ -89,10 +92,11 @@ TEST_F(WqDcTest, UnitsConvert) {
   }
   WqDcMap_Update(&map, 600);
   EXPECT_TRUE(WqDcMap_MmToPix(&map, 2540) == 600 && WqDcMap_MmToPixP(&map, 2540) == display && map.mapMode == 0);
+  EXPECT_EQ(WqDcMap_MmToPixP(&map, 100), (100 * display + 2539) / 2540) << "rounded up";
   WqDcMap_Mode(&map, MM_ANISOTROPIC);
   EXPECT_TRUE(map.mapMode == MM_ANISOTROPIC && map.prevMapMode == MM_TEXT && GetMapMode(canvas) == MM_ANISOTROPIC);
-  WqDcMap_Dc(&map, &dc);
-  EXPECT_TRUE(map.dc == &dc && map.prevMapMode == MM_ANISOTROPIC);
+  SetMapMode(canvas, MM_LOMETRIC), WqDcMap_Dc(&map, &dc);
+  EXPECT_TRUE(map.dc == &dc && map.prevMapMode == MM_LOMETRIC && map.mapMode == MM_LOMETRIC);
 }
 
 TEST_F(WqDcTest, SelectionsAreKeptMadeAndPutBack) {
@@ -101,7 +105,10 @@ TEST_F(WqDcTest, SelectionsAreKeptMadeAndPutBack) {
   const HPEN red = WqDcObj_SelectStylePen(&obj, 3, WQ_COLOR_RED, PS_SOLID);
   EXPECT_TRUE(red && selected(BLACK_PEN) == red && obj.saved.count == 1 && obj.flags == WQ_DCOBJ_PEN);
   EXPECT_EQ(WqDcObj_SelectStylePen(&obj, 3, WQ_COLOR_RED, PS_SOLID), red);
-  EXPECT_EQ(WqDcObj_SelectStylePen(&obj, 1, 3, PS_DOT), WqDcObj_SelectStylePen(&obj, 1, 3, PS_SOLID)) << "one id";
+  LOGPEN dotted = {};
+  const HPEN first = WqDcObj_SelectStylePen(&obj, 1, 1, PS_DOT);
+  EXPECT_TRUE(GetObjectA(first, sizeof dotted, &dotted) && dotted.lopnStyle == PS_DOT);
+  EXPECT_EQ(WqDcObj_SelectStylePen(&obj, 1, 1 | PS_DOT, PS_SOLID), first) << "one id";
   EXPECT_TRUE(WqPenTbl_Get(3u << 16 | WQ_COLOR_RED) == red && obj.saved.count == 1);
   WqFont plain;
   WqFont_Init(&plain), WqFont_Param(&plain, "Arial", 12, 0), WqFont_LogDef(&plain), WqFontTbl_Insert(7, &plain);

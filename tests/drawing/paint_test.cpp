@@ -27,7 +27,9 @@ TEST_F(PaintTest, WhatIsDrawnReachesTheWindow) {
   const TempFolder folder;
   const std::string blackAndRed("\1\1\1\0\0\0\xFF\0", 8), name = folder.file("b.bmp");
   WqBmpFile file;
-  writeFile(name, bmpFile({20, 20, 1, 0, BI_RGB, blackAndRed, std::string(80, '\xFF')}));
+  std::string pixels(80, '\0'); // red in the column that is to be seen
+  for (size_t row = 0; row < 20; ++row) pixels[4 * row] = '\x10';
+  writeFile(name, bmpFile({20, 20, 1, 0, BI_RGB, blackAndRed, pixels}));
   WqBmpFile_Init(&file, name.c_str()), WqBmpTbl_Insert(3, &file);
   const RECT part = {10, 10, 25, 20}, square = {0, 0, 20, 50};
   const POINT at = {12, 0};

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
 #include <functional>
 #include <string>
@@ -210,6 +209,6 @@ TEST_F(GdiRaster, TakesWhateverNumbersThereAre) {
       EXPECT_TRUE(PolyBezierTo(board.dc, points, 3));
     }
   }
-  EXPECT_TRUE(GetPixel(board.dc, 25, 0) == CLR_INVALID && GetPixel(board.dc, INT_MIN, INT_MAX) == CLR_INVALID);
+  EXPECT_TRUE(GetPixel(board.dc, 25, 0) == CLR_INVALID && GetPixel(board.dc, -1, 8) == CLR_INVALID);
   EXPECT_FALSE(LineTo(nullptr, 1, 1) || FillRect(board.dc, nullptr, board.brush) || Polygon(board.dc, nullptr, 3));
 }

@@ -133,9 +133,7 @@ template <typename Draw> void drawMark(Face face, UINT state, Draw draw) {
 
 UINT modesOf(UINT state) { return (state & DFCS_FLAT ? BF_FLAT : 0u) | (state & DFCS_MONO ? BF_MONO : 0u); }
 
-RECT inside(const RECT &rect, int margin) {
-  return {rect.left + margin, rect.top + margin, rect.right - margin, rect.bottom - margin};
-}
+RECT inside(const RECT &rect, LONG margin) { return inset(rect, {margin, margin, margin, margin}); }
 
 constexpr int kEdge = 2; // the width of a button's edge
 
@@ -288,9 +286,10 @@ using namespace platform;
 
 BOOL DrawFrameControl(HDC dc, RECT *rect, UINT type, UINT state) {
   if (!rect) return FALSE;
+  constexpr LONG kFar = 1 << 16; // marks are made row by row
   BOOL result = FALSE;
   drawOn(dc, [&](Dc &context, const Canvas &canvas) {
-    result = drawControl(context, canvas, *rect, type, state);
+    result = drawControl(context, canvas, within(*rect, kFar), type, state);
     return deviceBox(context, rect->left, rect->top, rect->right, rect->bottom).translated(canvas.origin);
   });
   const bool framed = type == DFC_CAPTION || (type == DFC_SCROLL && (state & 0xFF) != DFCS_SCROLLSIZEGRIP) ||

@@ -137,10 +137,9 @@ std::vector<POINT> besideDiagonal(Diagonal diagonal, const RECT &box, int length
 }
 
 void shrink(RECT &box, UINT sides) {
-  if (sides & BF_LEFT) ++box.left;
-  if (sides & BF_TOP) ++box.top;
-  if (sides & BF_RIGHT) --box.right;
-  if (sides & BF_BOTTOM) --box.bottom;
+  const LONG left = sides & BF_LEFT ? 1 : 0, top = sides & BF_TOP ? 1 : 0;
+  const LONG right = sides & BF_RIGHT ? 1 : 0, bottom = sides & BF_BOTTOM ? 1 : 0;
+  box = inset(box, {left, top, right, bottom});
 }
 
 void drawDiagonals(EdgePainter &painter, const Edge &edge, const RECT &box, UINT flags) {
@@ -178,6 +177,19 @@ void drawRings(const Dc &dc, const Canvas &canvas, const Edge &edge, RECT box, U
 
 } // namespace
 
+RECT inset(const RECT &rect, const RECT &margins) {
+  const auto sum = [](LONG edge, LONG by) {
+    return static_cast<LONG>(std::clamp<int64_t>(int64_t{edge} + by, INT32_MIN, INT32_MAX));
+  };
+  return {sum(rect.left, margins.left), sum(rect.top, margins.top), sum(rect.right, -margins.right),
+          sum(rect.bottom, -margins.bottom)};
+}
+
+RECT within(const RECT &rect, LONG limit) {
+  const auto cut = [limit](LONG edge) { return std::clamp(edge, -limit, limit); };
+  return {cut(rect.left), cut(rect.top), cut(rect.right), cut(rect.bottom)};
+}
+
 Ink systemInk(const Dc &dc, const Canvas &canvas, int color) {
   return solidInk(canvas, GetSysColor(color), dc.brushOrigin);
 }
@@ -203,9 +215,10 @@ using namespace platform;
 
 BOOL DrawEdge(HDC dc, RECT *rect, UINT type, UINT flags) {
   if (!rect) return FALSE;
+  constexpr LONG kFar = 1 << 28; // beyond all images, and sums with it are numbers still
   const Edge edge = edgeOf(type, flags);
   const BOOL drawn = drawOn(dc, [&](Dc &context, const Canvas &canvas) {
-    drawEdge(context, canvas, *rect, type, flags);
+    drawEdge(context, canvas, within(*rect, kFar), type, flags);
     return deviceBox(context, rect->left, rect->top, rect->right, rect->bottom).translated(canvas.origin);
   });
   if (drawn && flags & BF_ADJUST)

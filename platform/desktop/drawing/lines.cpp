@@ -219,9 +219,10 @@ class Marks {
 
 // A pen's width in pixels.
 int widthOf(const Dc &dc, int width) {
-  if (dc.unmapped()) return std::max(1, width);
+  constexpr int kWidest = 1 << 16; // covers any image
+  if (dc.unmapped()) return std::clamp(width, 1, kWidest);
   const double scale = static_cast<double>(dc.viewportExtent.cx) / dc.windowExtent.cx;
-  return static_cast<int>(std::clamp(std::abs(std::floor(width * scale + 0.5)), 1.0, 1e8));
+  return static_cast<int>(std::clamp<double>(std::abs(std::floor(width * scale + 0.5)), 1, kWidest));
 }
 
 } // namespace
