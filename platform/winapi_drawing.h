@@ -21,7 +21,7 @@ DECLARE_HANDLE(HPALETTE);
 
 /* Colours. A colour of a palette (top byte 2) is drawn as the colour itself. */
 
-#define RGB(red, green, blue) ((COLORREF)((BYTE)(red) | (WORD)((BYTE)(green)) << 8 | (DWORD)(BYTE)(blue) << 16))
+#define RGB(red, green, blue) ((COLORREF)((BYTE)(red) | (DWORD)(BYTE)(green) << 8 | (DWORD)(BYTE)(blue) << 16))
 #define PALETTERGB(red, green, blue) (0x02000000u | RGB(red, green, blue))
 #define GetRValue(color) ((BYTE)(color))
 #define GetGValue(color) ((BYTE)((color) >> 8))

@@ -76,6 +76,8 @@ TimeUnit timeUnit(double seconds) {
   return seconds <= 10 ? TimeUnit::milliseconds : seconds <= 100 ? TimeUnit::seconds : TimeUnit::clock;
 }
 
+TimeUnit timeUnit(const Visible &visible, double rate) { return timeUnit((visible.end() - visible.start()) / rate); }
+
 const char *timeUnitName(TimeUnit unit) {
   constexpr const char *kNames[] = {"ms", "s", "min:s"};
   return kNames[static_cast<size_t>(unit)];
@@ -94,7 +96,7 @@ std::string timeText(double seconds, TimeUnit unit, int decimals) {
 std::string levelText(double level) { return std::isinf(level) ? "-\x81\x87" : format("%.2f", level); }
 
 Ticks timeTicks(const Visible &visible, double rate, LONG digit) {
-  const TimeUnit unit = timeUnit(visible.frames() / rate);
+  const TimeUnit unit = timeUnit(visible, rate);
   const double unitsPerSecond = unit == TimeUnit::milliseconds ? 1000 : 1;
   const auto text = [&](double value, double step) { return timeText(value / unitsPerSecond, unit, decimalsOf(step)); };
   return evenTicks(visible.start() / rate * unitsPerSecond, visible.framesPerPixel() / rate * unitsPerSecond,

@@ -17,9 +17,10 @@ using Ticks = std::vector<Tick>;
 // The smallest number of 1, 2 or 5 times a power of ten that is not below `least'.
 double roundStep(double least);
 
-// The unit that times of a recording are told in, by its length.
+// The unit that times of a recording, or of a part of it, are told in by its length.
 enum class TimeUnit { milliseconds, seconds, clock };
 TimeUnit timeUnit(double seconds);
+TimeUnit timeUnit(const Visible &visible, double rate);
 const char *timeUnitName(TimeUnit unit);
 // decimals: of a millisecond or of a second, as the unit is.
 std::string timeText(double seconds, TimeUnit unit, int decimals);

@@ -46,8 +46,9 @@ void StatusView::paint(WqDc &dc, const RECT &) {
 std::vector<StatusView::Cell> StatusView::underPointer() const {
   const Recording &recording = scene_.recording;
   const uint32_t frame = scene_.visible.nearest(*scene_.pointer);
+  const TimeUnit unit = timeUnit(scene_.visible, recording.rate());
   const auto number = [](uint32_t value) { return format("#%u", static_cast<unsigned>(value)); };
-  std::vector<Cell> cells = {{fineTime(frame / recording.rate()), fineTime(recording.seconds())},
+  std::vector<Cell> cells = {{fineTime(frame / recording.rate(), unit), fineTime(recording.seconds(), unit)},
                              {number(frame), number(recording.frames())}};
   const double range = WqUnit_GetRange();
   for (size_t channel = 0; channel < recording.channels(); ++channel) {
@@ -61,8 +62,7 @@ std::vector<StatusView::Cell> StatusView::underPointer() const {
 }
 
 // Fine enough to tell samples apart.
-std::string StatusView::fineTime(double seconds, bool withUnit) const {
-  const TimeUnit unit = timeUnit(scene_.recording.seconds());
+std::string StatusView::fineTime(double seconds, TimeUnit unit, bool withUnit) {
   const std::string text = timeText(seconds, unit, unit == TimeUnit::milliseconds ? 3 : 5);
   return withUnit ? text + " " + timeUnitName(unit) : text;
 }
@@ -70,7 +70,8 @@ std::string StatusView::fineTime(double seconds, bool withUnit) const {
 std::string StatusView::range() const {
   const Visible &visible = scene_.visible;
   const double rate = scene_.recording.rate(), density = visible.framesPerPixel();
-  return fineTime(visible.start() / rate, false) + " to " + fineTime(visible.end() / rate) +
+  const TimeUnit unit = timeUnit(visible, rate);
+  return fineTime(visible.start() / rate, unit, false) + " to " + fineTime(visible.end() / rate, unit) +
          format("   zoom %.*f   ", visible.factor() < 100 ? 1 : 0, visible.factor()) +
          (density >= 1 ? format("%.*f samples/pixel", density < 100 ? 1 : 0, density)
                        : format("%.1f pixels/sample", 1 / density));
@@ -85,6 +86,6 @@ std::string StatusView::sound() const {
 std::string StatusView::length() const {
   const Recording &recording = scene_.recording;
   const bool cut = recording.foundBytes() < recording.declaredBytes();
-  return format("%u samples   ", static_cast<unsigned>(recording.frames())) + fineTime(recording.seconds()) +
-         (cut ? "   cut short" : "");
+  return format("%u samples   ", static_cast<unsigned>(recording.frames())) +
+         fineTime(recording.seconds(), timeUnit(recording.seconds())) + (cut ? "   cut short" : "");
 }

@@ -4,6 +4,7 @@
 
 #include "look.h"
 #include "pane.h"
+#include "rulers.h"
 #include "scene.h"
 
 #include <vector>
@@ -23,7 +24,7 @@ class StatusView : public Pane {
   void paint(WqDc &dc, const RECT &dirty) override;
   RECT row(LONG index) const;
   std::vector<Cell> underPointer() const;
-  std::string fineTime(double seconds, bool withUnit = true) const;
+  static std::string fineTime(double seconds, TimeUnit unit, bool withUnit = true);
   std::string range() const;
   std::string sound() const;
   std::string length() const;

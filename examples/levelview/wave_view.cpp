@@ -91,7 +91,7 @@ void WaveView::paintRulers(WqDc &dc) const {
   const auto unit = [&](const RECT &row, const char *name) {
     write(dc, name, box(row.left, row.top, all.left - look_.gap, row.bottom), DT_RIGHT, colourDimText);
   };
-  unit(times, timeUnitName(timeUnit(scene_.recording.seconds())));
+  unit(times, timeUnitName(timeUnit(scene_.visible, rate)));
   unit(frames, "sample");
   drawTicks(dc, look_, times, all.left, timeTicks(scene_.visible, rate, look_.digit));
   drawTicks(dc, look_, frames, all.left, frameTicks(scene_.visible, look_.digit));

@@ -52,7 +52,7 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   static const File file;
-  static const HDC dc = CreateCompatibleDC(nullptr);
+  static const HDC screen = GetDC(nullptr), dc = CreateCompatibleDC(screen);
   const Bytes bytes(data, size);
   BITMAPINFOHEADER header = {};
   if (size >= kHeaders) std::memcpy(&header, data + 14, sizeof header);
@@ -63,7 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   file.fill(bytes);
   WqBmpFile bmp;
   WqBmpFile_Init(&bmp, file.name());
-  WqBmpFile_Create(&bmp, nullptr);
+  WqBmpFile_Create(&bmp, screen);
   REQUIRE(!bmp.handle || size >= kHeaders);
   if (bmp.handle) seesPicture(bytes, header, bmp.handle, dc);
   WqBmpFile_Delete(&bmp);

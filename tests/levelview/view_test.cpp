@@ -115,7 +115,7 @@ TEST(VisibleTest, ZoomsAboutAPointAndStopsAtTheEnds) {
 // Along 300 pixels, where a digit has 7.
 TEST(RulersTest, TakeRoundSteps) {
   const Visible part = zoomed(60 * 48000, 300, 250, 48000), whole = zoomed(600 * 48000, 300, 1, 0);
-  EXPECT_EQ(labels(timeTicks(part, 48000, 7)), "1.00@0 1.05@63 1.10@125 1.15@188 1.20@250 ");
+  EXPECT_EQ(labels(timeTicks(part, 48000, 7)), "1000@0 1050@63 1100@125 1150@188 1200@250 ");
   EXPECT_EQ(labels(frameTicks(part, 7)), "48000@0 50000@52 52000@104 54000@156 56000@208 58000@260 ");
   EXPECT_EQ(labels(timeTicks(whole, 48000, 7)), "0:00@0 2:00@60 4:00@120 6:00@180 8:00@240 ");
   for (double zoom = 1; zoom < 1e7; zoom *= 1.7) { // labels never meet

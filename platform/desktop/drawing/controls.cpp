@@ -241,7 +241,7 @@ bool drawScroll(const Dc &dc, const Canvas &canvas, const RECT &rect, UINT state
     Face face(dc, canvas, rect);
     drawButton(face, rect, state, state & DFCS_INACTIVE ? BF_SOFT : 0u);
     if (state & DFCS_PUSHED) face.move(1, 1);
-    drawMark(face, state, [&](const Face &at, int color) { drawArrow(at, direction, color); });
+    drawMark(face, state, [way = direction](const Face &at, int color) { drawArrow(at, way, color); });
     return true;
   }
   return false;
