@@ -113,7 +113,8 @@ QRegion visibleClient(const Window &window) {
   QRegion seen = visibleWhole(window) & toQt(offset(window.clientArea(), origin.x, origin.y));
   if (window.is(WS_CLIPCHILDREN))
     for (const Window *child : window.children)
-      if (child->is(WS_VISIBLE) && !(child->exStyle & WS_EX_TRANSPARENT)) seen -= toQt(offset(child->rect, origin.x, origin.y));
+      if (child->is(WS_VISIBLE) && !(child->exStyle & WS_EX_TRANSPARENT))
+        seen -= toQt(offset(child->rect, origin.x, origin.y));
   return seen;
 }
 
