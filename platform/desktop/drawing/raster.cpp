@@ -132,11 +132,26 @@ std::span<const QRect> clipAt(const Canvas &canvas, int top, int bottom) {
 }
 
 Filler::Filler(const Canvas &canvas, const Ink &ink)
-    : canvas_(canvas), hatch_(ink.hatch), hatchOrigin_(ink.hatchOrigin), line_(effectOf(ink.rop2, ink.color)),
+    : canvas_(canvas), clip_(canvas.clip->boundingRect()), simple_(canvas.clip->rectCount() == 1), hatch_(ink.hatch),
+      hatchOrigin_(ink.hatchOrigin), line_(effectOf(ink.rop2, ink.color)),
       gap_(ink.transparent ? effectOf(R2_NOP, 0) : effectOf(ink.rop2, ink.background)) {}
 
 void Filler::rect(const QRect &rect) const {
+  if (simple_) {
+    part(common(clip_, rect));
+    return;
+  }
   for (const QRect &clip : clipAt(canvas_, rect.top(), rect.bottom())) part(common(clip, rect));
+}
+
+// Shapes are made of a great many of them.
+void Filler::row(int y, int left, int right) const {
+  if (!simple_ || hatch_) {
+    rect(QRect(QPoint(left, y), QPoint(right - 1, y)));
+    return;
+  }
+  const int from = std::max(left, clip_.left()), to = std::min(right, clip_.right() + 1);
+  if (from < to && y >= clip_.top() && y <= clip_.bottom()) applyTo(canvas_.row(y) + from, to - from, line_);
 }
 
 void Filler::part(const QRect &rect) const {

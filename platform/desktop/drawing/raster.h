@@ -63,7 +63,7 @@ class Filler {
   Filler(const Canvas &canvas, const Ink &ink);
   void rect(const QRect &rect) const;
   // Pixels of a row. right: outside.
-  void row(int y, int left, int right) const { rect(QRect(QPoint(left, y), QPoint(right - 1, y))); }
+  void row(int y, int left, int right) const;
   // A rectangle that lies within the clip.
   void part(const QRect &rect) const;
 
@@ -72,6 +72,8 @@ class Filler {
   void hatchRow(QRgb *row, int count, int x, int y) const;
 
   const Canvas &canvas_;
+  const QRect clip_;  // round all rectangles of the canvas' clip
+  const bool simple_; // there is just one
   const uint8_t *hatch_;
   QPoint hatchOrigin_;
   Effect line_, gap_;
