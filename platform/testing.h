@@ -23,7 +23,7 @@ PLATFORM_API void platformCountHandles(PlatformHandleCounts *counts);
 /* Things of the desktop that live now. */
 typedef struct PlatformDesktopCounts {
   size_t windows;
-  size_t drawing; /* contexts and brushes, without the system's own */
+  size_t drawing; /* contexts, pens, brushes, fonts, bitmaps, regions, palettes, without the system's own */
 } PlatformDesktopCounts;
 
 PLATFORM_API void platformCountDesktop(PlatformDesktopCounts *counts);

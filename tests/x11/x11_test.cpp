@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <string>
@@ -108,6 +109,34 @@ class X11Test : public testing::Test {
     return area;
   }
   HWND window_ = nullptr;
+};
+
+// The picture that the X server shows, in the form that xwd writes it: a header of big-endian numbers, the name of the
+// window, colours of 12 bytes each, and rows of pixels.
+class Screen {
+ public:
+  Screen() {
+    FILE *pipe = popen("xwd -root -silent", "r");
+    for (int byte = pipe ? std::fgetc(pipe) : EOF; byte != EOF; byte = std::fgetc(pipe))
+      bytes_.push_back(static_cast<unsigned char>(byte));
+    if (pipe) pclose(pipe);
+  }
+  bool there() const { return bytes_.size() > 100 && number(kBitsPerPixel) % 8 == 0; }
+  COLORREF at(LONG x, LONG y) const {
+    const size_t first = number(kHeaderSize) + 12 * number(kColors);
+    const size_t pixel =
+        first + static_cast<size_t>(y) * number(kBytesPerLine) + static_cast<size_t>(x) * (number(kBitsPerPixel) / 8);
+    return RGB(bytes_.at(pixel + 2), bytes_.at(pixel + 1), bytes_.at(pixel));
+  }
+
+ private:
+  enum Field { kHeaderSize = 0, kBitsPerPixel = 11, kBytesPerLine = 12, kColors = 19 };
+  uint32_t number(Field field) const {
+    const unsigned char *at = bytes_.data() + 4 * field;
+    return static_cast<uint32_t>(at[0]) << 24 | static_cast<uint32_t>(at[1]) << 16 | static_cast<uint32_t>(at[2]) << 8 |
+           at[3];
+  }
+  std::vector<unsigned char> bytes_;
 };
 
 // What a user of the API does: a button or the wheel, or a key.
@@ -218,6 +247,60 @@ TEST_F(X11Test, TheDesktopActivatesAndCloses) {
   EXPECT_FALSE(IsWindow(window_));
   EXPECT_EQ(GetActiveWindow(), second);
   DestroyWindow(second);
+}
+
+// Each call tells the screen of all that it changed, however wide the pen.
+TEST_F(X11Test, WhatIsDrawnIsOnTheScreen) {
+  static const POINT corners[] = {{200, 120}, {240, 170}, {170, 150}};
+  const struct {
+    const char *name;
+    int penWidth;
+    void (*draw)(HDC);
+  } rows[] = {
+      {"line", 61, [](HDC dc) { (MoveToEx(dc, 150, 150, nullptr), LineTo(dc, 250, 160)); }},
+      {"polyline", 1, [](HDC dc) { Polyline(dc, corners, 3); }},
+      {"polygon", 41, [](HDC dc) { Polygon(dc, corners, 3); }},
+      {"rectangle", 121, [](HDC dc) { Rectangle(dc, 180, 130, 220, 170); }},
+      {"ellipse", 230, [](HDC dc) { Ellipse(dc, 180, 130, 220, 170); }},
+      {"round corners", 90, [](HDC dc) { RoundRect(dc, 180, 130, 220, 170, 20, 20); }},
+      {"curve", 33, [](HDC dc) { (MoveToEx(dc, 150, 150, nullptr), PolyBezierTo(dc, corners, 3)); }},
+      {"fill", 1,
+       [](HDC dc) {
+         const RECT rect = {90, 80, 60, 50};
+         FillRect(dc, &rect, static_cast<HBRUSH>(GetStockObject(GRAY_BRUSH)));
+       }},
+      {"text", 1, [](HDC dc) { TextOutA(dc, 100, 100, "peak", 4); }},
+      {"edge", 1,
+       [](HDC dc) {
+         RECT rect = {20, 30, 90, 60};
+         DrawEdge(dc, &rect, EDGE_RAISED, BF_RECT | BF_MIDDLE);
+       }},
+      {"pixel", 1, [](HDC dc) { SetPixel(dc, 7, 9, RGB(255, 0, 0)); }},
+      {"copy", 1, [](HDC dc) { BitBlt(dc, 200, 200, 90, 70, dc, 10, 10, NOTSRCCOPY); }},
+  };
+  const RECT area = client();
+  const RECT all = {0, 0, area.right - area.left, area.bottom - area.top};
+  for (const auto &row : rows) {
+    const HDC dc = GetDC(window_);
+    FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    pump();
+    const HGDIOBJ before = SelectObject(dc, CreatePen(PS_SOLID, row.penWidth, RGB(0, 0, 128)));
+    row.draw(dc);
+    DeleteObject(SelectObject(dc, before));
+    pump();
+    const Screen screen;
+    ASSERT_TRUE(screen.there());
+    int wrong = 0, drawn = 0;
+    for (int y = 0; y < all.bottom; ++y)
+      for (int x = 0; x < all.right; ++x) {
+        const COLORREF pixel = GetPixel(dc, x, y);
+        wrong += screen.at(area.left + x, area.top + y) != pixel;
+        drawn += pixel != RGB(255, 255, 255);
+      }
+    EXPECT_EQ(wrong, 0) << row.name;
+    EXPECT_GT(drawn, 0) << row.name;
+    ReleaseDC(window_, dc);
+  }
 }
 
 TEST_F(X11Test, TheCursorLeaves) {

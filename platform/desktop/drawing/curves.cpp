@@ -108,9 +108,8 @@ void drawWideRoundBox(const Canvas &canvas, const RoundBox &shape, const std::op
 }
 
 // Where nothing of the corners is left it is a rectangle.
-void drawRoundBox(const Dc &dc, const Canvas &canvas, QRect box, int cornerWidth, int cornerHeight) {
-  const auto pencil = pencilOf(dc, canvas);
-  const auto ink = inkOf(dc, canvas, *dc.brush.object);
+void drawRoundBox(const Canvas &canvas, QRect box, int cornerWidth, int cornerHeight, const std::optional<Ink> &ink,
+                  const std::optional<Pencil> &pencil) {
   if (std::min({cornerWidth, cornerHeight, box.width(), box.height()}) <= 2) {
     drawRectangle(canvas, box, ink, pencil);
     return;
@@ -141,6 +140,18 @@ void drawRoundBox(const Dc &dc, const Canvas &canvas, QRect box, int cornerWidth
 int cornerOf(int length, int windowExtent, int viewportExtent) {
   const double pixels = std::abs(static_cast<double>(length) * viewportExtent / windowExtent);
   return static_cast<int>(std::min(pixels, 1e9));
+}
+
+// corner: gives the size of the ellipse that the corners are of, in pixels.
+template <typename Corner> BOOL drawRound(HDC dc, int left, int top, int right, int bottom, Corner corner) {
+  return drawOn(dc, [&](Dc &context, const Canvas &canvas) {
+    const QRect box = deviceBox(context, left, top, right, bottom);
+    const auto pencil = pencilOf(context, canvas);
+    const QSize round = corner(context, box);
+    if (!box.isEmpty())
+      drawRoundBox(canvas, box, round.width(), round.height(), inkOf(context, canvas, *context.brush.object), pencil);
+    return reachOf(box, pencil).translated(canvas.origin);
+  });
 }
 
 // A point in sixteenths of a pixel.
@@ -194,20 +205,13 @@ std::vector<POINT> flattened(std::span<const POINT> corners) {
 using namespace platform;
 
 BOOL Ellipse(HDC dc, int left, int top, int right, int bottom) {
-  return drawOn(dc, [&](Dc &context, const Canvas &canvas) {
-    const QRect box = deviceBox(context, left, top, right, bottom);
-    if (!box.isEmpty()) drawRoundBox(context, canvas, box, box.width(), box.height());
-    return box.translated(canvas.origin).adjusted(-100, -100, 100, 100);
-  });
+  return drawRound(dc, left, top, right, bottom, [](const Dc &, const QRect &box) { return box.size(); });
 }
 
 BOOL RoundRect(HDC dc, int left, int top, int right, int bottom, int width, int height) {
-  return drawOn(dc, [&](Dc &context, const Canvas &canvas) {
-    const QRect box = deviceBox(context, left, top, right, bottom);
-    if (!box.isEmpty())
-      drawRoundBox(context, canvas, box, cornerOf(width, context.windowExtent.cx, context.viewportExtent.cx),
-                   cornerOf(height, context.windowExtent.cy, context.viewportExtent.cy));
-    return box.translated(canvas.origin).adjusted(-100, -100, 100, 100);
+  return drawRound(dc, left, top, right, bottom, [=](const Dc &context, const QRect &) {
+    return QSize(cornerOf(width, context.windowExtent.cx, context.viewportExtent.cx),
+                 cornerOf(height, context.windowExtent.cy, context.viewportExtent.cy));
   });
 }
 

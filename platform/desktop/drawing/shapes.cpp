@@ -89,6 +89,11 @@ void drawRectangle(const Canvas &canvas, QRect box, const std::optional<Ink> &in
   drawLines(canvas, *pencil, corners, true);
 }
 
+QRect reachOf(const QRect &box, const std::optional<Pencil> &pencil) {
+  const int more = pencil ? pencil->width : 0;
+  return box.adjusted(-more, -more, more, more);
+}
+
 QRect insideFrame(QRect box, int width) {
   return box.adjusted(width / 2, width / 2, -((width - 1) / 2), -((width - 1) / 2));
 }
@@ -143,8 +148,9 @@ BOOL Rectangle(HDC dc, int left, int top, int right, int bottom) {
   return drawOn(dc, [&](Dc &context, const Canvas &canvas) {
     const QRect box = deviceBox(context, left, top, right, bottom);
     const auto ink = inkOf(context, canvas, *context.brush.object);
-    if (!box.isEmpty()) drawRectangle(canvas, box, ink, pencilOf(context, canvas));
-    return box.translated(canvas.origin);
+    const auto pencil = pencilOf(context, canvas);
+    if (!box.isEmpty()) drawRectangle(canvas, box, ink, pencil);
+    return reachOf(box, pencil).translated(canvas.origin);
   });
 }
 
