@@ -6,6 +6,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <iostream>
 #include <map>
@@ -79,7 +80,10 @@ class Table : public benchmark::BenchmarkReporter {
     const size_t slash = name.rfind('/');
     const double seconds = run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
     results_[run.family_index] = {name.substr(0, slash), name.substr(slash + 1), seconds};
-    GetErrorStream() << name << ": " << readable(seconds) << std::endl;
+    GetErrorStream() << name << ": " << readable(seconds);
+    const auto rate = run.counters.find("bytes_per_second");
+    if (rate != run.counters.end()) GetErrorStream() << ", " << std::lround(rate->second / 1e6) << " MB/s";
+    GetErrorStream() << std::endl;
   }
 
   std::optional<double> oursOf(const std::string &subject) const {

@@ -34,7 +34,7 @@ class Content {
     WqFile file;
     WqFile_Init(&file);
     WqFile_Path(&file, path);
-    uint32_t size;
+    uint32_t size = 0;
     if (WqFile_ReadOpen(&file) && WqFile_Size(&file, &size) != 0xFFFFFFFF)
       block_ = static_cast<uint8_t *>(WqMem_Alloc(kAhead + size_t{size}));
     if (block_) bytes_ = {block_ + kAhead, WqFile_Read(&file, block_ + kAhead, size)};

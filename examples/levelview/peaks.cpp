@@ -135,7 +135,7 @@ void Peaks::addTo(size_t level, const Extents &extents) {
 
 void Peaks::update() {
   const size_t frames =
-      static_cast<size_t>(samples_.writePos - samples_.data) / (samples_.bits / 8 * samples_.channels);
+      static_cast<size_t>(samples_.writePos - samples_.data) / (size_t{samples_.bits} / 8 * samples_.channels);
   for (size_t block = levels_.empty() ? 0 : levels_[0].size(); block < frames / kBlock; ++block)
     addTo(0, scan(static_cast<uint32_t>(block * kBlock), static_cast<uint32_t>((block + 1) * kBlock)));
 }

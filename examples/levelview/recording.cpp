@@ -59,7 +59,7 @@ bool Recording::makeRoom() {
 }
 
 std::string Recording::load(const char *fileName) {
-  const std::string refused = readHeader(fileName);
+  std::string refused = readHeader(fileName);
   if (!refused.empty()) return refused;
   WqPcmBuf_ReadWavFile(&samples_, fileName);
   if (!samples_.data) {
@@ -72,7 +72,7 @@ std::string Recording::load(const char *fileName) {
 }
 
 std::string Recording::open(const char *fileName) {
-  const std::string refused = readHeader(fileName);
+  std::string refused = readHeader(fileName);
   if (!refused.empty()) return refused;
   return makeRoom() ? "" : kTooMany;
 }

@@ -115,10 +115,11 @@ Ticks frameTicks(const Visible &visible, LONG digit) {
 Ticks percentTicks(LONG half, LONG line) {
   Ticks ticks;
   const double step = half > 0 ? roundStep(std::max(150.0 * line / half, 1.0)) : 1000;
-  for (double percent = 0; percent <= 100; percent += step)
+  for (int i = 0; i * step <= 100; ++i)
     for (const double sign : {1.0, -1.0}) {
-      if (percent == 0 && sign < 0) continue;
-      ticks.push_back({rounded(half * sign * percent / 100), format(percent == 0 ? "0 %%" : "%.0f", sign * percent)});
+      if (i == 0 && sign < 0) continue;
+      const double percent = i * step;
+      ticks.push_back({rounded(half * sign * percent / 100), format(i == 0 ? "0 %%" : "%.0f", sign * percent)});
     }
   return ticks;
 }

@@ -11,7 +11,7 @@
 
 #include <string>
 
-class Viewer : private Control {
+class Viewer final : private Control {
  public:
   // scene: with an opened recording; the viewer looks at it as long as there is a window. settings: give the place of the
   // window, and take it when the window ends.

@@ -111,7 +111,7 @@ struct Creation {
 
 WindowRef makeRecord(const Creation &creation) {
   const CREATESTRUCTA &create = creation.create;
-  const auto window = std::make_shared<Window>();
+  auto window = std::make_shared<Window>();
   window->windowClass = creation.windowClass;
   window->procedure = creation.windowClass->procedure;
   window->queue = currentQueue();
@@ -216,7 +216,7 @@ void endThread(Queue &queue) {
   };
   collect(collect, desktopWindow());
   // innermost first, without a word: there is nobody to hear it
-  for (auto at = own.rbegin(); at != own.rend(); ++at) discard(*at);
+  std::for_each(own.rbegin(), own.rend(), [](const WindowRef &window) { discard(window); });
   for (const std::shared_ptr<Sent> &message : queue.sent) {
     message->done = true;
     message->sender->wake();

@@ -43,7 +43,7 @@ bool canBeActive(const Window &window) {
 } // namespace
 
 bool activate(const WindowRef &window, bool byMouse, bool focuses) {
-  const std::shared_ptr<Queue> queue = currentQueue();
+  const std::shared_ptr<Queue> &queue = currentQueue();
   const WindowRef previous = refOf(queue->active);
   if (previous == window) return true;
   const HWND next = window ? window->handle : nullptr;

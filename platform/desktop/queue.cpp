@@ -179,7 +179,7 @@ void forgetWindow(Queue &queue, const Window &window) {
 
 LRESULT send(const WindowRef &window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (!window || !window->alive) return 0;
-  const std::shared_ptr<Queue> own = currentQueue();
+  const std::shared_ptr<Queue> &own = currentQueue();
   if (window->queue == own || window->queue->thread == 0) return callProcedure(*window, message, wParam, lParam);
   if (window->queue->gone) return 0;
   const auto sent = std::make_shared<Sent>(Sent{window->handle, message, wParam, lParam, 0, false, own});

@@ -41,17 +41,17 @@ int fixedMetric(int index) {
   case SM_CXSIZE:
   case SM_CYSIZE: return 18;
   case SM_CXFRAME:
-  case SM_CYFRAME: return 4;
+  case SM_CYFRAME:
   case SM_CXDOUBLECLK:
-  case SM_CYDOUBLECLK: return 4;
+  case SM_CYDOUBLECLK:
+  case SM_CXDRAG:
+  case SM_CYDRAG: return 4;
   case SM_CMOUSEBUTTONS: return 3;
   case SM_CXEDGE:
   case SM_CYEDGE: return 2;
   case SM_CXSMICON:
-  case SM_CYSMICON: return 16;
+  case SM_CYSMICON:
   case SM_CYSMCAPTION: return 16;
-  case SM_CXDRAG:
-  case SM_CYDRAG: return 4;
   default: return 0;
   }
 }

@@ -21,7 +21,7 @@ namespace {
 constexpr int kDefaultHeight = 16;   // 12 points on the screen
 constexpr int kHighest = 32767;      // of characters, in pixels
 constexpr int kHinted = 256;         // higher characters are drawn without hints
-constexpr int64_t kBig = 256 * 256;  // pixels of a mask that is not kept
+constexpr FT_Pos kBig = 0x10000;     // pixels of a mask that is not kept
 constexpr size_t kKept = 1 << 20;    // pixels of all masks of a font
 constexpr LONG kFullTurn = 3600;     // in tenths of a degree
 constexpr FT_Fixed kSlant = 0x0366A; // 12 degrees
@@ -76,7 +76,7 @@ std::shared_ptr<TextFont> sharedFont(const LOGFONTA &font) {
 } // namespace
 
 TextFont::TextFont(const LOGFONTA &font) : description_(font), typeface_(typefaceFor(Wish(font))) {
-  const double angle = static_cast<double>(font.lfEscapement) * std::numbers::pi / (kFullTurn / 2);
+  const double angle = static_cast<double>(font.lfEscapement) * 2 * std::numbers::pi / kFullTurn;
   const auto fixed = [](double value) { return static_cast<FT_Fixed>(std::lround(value * 0x10000)); };
   turn_ = {fixed(std::cos(angle)), fixed(-std::sin(angle)), fixed(std::sin(angle)), fixed(std::cos(angle))};
   const Face *face = typeface_->main();
@@ -221,10 +221,10 @@ FT_Outline *TextFont::box(int width) {
   static FT_Outline outline = {2, 8, points, tags, ends, FT_OUTLINE_EVEN_ODD_FILL};
   std::fill(std::begin(tags), std::end(tags), char{FT_CURVE_TAG_ON});
   for (int ring = 0; ring < 2; ++ring) {
-    const FT_Pos inset = 64 * (ring + 1), right = FT_Pos{width} * 64 - inset,
+    const FT_Pos inset = FT_Pos{64} * (ring + 1), right = FT_Pos{width} * 64 - inset,
                  top = FT_Pos{metrics_.ascent} * 64 - inset;
     const FT_Vector corners[] = {{inset, inset - 64}, {right, inset - 64}, {right, top}, {inset, top}};
-    std::copy(std::begin(corners), std::end(corners), points + 4 * ring);
+    std::copy(std::begin(corners), std::end(corners), points + ptrdiff_t{4} * ring);
   }
   if (description_.lfEscapement != 0) FT_Outline_Transform(&outline, &turn_);
   return &outline;
@@ -284,7 +284,9 @@ void TextFont::fillBig(uint16_t code, QPoint at, const QRect &limits, Row row, v
   FT_Outline_Translate(shape, (FT_Pos{at.x()} - limits.left()) * 64, (FT_Pos{limits.bottom()} + 1 - at.y()) * 64);
   FT_BBox box;
   FT_Outline_Get_CBox(shape, &box);
-  if (box.xMax <= 0 || box.yMax <= 0 || box.xMin >= limits.width() * 64 || box.yMin >= limits.height() * 64) return;
+  if (box.xMax <= 0 || box.yMax <= 0 || box.xMin >= FT_Pos{limits.width()} * 64 ||
+      box.yMin >= FT_Pos{limits.height()} * 64)
+    return;
   struct Context {
     const QRect &limits;
     Row row;

@@ -72,12 +72,12 @@ class Track {
     if (distance <= 0) return 0;
     if (distance > across_) return along_;
     if (near()) return divide(2 * along_ * distance - half() + 2 * across_ - 1, 2 * across_);
-    return static_cast<int64_t>((Wide{2} * along_ * distance - half() + 2 * across_ - 1) / (2 * across_));
+    return static_cast<int64_t>((Wide{2} * along_ * distance - half() + Wide{2} * across_ - 1) / (Wide{2} * across_));
   }
   int64_t distanceAt(int64_t step) const {
     if (across_ == 0) return 0;
     if (near()) return divide(2 * across_ * step + half(), 2 * along_);
-    return static_cast<int64_t>((Wide{2} * across_ * step + half()) / (2 * along_));
+    return static_cast<int64_t>((Wide{2} * across_ * step + half()) / (Wide{2} * along_));
   }
   // As exact as whole numbers, and much faster than their division: what a double leaves out is no more than 1.
   static int64_t divide(int64_t value, int64_t by) {

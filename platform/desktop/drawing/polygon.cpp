@@ -107,7 +107,7 @@ EllipseRows::EllipseRows(int width, int height) : width_(width), height_(height)
 // the sum of both squares, each over its own axis, less one, times all denominators. A very flat ellipse is at its middle
 // column before it is at its last row, and ends there.
 void EllipseRows::walk() {
-  rows_.assign(static_cast<size_t>(height_ / 2 + 1), Row{width_, 0});
+  rows_.assign(static_cast<size_t>(height_) / 2 + 1, Row{width_, 0});
   const int64_t across = width_ - 1, down = height_ - 1, even = down % 2;
   int64_t inward = 4 * (1 - across) * down * down, outward = 4 * (even + 1) * across * across;
   int64_t error = inward + outward + even * across * across;

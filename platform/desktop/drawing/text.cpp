@@ -188,7 +188,7 @@ void TextPen::drawMask(const Mask &mask, QPoint at) {
   for (const QRect &clip : *canvas_->clip) {
     const QRect part = common(shown, clip);
     if (part.isEmpty()) continue;
-    const uint8_t *alpha = pixels + (part.top() - box.top()) * mask.width + (part.left() - box.left());
+    const uint8_t *alpha = pixels + ptrdiff_t{part.top() - box.top()} * mask.width + (part.left() - box.left());
     QRgb *row = canvas_->row(part.top()) + part.left();
     for (int y = part.top(); y <= part.bottom(); ++y, alpha += mask.width, row += canvas_->pitch)
       blendRow(row, alpha, part.width(), color);
