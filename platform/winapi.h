@@ -318,6 +318,7 @@ PLATFORM_API HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name);
 PLATFORM_API HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name);
 PLATFORM_API HCURSOR WINAPI SetCursor(HCURSOR cursor);
 PLATFORM_API HMODULE WINAPI GetModuleHandleA(LPCSTR name);
+PLATFORM_API int WINAPI LoadStringA(HINSTANCE instance, UINT id, LPSTR text, int size);
 
 /* Creation and end. */
 

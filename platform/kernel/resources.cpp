@@ -2,6 +2,8 @@
 
 #include "platform/kernel/resources.h"
 
+#include "platform/kernel/codepage.h"
+
 #include <map>
 #include <utility>
 
@@ -24,4 +26,13 @@ const PlatformResource *platform::findResource(unsigned kind, unsigned id) {
 
 void platformAddResources(const PlatformResource *resources, size_t count) {
   for (size_t i = 0; i < count; ++i) table()[{resources[i].kind, resources[i].id}] = &resources[i];
+}
+
+// A text that has no room is cut at a whole character. Without an instance it is the program's too.
+int LoadStringA(HINSTANCE instance, UINT id, LPSTR text, int size) {
+  if (!text || size <= 0) return -1;
+  const bool own = !instance || instance == GetModuleHandleA(nullptr);
+  const PlatformResource *const found = own ? platform::findResource(PLATFORM_STRING_RESOURCE, id) : nullptr;
+  const std::string_view whole = found ? std::string_view(static_cast<const char *>(found->bytes), found->size) : "";
+  return static_cast<int>(platform::copyWhole(whole, text, static_cast<size_t>(size)));
 }

@@ -123,6 +123,26 @@ TEST_F(GdiObjects, BitmapsComeFromAllForms) {
             "rgb?.e#?r???.???.#..????..##????");
 }
 
+TEST_F(GdiObjects, StringsOfTheProgramAreLoaded) { // a text that has no room is cut at a whole character
+  const auto loaded = [](HINSTANCE instance, UINT id, int size) {
+    char room[32];
+    std::memset(room, '#', sizeof room);
+    const int length = LoadStringA(instance, id, room, size);
+    EXPECT_EQ(room[std::max(size, 0)], '#');
+    return std::to_string(length) + ":" + std::string(room, size_t(length > 0 ? length : 0)) +
+           room[std::max(length, 0)];
+  };
+  const auto text = [](const std::string &whole) { return std::to_string(whole.size()) + ":" + whole + '\0'; };
+  const HINSTANCE program = GetModuleHandleA(nullptr);
+  EXPECT_EQ(loaded(program, 1, 31), text("plain; [text]"));
+  EXPECT_EQ(loaded(nullptr, 2, 8), text("\x83\\\x95\\ \x8E\xA6"));
+  EXPECT_EQ(loaded(program, 2, 7), text("\x83\\\x95\\ "));
+  EXPECT_EQ(loaded(program, 2, 4), text("\x83\\"));
+  EXPECT_EQ(loaded(program, 3, 31), text("a \"quote\"\n\\b\tc"));
+  EXPECT_EQ(loaded(program, 4, 31) + loaded(reinterpret_cast<HINSTANCE>(0x12340000), 1, 31), text("") + text(""));
+  EXPECT_EQ(loaded(program, 1, 1) + loaded(program, 1, 0), text("") + "-1:#");
+}
+
 TEST_F(GdiObjects, BlitsCombineAndMove) {
   constexpr DWORD kPattern = 0x5A3CC3;
   std::mt19937 random;

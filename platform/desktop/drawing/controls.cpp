@@ -286,10 +286,10 @@ using namespace platform;
 
 BOOL DrawFrameControl(HDC dc, RECT *rect, UINT type, UINT state) {
   if (!rect) return FALSE;
-  constexpr LONG kFar = 1 << 16; // marks are made row by row
+  constexpr LONG kWidest = 1 << 16; // marks are made row by row
   BOOL result = FALSE;
   drawOn(dc, [&](Dc &context, const Canvas &canvas) {
-    result = drawControl(context, canvas, within(*rect, kFar), type, state);
+    result = drawControl(context, canvas, within(*rect, kWidest), type, state);
     return deviceBox(context, rect->left, rect->top, rect->right, rect->bottom).translated(canvas.origin);
   });
   const bool framed = type == DFC_CAPTION || (type == DFC_SCROLL && (state & 0xFF) != DFCS_SCROLLSIZEGRIP) ||

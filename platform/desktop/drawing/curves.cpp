@@ -129,11 +129,11 @@ void drawRoundBox(const Canvas &canvas, QRect box, int cornerWidth, int cornerHe
   };
   if (ink) shape.inside(seen, drawnWith(*ink));
   if (!pencil) return;
-  constexpr int kFar = 1 << 15; // dashes go on from what isn't seen
+  constexpr int kUnseen = 1 << 15; // dashes go on from what isn't seen
   if (pencil->dashes.empty())
     shape.outline(seen, drawnWith(pencil->ink));
   else
-    drawLines(canvas, *pencil, shape.path(seen.adjusted(0, -kFar, 0, kFar)), true);
+    drawLines(canvas, *pencil, shape.path(seen.adjusted(0, -kUnseen, 0, kUnseen)), true);
 }
 
 // A corner's width or height in pixels; parts of pixels don't count.
@@ -150,7 +150,7 @@ template <typename Corner> BOOL drawRound(HDC dc, int left, int top, int right, 
     const QSize round = corner(context, box);
     if (!box.isEmpty())
       drawRoundBox(canvas, box, round.width(), round.height(), inkOf(context, canvas, *context.brush.object), pencil);
-    return reachOf(box, pencil).translated(canvas.origin);
+    return reachOf(canvas, frameOf(box), pencil);
   });
 }
 

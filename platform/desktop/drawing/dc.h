@@ -24,8 +24,10 @@ struct Canvas {
   QRgb *row(int y) const { return bits + y * pitch; }
 };
 
-// The rectangle of edges in any order. They are cut to numbers far outside of any image that can be added up without fear
-// of an overflow.
+// Farther off than any image reaches, and sums of such numbers are numbers still. What coordinates are cut to.
+constexpr int kFar = 1 << 28;
+
+// The rectangle of edges in any order, cut to kFar.
 QRect rectOf(const RECT &rect);
 
 struct Dc : Object {

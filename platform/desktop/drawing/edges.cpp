@@ -215,7 +215,6 @@ using namespace platform;
 
 BOOL DrawEdge(HDC dc, RECT *rect, UINT type, UINT flags) {
   if (!rect) return FALSE;
-  constexpr LONG kFar = 1 << 28; // beyond all images, and sums with it are numbers still
   const Edge edge = edgeOf(type, flags);
   const BOOL drawn = drawOn(dc, [&](Dc &context, const Canvas &canvas) {
     drawEdge(context, canvas, within(*rect, kFar), type, flags);

@@ -123,8 +123,7 @@ BOOL mapAll(HDC dc, POINT (Dc::*map)(POINT) const, POINT *points, int count) {
 } // namespace
 
 QRect rectOf(const RECT &rect) {
-  static constexpr LONG kFar = 1 << 29;
-  const auto near = [](LONG edge) { return std::clamp(edge, -kFar, kFar); };
+  const auto near = [](LONG edge) { return std::clamp<LONG>(edge, -kFar, kFar); };
   const int left = near(std::min(rect.left, rect.right)), right = near(std::max(rect.left, rect.right));
   const int top = near(std::min(rect.top, rect.bottom)), bottom = near(std::max(rect.top, rect.bottom));
   return {left, top, right - left, bottom - top};

@@ -7,8 +7,7 @@
 namespace platform {
 
 QRect deviceBox(const Dc &dc, int left, int top, int right, int bottom) {
-  const int kFar = 1 << 28; // beyond all images, and sums with it are numbers still
-  const auto limited = [kFar](POINT point) {
+  const auto limited = [](POINT point) {
     return QPoint(std::clamp(point.x, -kFar, kFar), std::clamp(point.y, -kFar, kFar));
   };
   const QPoint a = limited(dc.toDevice(POINT{left, top})), b = limited(dc.toDevice(POINT{right, bottom}));
@@ -17,9 +16,8 @@ QRect deviceBox(const Dc &dc, int left, int top, int right, int bottom) {
 }
 
 QRect filledBox(const Dc &dc, int left, int top, int right, int bottom) {
-  const int kFar = 1 << 28;
   const POINT a = dc.toDevice(POINT{left, top}), b = dc.toDevice(POINT{right, bottom});
-  const auto span = [kFar](int from, int to) {
+  const auto span = [](int from, int to) {
     from = std::clamp(from, -kFar, kFar);
     to = std::clamp(to, -kFar, kFar);
     return from <= to ? std::pair(from, to - 1) : std::pair(to + 1, from);
@@ -89,9 +87,8 @@ void drawRectangle(const Canvas &canvas, QRect box, const std::optional<Ink> &in
   drawLines(canvas, *pencil, corners, true);
 }
 
-QRect reachOf(const QRect &box, const std::optional<Pencil> &pencil) {
-  const int more = pencil ? pencil->width : 0;
-  return box.adjusted(-more, -more, more, more);
+QRect reachOf(const Canvas &canvas, std::span<const POINT> corners, const std::optional<Pencil> &pencil) {
+  return boundsOf(canvas, corners, pencil ? pencil->width : 0);
 }
 
 QRect insideFrame(QRect box, int width) {
@@ -150,7 +147,7 @@ BOOL Rectangle(HDC dc, int left, int top, int right, int bottom) {
     const auto ink = inkOf(context, canvas, *context.brush.object);
     const auto pencil = pencilOf(context, canvas);
     if (!box.isEmpty()) drawRectangle(canvas, box, ink, pencil);
-    return reachOf(box, pencil).translated(canvas.origin);
+    return reachOf(canvas, frameOf(box), pencil);
   });
 }
 
@@ -160,6 +157,6 @@ BOOL Polygon(HDC dc, const POINT *points, int count) {
     const std::vector<POINT> mapped = toDevice(context, std::span(points, static_cast<size_t>(count)));
     const auto pencil = pencilOf(context, canvas);
     drawPolygon(canvas, mapped, context.polyFillMode, inkOf(context, canvas, *context.brush.object), pencil);
-    return boundsOf(canvas, mapped, pencil ? pencil->width : 0);
+    return reachOf(canvas, mapped, pencil);
   });
 }

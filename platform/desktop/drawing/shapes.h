@@ -23,8 +23,8 @@ void drawPolygon(const Canvas &canvas, std::span<const POINT> points, int mode, 
 // Draws a rectangle that fills a box of device coordinates; without a pencil the last column and row stay free.
 void drawRectangle(const Canvas &canvas, QRect box, const std::optional<Ink> &ink, const std::optional<Pencil> &pencil);
 
-// What a shape in a box may change, its outline with it.
-QRect reachOf(const QRect &box, const std::optional<Pencil> &pencil);
+// What a shape between corners may change of the image, its outline with it.
+QRect reachOf(const Canvas &canvas, std::span<const POINT> corners, const std::optional<Pencil> &pencil);
 
 // The box that the middle of a pen goes along, so that what it draws stays within a box.
 QRect insideFrame(QRect box, int width);

@@ -17,7 +17,6 @@ namespace {
 
 constexpr uint16_t kBroken = 0x8145; // the middle dot
 constexpr UINT kAcross = TA_LEFT | TA_RIGHT | TA_CENTER, kDown = TA_TOP | TA_BOTTOM | TA_BASELINE;
-constexpr double kFar = 1 << 28; // from any image
 
 // pixels in logical units where an extent of the viewport shows one of the window; unlike lengths on their way to the
 // device they are rounded, and a negative scale rounds the other way.
@@ -27,9 +26,9 @@ int toLogical(int64_t pixels, LONG windowExtent, LONG viewportExtent) {
   return static_cast<int>(std::min<double>(std::abs(std::floor(exact + 0.5)), INT_MAX));
 }
 
-int whole(double value) { return static_cast<int>(std::floor(std::clamp(value, -kFar, kFar) + 0.5)); }
+int whole(double value) { return static_cast<int>(std::floor(std::clamp<double>(value, -kFar, kFar) + 0.5)); }
 
-int near(int64_t value) { return static_cast<int>(std::clamp<int64_t>(value, -(1 << 28), 1 << 28)); }
+int near(int64_t value) { return static_cast<int>(std::clamp<int64_t>(value, -kFar, kFar)); }
 
 // A pixel with its four bytes in 16 bits each, so that one multiplication scales them all.
 constexpr uint64_t kLanes = 0x00FF00FF00FF00FFu;

@@ -8,6 +8,8 @@ int main(void) {
   WqStr_Int(number, -20);
   int32_t level = 0;
   WqScan_Int(number, &level);
-  printf("level %.2f dBV\n", WqUnit_VTodBV(WqUnit_dBVToV(level)));
+  char name[16] = "";
+  LoadStringA(GetModuleHandleA(NULL), 1, name, sizeof name);
+  printf("%s %.2f dBV\n", *name ? name : "without a name:", WqUnit_VTodBV(WqUnit_dBVToV(level)));
   return 0;
 }
