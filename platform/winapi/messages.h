@@ -32,8 +32,10 @@ typedef struct tagMSG {
 #define WM_PAINT 0x000Fu
 #define WM_CLOSE 0x0010u
 #define WM_QUIT 0x0012u
+#define WM_QUERYENDSESSION 0x0011u
 #define WM_QUERYOPEN 0x0013u
 #define WM_ERASEBKGND 0x0014u
+#define WM_ENDSESSION 0x0016u
 #define WM_SHOWWINDOW 0x0018u
 #define WM_ACTIVATEAPP 0x001Cu
 #define WM_CANCELMODE 0x001Fu
@@ -47,6 +49,7 @@ typedef struct tagMSG {
 #define WM_CONTEXTMENU 0x007Bu
 #define WM_STYLECHANGING 0x007Cu
 #define WM_STYLECHANGED 0x007Du
+#define WM_DISPLAYCHANGE 0x007Eu
 #define WM_GETICON 0x007Fu
 #define WM_SETICON 0x0080u
 #define WM_NCCREATE 0x0081u
@@ -79,6 +82,7 @@ typedef struct tagMSG {
 #define WM_MBUTTONUP 0x0208u
 #define WM_MBUTTONDBLCLK 0x0209u
 #define WM_MOUSEWHEEL 0x020Au
+#define WM_MOUSEHWHEEL 0x020Eu
 #define WM_PARENTNOTIFY 0x0210u
 #define WM_SIZING 0x0214u
 #define WM_CAPTURECHANGED 0x0215u

@@ -18,6 +18,7 @@ extern "C" {
 #define SWP_HIDEWINDOW 0x0080u
 #define SWP_NOCOPYBITS 0x0100u
 #define SWP_NOSENDCHANGING 0x0400u
+#define SWP_ASYNCWINDOWPOS 0x4000u /* another thread's window: without waiting for it */
 #define HWND_TOP ((HWND)0)
 #define HWND_BOTTOM ((HWND)1)
 #define HWND_TOPMOST ((HWND)(LONG_PTR)-1)
