@@ -138,16 +138,24 @@ typedef struct tagNMHDR {
 
 /* The queue of a thread. */
 
+#define SMTO_NORMAL 0u
+#define SMTO_BLOCK 1u
+#define SMTO_ABORTIFHUNG 2u
 #define PM_NOREMOVE 0u
 #define PM_REMOVE 1u
 
-/* Messages come in this order: sent, posted, input, quit, paint, timer. */
+/* Messages come in this order: sent, posted, quit, input, paint, timer. */
 PLATFORM_API BOOL WINAPI GetMessageA(MSG *message, HWND window, UINT first, UINT last);
 PLATFORM_API BOOL WINAPI PeekMessageA(MSG *message, HWND window, UINT first, UINT last, UINT remove);
 PLATFORM_API BOOL WINAPI TranslateMessage(const MSG *message);
 PLATFORM_API LRESULT WINAPI DispatchMessageA(const MSG *message);
 /* To a window of another thread: waits until that thread takes the message, and serves messages sent here meanwhile. */
 PLATFORM_API LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+/* The same for at most so many milliseconds; 0 with ERROR_TIMEOUT after them. flags: SMTO_NORMAL. result: may be null. */
+PLATFORM_API LRESULT WINAPI SendMessageTimeoutA(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT flags,
+                                                UINT timeout, ULONG_PTR *result);
+/* To a window of another thread: without waiting. */
+PLATFORM_API BOOL WINAPI SendNotifyMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API BOOL WINAPI PostThreadMessageA(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API void WINAPI PostQuitMessage(int status);

@@ -8,6 +8,7 @@
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/onscreen.h"
 #include "platform/desktop/windows/placing.h"
+#include "platform/desktop/windows/states.h"
 #include "platform/desktop/windows/update.h"
 
 #include <algorithm>
@@ -180,12 +181,10 @@ HWND createWindow(Creation &creation) {
     if (window->alive) finish(window);
     return nullptr;
   }
-  if (wanted & (WS_MINIMIZE | WS_MAXIMIZE)) {
-    window->style &= ~(WS_MINIMIZE | WS_MAXIMIZE);
-    if (wanted & WS_VISIBLE) showWindow(window, wanted & WS_MAXIMIZE ? SW_SHOWMAXIMIZED : SW_SHOWMINIMIZED);
-  }
+  startInState(window, wanted);
   if (window->alive && window->isChild() && !(window->exStyle & WS_EX_NOPARENTNOTIFY)) notifyParent(window, WM_CREATE);
-  if (window->alive && (wanted & WS_VISIBLE) && !window->is(WS_VISIBLE)) showWindow(window, SW_SHOW);
+  if (window->alive && (wanted & WS_VISIBLE) && !window->is(WS_VISIBLE))
+    showWindow(window, (wanted & (WS_MINIMIZE | WS_MAXIMIZE)) == WS_MINIMIZE ? SW_SHOWMINIMIZED : SW_SHOW);
   return window->alive ? handle : nullptr;
 }
 

@@ -7,6 +7,7 @@
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/onscreen.h"
 #include "platform/desktop/windows/placing.h"
+#include "platform/desktop/windows/states.h"
 #include "platform/desktop/windows/update.h"
 #include "platform/kernel/codepage.h"
 
@@ -23,10 +24,7 @@ void sendSizeAndMove(const WindowRef &window, UINT flags) {
   if (!(flags & kNoClientMove)) send(window, WM_MOVE, 0, lParamOf(window->client.left, window->client.top));
   if (window->alive && (!(flags & kNoClientSize) || (flags & kStateChanged))) {
     const RECT area = window->clientArea();
-    const WPARAM kind = window->is(WS_MINIMIZE)   ? SIZE_MINIMIZED
-                        : window->is(WS_MAXIMIZE) ? SIZE_MAXIMIZED
-                                                  : SIZE_RESTORED;
-    send(window, WM_SIZE, kind, lParamOf(area.right, area.bottom));
+    send(window, WM_SIZE, sizeKind(*window), lParamOf(area.right, area.bottom));
   }
 }
 

@@ -5,6 +5,7 @@
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/onscreen.h"
 #include "platform/desktop/windows/placing.h"
+#include "platform/desktop/windows/states.h"
 #include "platform/desktop/windows/update.h"
 
 #include <algorithm>
