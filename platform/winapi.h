@@ -918,5 +918,6 @@ PLATFORM_API FILE *platformOpenStream(const char *name, const char *mode);
 #endif
 
 #include "platform/winapi_drawing.h"
+#include "platform/winapi_more.h"
 
 #endif
