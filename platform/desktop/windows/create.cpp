@@ -1,6 +1,7 @@
 // The beginning and the end of windows.
 
 #include "platform/desktop/drawing/surface.h"
+#include "platform/desktop/guards.h"
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/above.h"
 #include "platform/desktop/windows/classes.h"
@@ -129,6 +130,7 @@ WindowRef makeRecord(const Creation &creation) {
     if (creation.parent) {
       window->owner = &rootOf(*creation.parent);
       window->owner->owned.push_back(window.get());
+      window->exStyle |= window->owner->exStyle & WS_EX_TOPMOST; // above its owner
     }
     const bool topmost = window->exStyle & WS_EX_TOPMOST;
     Window *above = nullptr;
@@ -177,6 +179,9 @@ HWND createWindow(Creation &creation) {
   const WindowRef window = makeRecord(creation);
   if (!window) return nullptr;
   const HWND handle = window->handle;
+  const OnThrow unborn([&] { // it goes without a word
+    if (window->alive) discard(window);
+  });
   if (!introduce(window, create)) {
     if (window->alive) finish(window);
     return nullptr;

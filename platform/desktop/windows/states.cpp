@@ -38,7 +38,7 @@ struct Change {
 Change changeState(const WindowRef &window, int command) {
   const bool wasMinimized = window->is(WS_MINIMIZE);
   if (wasMinimized) {
-    if (isMinimizing(command)) return {kSamePlace, {}};
+    if (isMinimizing(command)) return {kSamePlace, window->rect};
     if (!send(window, WM_QUERYOPEN)) return {kSamePlace | SWP_NOACTIVATE, {}};
   } else if (!window->is(WS_MAXIMIZE)) {
     window->normal = window->rect;
