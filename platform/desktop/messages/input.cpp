@@ -212,7 +212,8 @@ bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG 
 }
 
 void lookUnderPointer() {
-  if (theScreen().isSeen() && !devices().pointerTop) return; // it is over other programs
+  // it may be over other programs
+  if (theScreen().isSeen() && !devices().pointerTop && !devices().programMoved) return;
   const POINT at = cursorPosition();
   const HWND under = above::placedAt(at, devices().pointerTop);
   const std::shared_ptr<Queue> queue = above::queueOfWindow(under);

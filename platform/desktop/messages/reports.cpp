@@ -14,6 +14,7 @@ void takeReport(const PointerMoved &moved) {
   Devices &all = devices();
   if (moved.serial != all.pointerSerial) return; // from before the program moved it
   const bool entered = std::exchange(all.pointerTop, moved.window) != moved.window;
+  all.programMoved = false;
   if (all.pointer && all.pointer->x == moved.at.x && all.pointer->y == moved.at.y) {
     if (entered) lookUnderPointer();
     return;
@@ -64,6 +65,7 @@ void takeReport(const TextTyped &typed) {
 void takeReport(const PointerLeft &left) {
   Devices &all = devices();
   if (all.pointerTop == left.window) all.pointerTop = nullptr;
+  all.programMoved = false;
   all.pointer = left.at;
   const std::shared_ptr<Queue> queue = above::queueOfWindow(left.window);
   if (queue && queue->tracked && above::isIn(queue->tracked, left.window)) leaveTracked(*queue);

@@ -77,6 +77,7 @@ class Screen {
   virtual void place(HWND window, const Stand &stand, Serial serial) = 0;
   virtual void setState(HWND window, ShowState state, Serial serial) = 0;
   virtual void raise(HWND window) = 0;
+  virtual void lower(HWND window) = 0;
   // Null gives nothing to anybody; it only counts as the program's newest wish.
   virtual void activate(HWND window, Serial serial) = 0;
 

@@ -87,6 +87,10 @@ void raiseOnScreen(Window &window) {
   if (window.onScreen.open) theScreen().raise(window.handle);
 }
 
+void lowerOnScreen(Window &window) {
+  if (window.onScreen.open) theScreen().lower(window.handle);
+}
+
 void bandsOnScreen() {
   for (Window *window : desktopWindow().children) {
     const bool topmost = window->exStyle & WS_EX_TOPMOST;
