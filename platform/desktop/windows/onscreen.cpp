@@ -19,6 +19,17 @@ namespace {
 
 Serial activationSerial = 0;
 
+RECT findSeenArea() {
+  const ScreenInfo info = theScreen().info();
+  constexpr LONG kFar = 1 << 28;
+  return info.placesWindows ? info.all : RECT{-kFar, -kFar, kFar, kFar};
+}
+
+RECT &keptSeenArea() {
+  static RECT area = findSeenArea();
+  return area;
+}
+
 bool isShown(const Window &window) { return window.surface && theScreen().isSeen(); }
 
 ShowState stateOf(const Window &window) {
@@ -115,6 +126,8 @@ void activateOnScreen(Window *window) {
 
 Serial activationNow() { return activationSerial; }
 
+const RECT &seenArea() { return keptSeenArea(); }
+
 // ---- The user's deeds, on the threads of their windows
 
 namespace {
@@ -164,6 +177,7 @@ std::vector<WindowRef> ownTopLevel() {
 
 void carryOutDeed(const ScreenChanged &) {
   const SIZE size = theScreen().info().size;
+  keptSeenArea() = findSeenArea();
   desktopWindow().rect = desktopWindow().client = {0, 0, size.cx, size.cy};
   for (const WindowRef &window : ownTopLevel())
     if (window->alive) send(window, WM_DISPLAYCHANGE, 32, lParamOf(size.cx, size.cy));

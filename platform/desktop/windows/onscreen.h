@@ -22,4 +22,7 @@ void activateOnScreen(Window *window);
 // The serial number of that wish.
 Serial activationNow();
 
+// Where on the screen windows can be seen; without limits where nobody knows their places.
+const RECT &seenArea();
+
 } // namespace platform

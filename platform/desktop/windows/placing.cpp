@@ -203,7 +203,7 @@ bool setWindowPos(const WindowRef &window, WINDOWPOS position) {
   apply(window, position, rect, client);
   const UINT flags = position.flags;
   takeToScreen(*window, flags, position.hwndInsertAfter);
-  if (window->is(WS_VISIBLE) || (flags & SWP_HIDEWINDOW)) lookUnderPointer();
+  if (window->is(WS_VISIBLE) || (flags & SWP_HIDEWINDOW)) changedUnderPointer();
 
   if (!(flags & (SWP_NOACTIVATE | SWP_HIDEWINDOW)) && !wasActive) {
     if (window->isChild())

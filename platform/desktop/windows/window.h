@@ -106,6 +106,8 @@ Window &desktopWindow();
 WindowRef windowOf(HWND handle);
 // The same, and null without an error for a null handle.
 WindowRef windowOrNone(HWND handle);
+// The same for a moment in which no procedure runs.
+Window *recordOf(HWND handle);
 WindowRef refOf(const Window *window);
 inline HWND handleOf(const Window *window) { return window ? window->handle : nullptr; }
 
