@@ -313,9 +313,6 @@ typedef struct tagWNDCLASSA {
 PLATFORM_API ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass);
 /* Fails while a window of the class exists. */
 PLATFORM_API int WINAPI GetClassNameA(HWND window, LPSTR text, int size);
-/* The system's own icons and cursors, by IDI_... and IDC_...; an instance has none here. */
-PLATFORM_API HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name);
-PLATFORM_API HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name);
 PLATFORM_API HCURSOR WINAPI SetCursor(HCURSOR cursor);
 PLATFORM_API HMODULE WINAPI GetModuleHandleA(LPCSTR name);
 PLATFORM_API int WINAPI LoadStringA(HINSTANCE instance, UINT id, LPSTR text, int size);
@@ -918,5 +915,6 @@ PLATFORM_API FILE *platformOpenStream(const char *name, const char *mode);
 #endif
 
 #include "platform/winapi_drawing.h"
+#include "platform/winapi_icons.h"
 
 #endif

@@ -1,6 +1,7 @@
-// The system's own numbers and things: metrics, colours, icons and cursors, the system menu, layered windows, modules.
+// The system's own numbers and things: metrics, colours, the cursor, the system menu, layered windows, modules.
 
 #include "platform/desktop/desktop.h"
+#include "platform/desktop/drawing/icons.h"
 #include "platform/desktop/drawing/objects.h"
 #include "platform/desktop/lock.h"
 #include "platform/desktop/surface.h"
@@ -76,10 +77,6 @@ HBRUSH colorBrush(int index) {
 }
 
 bool isNumber(LPCSTR name) { return reinterpret_cast<uintptr_t>(name) <= 0xFFFF; }
-
-// Icons and cursors of the system are numbers of their own; an instance has none.
-constexpr uintptr_t kSystemIcons = 0x10000;
-constexpr uintptr_t kSystemCursors = 0x20000;
 
 Qt::CursorShape shapeOf(HCURSOR cursor) {
   switch (reinterpret_cast<uintptr_t>(cursor) - kSystemCursors) {
@@ -160,18 +157,6 @@ HBRUSH GetSysColorBrush(int index) {
   return locked<HBRUSH>(nullptr, [&]() -> HBRUSH {
     return index >= 0 && index < static_cast<int>(std::size(kColors)) ? colorBrush(index) : nullptr;
   });
-}
-
-HICON LoadIconA(HINSTANCE instance, LPCSTR name) {
-  if (!instance && isNumber(name)) return reinterpret_cast<HICON>(kSystemIcons + reinterpret_cast<uintptr_t>(name));
-  SetLastError(ERROR_FILE_NOT_FOUND);
-  return nullptr;
-}
-
-HCURSOR LoadCursorA(HINSTANCE instance, LPCSTR name) {
-  if (!instance && isNumber(name)) return reinterpret_cast<HCURSOR>(kSystemCursors + reinterpret_cast<uintptr_t>(name));
-  SetLastError(ERROR_FILE_NOT_FOUND);
-  return nullptr;
 }
 
 HCURSOR SetCursor(HCURSOR cursor) {
