@@ -111,7 +111,8 @@ void takeAlpha(const uint8_t *rows, QImage &color) {
 
 QImage readMask(const uint8_t *rows, SIZE size) {
   QImage mask = makePixels(size, QImage::Format_RGB32);
-  for (LONG y = 0; y < size.cy; ++y, rows += (size.cx + 31) / 32 * 4) {
+  const ptrdiff_t pitch = (ptrdiff_t{size.cx} + 31) / 32 * 4;
+  for (LONG y = 0; y < size.cy; ++y, rows += pitch) {
     QRgb *const line = row(mask, size.cy - 1 - y);
     for (LONG x = 0; x < size.cx; ++x) line[x] = rows[x / 8] & 0x80 >> x % 8 ? kWhite : kBlack;
   }

@@ -236,7 +236,7 @@ QImage Icon::imageFor(int size) const {
   const SIZE wanted{size, size};
   std::optional<IconPicture> best;
   if (source && !(picture.size() == wanted)) best = source->pictureFor(wanted);
-  const QImage found = withAlpha(best.value_or(picture));
+  QImage found = withAlpha(best.value_or(picture));
   if (found.width() == size && found.height() == size) return found;
   return found.scaled(size, size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
@@ -253,9 +253,10 @@ std::shared_ptr<Icon> iconOf(HICON icon) {
 }
 
 QImage iconImage(HICON icon, int size) {
-  return locked<QImage>({}, [&] {
+  return locked<QImage>({}, [&]() -> QImage {
     const auto found = iconOf(icon);
-    return found && size > 0 ? found->imageFor(size) : QImage();
+    if (!found || size <= 0) return {};
+    return found->imageFor(size);
   });
 }
 

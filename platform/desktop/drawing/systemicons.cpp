@@ -250,18 +250,20 @@ const Drawing kDrawings[] = {
 // The colour of a pixel: what the samples in it show, and how many of them show something.
 QRgb sampled(const Shapes &shapes, Point corner, Point step) {
   constexpr int kSamples = 4;
-  unsigned covered = 0, red = 0, green = 0, blue = 0;
+  int covered = 0, red = 0, green = 0, blue = 0;
   for (int i = 0; i < kSamples * kSamples; ++i) {
-    const Point at{corner.x + step.x * (i % kSamples + 0.5) / kSamples,
-                   corner.y + step.y * (i / kSamples + 0.5) / kSamples};
+    const int across = i % kSamples, down = i / kSamples;
+    const Point at{corner.x + step.x * (across + 0.5) / kSamples, corner.y + step.y * (down + 0.5) / kSamples};
     const auto top = std::find_if(shapes.rbegin(), shapes.rend(), [&](const Shape &shape) { return shape.has(at); });
     if (top == shapes.rend()) continue;
     ++covered;
-    red += qRed(top->color()), green += qGreen(top->color()), blue += qBlue(top->color());
+    red += qRed(top->color());
+    green += qGreen(top->color());
+    blue += qBlue(top->color());
   }
   if (covered == 0) return 0;
-  const auto mean = [&](unsigned sum) { return static_cast<int>((sum + covered / 2) / covered); };
-  return qRgba(mean(red), mean(green), mean(blue), static_cast<int>(covered * 255 / (kSamples * kSamples)));
+  const auto mean = [&](int sum) { return (sum + covered / 2) / covered; };
+  return qRgba(mean(red), mean(green), mean(blue), covered * 255 / (kSamples * kSamples));
 }
 
 class DrawnIcon : public IconSource {
