@@ -43,6 +43,10 @@ extern "C" {
 PLATFORM_API HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name);
 PLATFORM_API HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name);
 
+/* For WM_SETICON and WM_GETICON. */
+#define ICON_SMALL 0
+#define ICON_BIG 1
+
 /* For LoadImageA, which is declared with the bitmaps. Without LR_DEFAULTSIZE a size of 0 is that of the first image. */
 #define IMAGE_ICON 1u
 #define IMAGE_CURSOR 2u
