@@ -157,9 +157,10 @@ class IconFile : public IconSource {
 
   bool empty() const { return images_.empty(); }
   SIZE firstSize() const override { return images_.front().size; }
-  std::optional<IconPicture> pictureFor(SIZE size) const override {
+  std::optional<IconPicture> pictureFor(SIZE size, Choice choice) const override {
     const auto merit = [&](const Image &image) { // the first of equals wins
-      return std::pair(std::abs(image.size.cx - size.cx) + std::abs(image.size.cy - size.cy), -image.bits);
+      const bool small = choice == Choice::larger && (image.size.cx < size.cx || image.size.cy < size.cy);
+      return std::tuple(small, std::abs(image.size.cx - size.cx) + std::abs(image.size.cy - size.cy), -image.bits);
     };
     const Image &best = *std::min_element(images_.begin(), images_.end(),
                                           [&](const Image &a, const Image &b) { return merit(a) < merit(b); });

@@ -235,10 +235,11 @@ QImage Icon::image() const { return withAlpha(picture); }
 QImage Icon::imageFor(int size) const {
   const SIZE wanted{size, size};
   std::optional<IconPicture> best;
-  if (source && !(picture.size() == wanted)) best = source->pictureFor(wanted);
+  if (source && !(picture.size() == wanted)) best = source->pictureFor(wanted, IconSource::Choice::larger);
   QImage found = withAlpha(best.value_or(picture));
   if (found.width() == size && found.height() == size) return found;
-  return found.scaled(size, size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  return found.scaled(size, size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+      .convertToFormat(QImage::Format_ARGB32);
 }
 
 POINT Icon::hotSpot() const {

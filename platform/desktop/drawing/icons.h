@@ -32,9 +32,12 @@ class IconSource {
   IconSource(const IconSource &) = delete;
   IconSource &operator=(const IconSource &) = delete;
 
+  // How a picture is chosen where none has the size: the platform's way, or one that is better made smaller than larger.
+  enum class Choice { nearest, larger };
+
   virtual SIZE firstSize() const = 0;
   // The picture that is best for a size, which it need not have itself. Nothing when it can't be read.
-  virtual std::optional<IconPicture> pictureFor(SIZE size) const = 0;
+  virtual std::optional<IconPicture> pictureFor(SIZE size, Choice choice = Choice::nearest) const = 0;
 };
 
 class Icon : public Object {

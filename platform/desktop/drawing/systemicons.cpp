@@ -271,7 +271,7 @@ class DrawnIcon : public IconSource {
   explicit DrawnIcon(const Drawing &drawing) : shapes_(drawing.shapes()), hotSpot_(drawing.hotSpot) {}
 
   SIZE firstSize() const override { return {static_cast<LONG>(kGrid), static_cast<LONG>(kGrid)}; }
-  std::optional<IconPicture> pictureFor(SIZE size) const override {
+  std::optional<IconPicture> pictureFor(SIZE size, Choice) const override {
     constexpr LONG kLargest = 256; // larger ones are stretched
     size = {std::min(size.cx, kLargest), std::min(size.cy, kLargest)};
     const Point step{kGrid / size.cx, kGrid / size.cy};
