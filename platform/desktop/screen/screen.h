@@ -14,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -23,11 +24,11 @@ enum class ShowState { normal, minimized, maximized, minimizedFromMaximized };
 struct Look {
   DWORD style = 0;
   DWORD exStyle = 0;
-  std::string title;        // UTF-8
-  HWND owner = nullptr;     // a window that it stays above
-  BYTE alpha = 255;         // 0 lets everything through
-  QRgb ground = 0xFFFFFFFF; // of areas that the program has not painted yet
-  QImage icon;
+  std::string title;                                // UTF-8
+  HWND owner = nullptr;                             // a window that it stays above
+  BYTE alpha = 255;                                 // 0 lets everything through
+  QRgb ground = 0xFFFFFFFF;                         // of areas that the program has not painted yet
+  std::shared_ptr<const std::vector<QImage>> icons; // one in several sizes; null for the desktop's choice
 };
 
 // Where a top-level window's client area stands, and the limits of its size.

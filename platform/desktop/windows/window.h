@@ -39,6 +39,8 @@ struct OnScreen {
   QRect client;
   ShowState state = ShowState::normal;
   Serial placeSerial = 0, stateSerial = 0;
+  std::pair<HICON, HICON> iconsFrom; // a big one and a small one
+  std::shared_ptr<const std::vector<QImage>> icons;
 };
 
 struct Window {
