@@ -40,6 +40,8 @@ WqMainBlock wqMain;
 void WqMain_Init(HINSTANCE instance) {
   wqMain = {};
   wqMain.instance = instance;
+  InitCommonControls(); // the tooltip is one of them
+  CoInitialize(nullptr);
   WqWnd_RegClass(instance);
   WqMem_Init();
   WqColorPal_Init(&wqMain.palette, 0);
@@ -51,16 +53,20 @@ void WqMain_Init(HINSTANCE instance) {
 
 int WqMain_Config(HWND mainWnd) {
   wqMain.mainWnd = mainWnd;
+  WqTooltip_Init(&wqMain.tooltip);
+  WqTooltip_Create(&wqMain.tooltip);
   return 1;
 }
 
 void WqMain_Term() {
   WqList_RemoveAllWith(wqMain.timer.list);
   wqMain.timer.list = nullptr; // for a tick that nobody stopped
+  WqTooltip_Term(0);
   for (const auto registry : kRegistries) endRegistry(&(wqMain.*registry));
   WqColorTbl_Term(&wqMain.colorTbl);
   WqColorPal_Term(&wqMain.palette);
   WqList_RemoveAll(wqMain.wndList);
   WqLog_Term();
   WqMem_Term();
+  CoUninitialize();
 }

@@ -203,6 +203,10 @@ FIELD32(WqTimerElem, period, 20);
 RECORD32(WqTimerState, 12);
 FIELD32(WqTimerState, running, 4);
 FIELD32(WqTimerState, timerId, 8);
+RECORD32(WqTooltip, 272);
+FIELD32(WqTooltip, anchor, 4);
+FIELD32(WqTooltip, shown, 12);
+FIELD32(WqTooltip, text, 16);
 
 RECORD32(WqMemBlockElem, 12);
 FIELD32(WqMemBlockElem, cursor, 4);
@@ -226,3 +230,5 @@ FIELD32(WqMainBlock, brushTbl, 1044);
 FIELD32(WqMainBlock, penTbl, 1052);
 FIELD32(WqMainBlock, mbbTbl, 1060);
 FIELD32(WqMainBlock, timer, 1068);
+FIELD32(WqMainBlock, tooltipStrInst, 1080);
+FIELD32(WqMainBlock, tooltip, 1084);

@@ -68,6 +68,7 @@ Look lookOf(Window &window) {
   look.owner = window.owner ? rootOf(*window.owner).handle : nullptr;
   const bool layered = window.exStyle & WS_EX_LAYERED && window.layeredFlags & LWA_ALPHA;
   look.alpha = layered ? window.alpha : 255;
+  look.passesInput = window.passesInput || (window.exStyle & WS_EX_LAYERED && window.exStyle & WS_EX_TRANSPARENT);
   const auto ground = brushOf(window.windowClass->background);
   if (ground && ground->style == BS_SOLID) look.ground = toQt(ground->color);
   look.icons = window.onScreen.icons;

@@ -32,7 +32,7 @@ Qt::WindowFlags flagsOf(const Look &look) {
   if (is(look.style, WS_POPUP) && !caption) flags |= look.exStyle & WS_EX_TOOLWINDOW ? Qt::ToolTip : Qt::Tool;
   if (look.exStyle & WS_EX_TOPMOST) flags |= Qt::WindowStaysOnTopHint;
   if (look.exStyle & WS_EX_NOACTIVATE) flags |= Qt::WindowDoesNotAcceptFocus;
-  if (look.exStyle & WS_EX_LAYERED && look.exStyle & WS_EX_TRANSPARENT) flags |= Qt::WindowTransparentForInput;
+  if (look.passesInput) flags |= Qt::WindowTransparentForInput;
   if (caption) {
     flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint;
     if (is(look.style, WS_SYSMENU)) flags |= Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
