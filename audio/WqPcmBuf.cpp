@@ -3,7 +3,7 @@
 #include "audio/audio.h"
 
 #include "audio/audio_private.h"
-#include "frame/frame.h"
+#include "frame/memory.h"
 
 #include <algorithm>
 #include <cstdio>

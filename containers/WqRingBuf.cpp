@@ -2,7 +2,7 @@
 
 #include "containers/containers.h"
 
-#include "frame/frame.h"
+#include "frame/memory.h"
 
 #include <algorithm>
 

@@ -4,6 +4,8 @@
 #include "drawing/drawing_private.h"
 
 #include "files/files.h"
+#include "frame/main.h"
+#include "frame/memory.h"
 #include "text/double_byte.h"
 
 #include <algorithm>

@@ -2,6 +2,8 @@
 
 #include "drawing/drawing_private.h"
 
+#include "frame/main.h"
+
 void WqBrush_Init(WqBrush *brush) { *brush = {}; }
 
 void WqBrush_Param(WqBrush *brush, int32_t style, uint32_t colour) {

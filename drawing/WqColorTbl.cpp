@@ -2,6 +2,9 @@
 
 #include "drawing/drawing_private.h"
 
+#include "frame/main.h"
+#include "frame/memory.h"
+
 #include <iterator>
 
 namespace {

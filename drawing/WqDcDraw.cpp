@@ -3,6 +3,7 @@
 #include "drawing/drawing_private.h"
 
 #include "audio/audio.h"
+#include "frame/memory.h"
 
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include "drawing/drawing_private.h"
 
+#include "frame/main.h"
+#include "frame/memory.h"
 #include "text/double_byte.h"
 
 void WqFont_Init(WqFont *font) { *font = {}; }

@@ -2,6 +2,8 @@
 
 #include "drawing/drawing_private.h"
 
+#include "frame/main.h"
+
 void WqPen_Init(WqPen *pen) { *pen = {}; }
 
 void WqPen_Term(WqPen *) {}

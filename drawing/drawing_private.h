@@ -2,7 +2,7 @@
 #pragma once
 
 #include "drawing/drawing.h"
-#include "frame/frame.h"
+#include "frame/memory.h"
 
 #include <cstdint>
 

@@ -2,7 +2,7 @@
 
 #include "files/files.h"
 
-#include "frame/frame.h"
+#include "frame/memory.h"
 #include "text/text.h"
 
 namespace {

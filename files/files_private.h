@@ -3,7 +3,7 @@
 
 #include "files/files.h"
 
-#include "frame/frame.h"
+#include "frame/memory.h"
 #include "text/double_byte.h"
 
 // A found entry's attributes that keep the walks away from it.

@@ -1,9 +1,10 @@
 // The library's start and end. The order of the steps matters: the block is cleared first, because everything after it
 // relies on zeros, and allocation is counted from WqMem_Init on.
 
-#include "frame/frame.h"
+#include "frame/main.h"
 
 #include "files/files.h"
+#include "frame/memory.h"
 
 #include <cstring>
 

@@ -1,6 +1,8 @@
 // The front to the C library's allocator: every block is zeroed and counted.
 
-#include "frame/frame.h"
+#include "frame/memory.h"
+
+#include "frame/main.h"
 
 #include <atomic>
 #include <cstdlib>

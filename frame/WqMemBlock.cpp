@@ -1,6 +1,6 @@
 // The pool: chunks of storage, straight from the allocator, from which pieces are cut in order.
 
-#include "frame/frame.h"
+#include "frame/memory.h"
 
 #include <algorithm>
 #include <cstdlib>

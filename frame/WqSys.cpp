@@ -1,6 +1,6 @@
 // Two questions about the screen.
 
-#include "frame/frame.h"
+#include "frame/system.h"
 
 void WqSys_DesktopRect(SIZE *size) { *size = {GetSystemMetrics(SM_CXFULLSCREEN), GetSystemMetrics(SM_CYFULLSCREEN)}; }
 

@@ -1,6 +1,6 @@
 // Version numbers of four bytes in one word.
 
-#include "frame/frame.h"
+#include "frame/version.h"
 
 #include "text/text.h"
 

@@ -37,8 +37,8 @@ need() {
   rm -f "$log"
 }
 
-# What everything is built with, and a font that has Japanese characters.
-compiler=(cmake ninja-build g++ qt6-base-dev libfontconfig-dev libfreetype-dev fonts-ipafont-gothic)
+# What everything is built with, what windows on a Wayland compositor need, and a font that has Japanese characters.
+compiler=(cmake ninja-build g++ qt6-base-dev qt6-wayland libfontconfig-dev libfreetype-dev libxcb1-dev fonts-ipafont-gothic)
 
 # build PRESET TARGET [CMAKE_OPTION...]: configures and builds below build/PRESET.
 build() {

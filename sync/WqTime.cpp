@@ -2,7 +2,7 @@
 
 #include "sync/sync.h"
 
-#include "frame/frame.h"
+#include "frame/memory.h"
 #include "text/text.h"
 
 #include <tuple>

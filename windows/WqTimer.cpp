@@ -3,6 +3,9 @@
 
 #include "windows/windows_private.h"
 
+#include "frame/main.h"
+#include "frame/memory.h"
+
 namespace {
 
 constexpr UINT kTickMs = 100;

@@ -3,6 +3,8 @@
 #include "windows/windows_private.h"
 
 #include "drawing/drawing.h"
+#include "frame/main.h"
+#include "frame/memory.h"
 #include "text/double_byte.h"
 
 namespace {

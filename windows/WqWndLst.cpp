@@ -2,6 +2,8 @@
 
 #include "windows/windows_private.h"
 
+#include "frame/memory.h"
+
 namespace {
 
 WqWord word(const WqWnd *wnd) { return reinterpret_cast<WqWord>(wnd); }

@@ -4,6 +4,7 @@
 #include "windows/windows_private.h"
 
 #include "drawing/drawing.h"
+#include "frame/main.h"
 
 namespace {
 

@@ -4,8 +4,6 @@
 
 #include "windows/windows.h"
 
-#include "frame/frame.h"
-
 #include <utility>
 
 // A walk along a list whose nodes may go away under it, several of them at a time, as walks nest. The node at hand stays

@@ -1,5 +1,6 @@
 #include "platform/desktop/lock.h"
 
+#include <exception>
 #include <mutex>
 #include <utility>
 
@@ -12,15 +13,17 @@ std::mutex &mutex() {
   return *one;
 }
 
-thread_local int depth = 0; // how often this thread has taken the lock
+thread_local int depth = 0;                // how often this thread has taken the lock
+thread_local DesktopLock *level = nullptr; // the innermost
 
 } // namespace
 
-DesktopLock::DesktopLock() {
+DesktopLock::DesktopLock() : outer_(std::exchange(level, this)) {
   if (depth++ == 0) mutex().lock();
 }
 
 DesktopLock::~DesktopLock() {
+  level = outer_;
   if (--depth == 0) mutex().unlock();
 }
 
@@ -31,6 +34,12 @@ DesktopUnlock::DesktopUnlock() : depth_(std::exchange(depth, 0)) {
 DesktopUnlock::~DesktopUnlock() {
   if (depth_ > 0) mutex().lock();
   depth = depth_;
+}
+
+CallOut::CallOut() : level_(level), exceptions_(std::uncaught_exceptions()) {}
+
+CallOut::~CallOut() {
+  if (level_ && std::uncaught_exceptions() > exceptions_) level_->thrown_ = true;
 }
 
 } // namespace platform

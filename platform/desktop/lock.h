@@ -1,6 +1,6 @@
 // The one lock of the desktop half. Every function of the API holds it while it works on windows and queues, and gives it
-// up whole, however deep it was taken, while a window procedure runs and while a thread waits. So procedures may call
-// the API, and threads may send to one another, without waiting for each other's locks.
+// up whole, however deep it was taken, while a procedure of the program runs and while a thread waits. So procedures may
+// call the API, and threads may send to one another, without waiting for each other's locks.
 #pragma once
 
 #include "platform/kernel/errors.h"
@@ -13,6 +13,13 @@ class DesktopLock {
   ~DesktopLock();
   DesktopLock(const DesktopLock &) = delete;
   DesktopLock &operator=(const DesktopLock &) = delete;
+
+ private:
+  template <typename Result, typename Body> friend Result locked(Result failure, Body body);
+  friend class CallOut;
+
+  bool thrown_ = false; // by the program, through this level
+  DesktopLock *outer_;
 };
 
 // The lock given up, until the end of the scope.
@@ -27,10 +34,31 @@ class DesktopUnlock {
   int depth_;
 };
 
-// Runs the body of an API function under the lock.
+// A call of a procedure of the program's: without the lock, and what it throws is nothing of the layer's.
+class CallOut {
+ public:
+  CallOut();
+  ~CallOut();
+  CallOut(const CallOut &) = delete;
+  CallOut &operator=(const CallOut &) = delete;
+
+ private:
+  DesktopLock *const level_;
+  const int exceptions_;
+  DesktopUnlock unlocked_;
+};
+
+// Runs the body of an API function under the lock. Memory that runs out in the layer is an error of the API; what a
+// procedure of the program throws goes on to the program.
 template <typename Result, typename Body> Result locked(Result failure, Body body) {
-  const DesktopLock lock;
-  return guarded<Result>(failure, body);
+  DesktopLock lock;
+  try {
+    return body();
+  } catch (const std::exception &) {
+    if (lock.thrown_) throw;
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return failure;
+  }
 }
 
 } // namespace platform

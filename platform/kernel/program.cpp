@@ -86,3 +86,5 @@ BOOL GetConsoleMode(HANDLE handle, LPDWORD mode) {
   *mode = 0;
   return TRUE;
 }
+
+DWORD GetCurrentThreadId() { return static_cast<DWORD>(gettid()); }

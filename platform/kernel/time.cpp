@@ -3,11 +3,13 @@
 #include "platform/kernel/codepage.h"
 #include "platform/kernel/errors.h"
 
+#include <chrono>
 #include <cstring>
 #include <ctime>
 #include <langinfo.h>
 #include <locale.h>
 #include <string>
+#include <thread>
 
 namespace platform {
 
@@ -93,4 +95,10 @@ int GetDateFormatA(LCID, DWORD, const SYSTEMTIME *date, LPCSTR format, LPSTR tex
     std::memcpy(text, form.c_str(), form.size() + 1);
     return length;
   });
+}
+
+void Sleep(DWORD milliseconds) {
+  if (milliseconds == INFINITE)
+    for (;;) std::this_thread::sleep_for(std::chrono::hours(1));
+  std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }

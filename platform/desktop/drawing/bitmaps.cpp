@@ -15,6 +15,7 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 
 namespace platform {
 
@@ -29,8 +30,14 @@ struct Block {
 
 std::array<Block, 2> kept;
 
+std::mutex &keptMutex() { // the screen's thread gives pixels back too
+  static auto *one = new std::mutex;
+  return *one;
+}
+
 // A kept block that fits and isn't much too big.
 Block takeKept(size_t size) {
+  const std::lock_guard lock(keptMutex());
   for (Block &block : kept)
     if (block.size >= size && block.size / 2 <= size) return std::exchange(block, {});
   return {};
@@ -40,6 +47,7 @@ Block takeKept(size_t size) {
 void giveBack(void *address) {
   auto *const block = static_cast<Block *>(address);
   if (block->size >= kSmallestKept && block->size <= kLargestKept) {
+    const std::lock_guard lock(keptMutex());
     std::rotate(kept.begin(), kept.end() - 1, kept.end());
     std::swap(kept.front(), *block); // the older of the two goes
   }

@@ -2,11 +2,10 @@
 
 #include "platform/desktop/drawing/dc.h"
 
-#include "platform/desktop/desktop.h"
 #include "platform/desktop/drawing/bitmaps.h"
 #include "platform/desktop/drawing/raster.h"
 #include "platform/desktop/lock.h"
-#include "platform/desktop/update.h"
+#include "platform/desktop/screen/screen.h"
 
 #include <algorithm>
 #include <cstring>
@@ -57,16 +56,6 @@ template <typename Value> Value setValue(HDC dc, Value Dc::*place, Value value) 
   });
 }
 
-HDC openWindowDc(const WindowRef &window, POINT origin, QRegion visible) {
-  const auto dc = std::make_shared<Dc>();
-  dc->kind = window->parent ? Dc::Kind::window : Dc::Kind::display;
-  dc->window = window;
-  dc->surface = rootOf(*window).surface;
-  dc->origin = {origin.x, origin.y};
-  dc->visible = std::move(visible);
-  return openObject<HDC>(dc);
-}
-
 } // namespace
 
 Dc::Dc() : pen(defaults().pen), brush(defaults().brush), font(defaults().font), palette(defaults().palette) {
@@ -97,7 +86,7 @@ QImage *Dc::image() {
 
 QRect Dc::extent() {
   if (const QImage *own = target()) return own->rect().translated(-origin);
-  const SIZE screen = screenSize();
+  const SIZE screen = theScreen().info().size;
   return {0, 0, screen.cx, screen.cy};
 }
 
@@ -141,17 +130,14 @@ void Dc::drawn(const QRect &image) {
   if (kind == Kind::window && surface) surface->drawn(image);
 }
 
-HDC openClientDc(const WindowRef &window, const QRegion &region) {
-  return openWindowDc(window, originInSurface(*window), region & visibleClient(*window));
-}
-
-HDC openWholeDc(const WindowRef &window) {
-  POINT origin{0, 0};
-  if (window->parent && !window->isTopLevel()) {
-    const POINT parent = originInSurface(*window->parent);
-    origin = {parent.x + window->rect.left, parent.y + window->rect.top};
-  }
-  return openWindowDc(window, origin, visibleWhole(*window));
+HDC openWindowDc(HWND window, const std::shared_ptr<Surface> &surface, QPoint origin, QRegion visible) {
+  const auto dc = std::make_shared<Dc>();
+  dc->kind = surface ? Dc::Kind::window : Dc::Kind::display;
+  dc->window = window;
+  dc->surface = surface;
+  dc->origin = origin;
+  dc->visible = std::move(visible);
+  return openObject<HDC>(dc);
 }
 
 bool closeDc(HDC dc) { return drawingHandles().close<Dc>(dc); }
@@ -201,9 +187,10 @@ BOOL DeleteDC(HDC dc) {
 int GetDeviceCaps(HDC dc, int index) {
   return locked<int>(0, [&]() -> int {
     if (!dcOf(dc)) return 0;
-    constexpr int kPixelsPerInch = 96;
-    const SIZE screen = screenSize();
-    const auto millimetres = [](LONG pixels) { return (pixels * 254 + 5 * kPixelsPerInch) / (10 * kPixelsPerInch); };
+    const ScreenInfo info = theScreen().info();
+    const SIZE screen = info.size;
+    const int perInch = info.pixelsPerInch;
+    const auto millimetres = [perInch](LONG pixels) { return (pixels * 254 + 5 * perInch) / (10 * perInch); };
     switch (index) {
     case HORZSIZE: return millimetres(screen.cx);
     case VERTSIZE: return millimetres(screen.cy);
@@ -214,7 +201,7 @@ int GetDeviceCaps(HDC dc, int index) {
     case NUMCOLORS: return -1; // more than a palette has
     case RASTERCAPS: return 48793;
     case LOGPIXELSX:
-    case LOGPIXELSY: return kPixelsPerInch;
+    case LOGPIXELSY: return perInch;
     default: return 0;
     }
   });

@@ -6,7 +6,7 @@
 #pragma once
 
 #include "platform/desktop/drawing/objects.h"
-#include "platform/desktop/surface.h"
+#include "platform/desktop/drawing/surface.h"
 
 #include <optional>
 
@@ -37,7 +37,7 @@ struct Dc : Object {
   ~Dc() override;
 
   Kind kind = Kind::display;
-  WindowRef window;                 // of a window's context; the desktop's for one of the screen that is to be released
+  HWND window = nullptr;            // whose context it is, to be released; null for one that is to be deleted
   std::shared_ptr<Surface> surface; // of a window's context
   QPoint origin;                    // of its device coordinates in the surface
   QRegion visible;                  // of the window, in the surface
@@ -102,9 +102,9 @@ struct Dc : Object {
 
 inline std::shared_ptr<Dc> dcOf(HDC dc) { return drawingHandles().get<Dc>(dc); }
 
-// A context of a window's client area. region: limits it; in coordinates of the surface.
-HDC openClientDc(const WindowRef &window, const QRegion &region);
-HDC openWholeDc(const WindowRef &window);
+// A context of a window. surface: null for the screen's own window. origin: of the device coordinates in the surface.
+// visible: where it may draw, likewise.
+HDC openWindowDc(HWND window, const std::shared_ptr<Surface> &surface, QPoint origin, QRegion visible);
 bool closeDc(HDC dc);
 // Closes a context that stands for a window or the screen; others it leaves alone.
 bool releaseDc(HDC dc);

@@ -4,6 +4,7 @@
 
 #include "platform/desktop/drawing/dc.h"
 #include "platform/desktop/lock.h"
+#include "platform/desktop/rects.h"
 
 namespace platform {
 

@@ -1,0 +1,57 @@
+/* The library's start and end, and the one global block. The block holds something of many families, so no header of
+ * theirs includes this one, only sources do. */
+#ifndef WQ_FRAME_MAIN_H
+#define WQ_FRAME_MAIN_H
+
+#include "containers/containers.h"
+#include "drawing/drawing.h"
+#include "frame/types.h"
+#include "windows/windows.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- WqMain: start and end --------------------------------------------------------------------------------------- */
+
+/* The one block of the process: read by the library and the application, changed by the library. */
+typedef struct WqMainBlock {
+  HINSTANCE instance;  /* the application's instance handle */
+  HWND mainWnd;        /* the application's main window; null until WqMain_Config */
+  uint32_t allocCount; /* live blocks of WqMem; nothing in the library depends on it */
+  WqList *wndList;     /* all window objects ever initialised, newest first */
+  WqColorPal palette;  /* selected into the contexts that windows paint on */
+  WqHash colorTbl;     /* the registries: of WqColorEntry, */
+  WqHash fontTbl;      /* WqFont, */
+  WqHash bmpTbl;       /* WqBmpFile, */
+  WqHash brushTbl;     /* WqBrush */
+  WqHash penTbl;       /* and WqPen; */
+  WqHash mbbTbl;
+  WqTimerState timer;
+} WqMainBlock;
+
+extern WQ_API WqMainBlock wqMain;
+
+/* Starts the library: clears wqMain, registers the window class, and makes the palette and the registries, that of the
+ * colours with the library's own. It comes before every call that touches wqMain. Failures are not reported; a
+ * registry that could not be made holds nothing.
+ * instance: the application's instance handle; null serves for a program without resources.
+ * Threads: the thread that will run the message loop. */
+WQ_API void WqMain_Init(HINSTANCE instance);
+
+/* Tells the library the application's main window. Called once, after that window was made.
+ * Result: 1.
+ * Threads: that of WqMain_Init. */
+WQ_API int WqMain_Config(HWND mainWnd);
+
+/* Ends the library: frees the timers, which are not told, the registries with all they hold and have made, the
+ * palette, and the list of window objects. Windows stay, and so does the window class. It is the last call, and comes
+ * after WqTimer_Stop.
+ * Threads: that of WqMain_Init. */
+WQ_API void WqMain_Term(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,34 @@
+// What the user does, turned into messages.
+#pragma once
+
+#include "platform/desktop/messages/queue.h"
+
+namespace platform {
+
+// Takes an action into the queue of the thread that it concerns.
+void addInput(Input input);
+
+// Which messages the caller wants.
+class InputFilter {
+ public:
+  virtual bool wants(HWND window, UINT message) const = 0;
+
+ protected:
+  ~InputFilter() = default;
+};
+
+// The next message that comes of the actions in a queue, if there is one that the caller wants.
+bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG &message);
+
+// Something has changed where the pointer rests: the window that is there now may be another one.
+void lookUnderPointer();
+// Moves the pointer to where it is.
+void moveWhereItIs();
+
+// Whoever waits in a queue for the mouse to leave is told.
+void leaveTracked(Queue &queue);
+
+// The window of a queue that has the mouse for itself; null for none.
+void setCapture(Queue &queue, HWND window);
+
+} // namespace platform

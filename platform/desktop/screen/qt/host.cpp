@@ -1,0 +1,352 @@
+#include "platform/desktop/screen/qt/host.h"
+
+#include "platform/desktop/screen/above.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QThread>
+#include <QTimer>
+
+#include <algorithm>
+#include <cerrno>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+#include <string>
+#include <thread>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds kStart{20000};    // a display may be slow to answer
+constexpr std::chrono::milliseconds kEnd{3000};       // what Qt may take to end
+constexpr std::chrono::milliseconds kLastWords{5000}; // what the program has when the desktop has ended
+
+bool isSet(const char *variable) {
+  const char *const value = std::getenv(variable);
+  return value && *value;
+}
+
+bool isUnseen(const std::string &platform) { return platform == "offscreen" || platform == "minimal"; }
+
+// The kinds of displays to try, the unseen one last, with which Qt never fails. Empty when there is none to try.
+// An X server comes before a Wayland compositor: there windows stand where the program puts them.
+std::string displaysToTry() {
+  if (const char *const wanted = std::getenv("QT_QPA_PLATFORM"); wanted && *wanted)
+    return isUnseen(wanted) ? "" : std::string(wanted) + ";offscreen";
+  std::string displays;
+  if (isSet("DISPLAY")) displays += "xcb;";
+  if (isSet("WAYLAND_DISPLAY")) displays += "wayland;";
+  return displays.empty() ? displays : displays + "offscreen";
+}
+
+void tellUnusable() {
+  const char *const wanted = std::getenv("QT_QPA_PLATFORM");
+  const char *const variable = wanted && *wanted ? "QT_QPA_PLATFORM" : isSet("DISPLAY") ? "DISPLAY" : "WAYLAND_DISPLAY";
+  std::fprintf(stderr, "%s: %s=%s can't be used: windows stay unseen\n", program_invocation_short_name, variable,
+               std::getenv(variable));
+}
+
+// What this thread changes of the process for Qt's start, and changes back.
+class Surroundings {
+ public:
+  Surroundings() {
+    if (const char *const locale = std::setlocale(LC_ALL, nullptr)) locale_ = locale;
+    handler_ = qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+  }
+  ~Surroundings() {
+    qInstallMessageHandler(handler_);
+    std::setlocale(LC_ALL, locale_.c_str()); // numbers are written as before
+  }
+  Surroundings(const Surroundings &) = delete;
+  Surroundings &operator=(const Surroundings &) = delete;
+
+ private:
+  std::string locale_;
+  QtMessageHandler handler_; // of words about displays that can't be used
+};
+
+// A program with real pixels takes the factors by which Qt would scale into its own resolution.
+class Scaling {
+ public:
+  Scaling() {
+    if (!usesRealPixels()) return;
+    for (Variable &variable : variables_) {
+      if (isSet(variable.name)) variable.before = std::getenv(variable.name);
+      if (variable.during)
+        setenv(variable.name, variable.during, 1);
+      else
+        unsetenv(variable.name);
+    }
+  }
+  ~Scaling() {
+    if (!usesRealPixels()) return;
+    for (const Variable &variable : variables_) {
+      if (variable.before)
+        setenv(variable.name, variable.before->c_str(), 1);
+      else
+        unsetenv(variable.name);
+    }
+  }
+  Scaling(const Scaling &) = delete;
+  Scaling &operator=(const Scaling &) = delete;
+
+ private:
+  struct Variable {
+    const char *name, *during;
+    std::optional<std::string> before;
+  } variables_[2] = {{"QT_ENABLE_HIGHDPI_SCALING", "0", {}}, {"QT_SCALE_FACTOR", nullptr, {}}};
+};
+
+// The program makes an application object of its own after the layer has made one. Qt can't have two.
+bool secondIsOne = false;
+
+void refuseSecond() {
+  if (!secondIsOne) return;
+  std::fprintf(stderr, "%s: an application object of Qt has to be made before the first window or metric\n",
+               program_invocation_short_name);
+  std::_Exit(EXIT_FAILURE);
+}
+
+Host *guestHost = nullptr;
+
+} // namespace
+
+class Host::Worker : public QObject {
+ public:
+  explicit Worker(Host &host) : host_(host), timer_(this) {
+    timer_.setSingleShot(true);
+    timer_.setTimerType(Qt::PreciseTimer);
+    connect(&timer_, &QTimer::timeout, this, [this] { host_.dispatch(); });
+  }
+
+  void dispatchAt(const std::optional<Moment> &moment) {
+    if (!moment) return timer_.stop();
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*moment - Clock::now());
+    timer_.start(static_cast<int>(std::clamp<int64_t>(left.count(), 0, 1 << 30)));
+  }
+
+  bool event(QEvent *event) override {
+    if (event->type() != QEvent::User) return QObject::event(event);
+    host_.doWork();
+    return true;
+  }
+
+ private:
+  Host &host_;
+  QTimer timer_;
+};
+
+Host::Host(Work cleanUp) : cleanUp_(std::move(cleanUp)), process_(getpid()) {}
+
+Host *Host::start(Work cleanUp) {
+  auto *const host = new Host(std::move(cleanUp)); // threads may look at it until the very end
+  if (QCoreApplication::instance() ? host->visit() : host->startThread()) return host;
+  return nullptr;
+}
+
+bool Host::startThread() {
+  const std::string displays = displaysToTry();
+  if (displays.empty()) return false;
+  const Scaling scaling;
+  thread_ = std::thread([this, displays] { run(displays); });
+  if (waitUntil(Phase::running, kStart)) {
+    secondIsOne = false;
+    qAddPreRoutine(refuseSecond); // calls it at once, for the one that is there
+    secondIsOne = true;
+    endLater();
+    return true;
+  }
+  tellUnusable();
+  return false;
+}
+
+// Takes part in a program's own application object.
+bool Host::visit() {
+  auto *const application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+  if (!application || isUnseen(QGuiApplication::platformName().toStdString())) return false;
+  guest_ = true;
+  worker_ = new Worker(*this);
+  worker_->moveToThread(application->thread());
+  phase_ = Phase::running;
+  guestHost = this;
+  qAddPostRoutine([] { // the object ends, and with it all windows
+    guestHost->enter(Phase::ended);
+    guestHost->cleanUp_();
+  });
+  const auto learn = [this] {
+    threadId_ = GetCurrentThreadId();
+    dispatcher_ = QAbstractEventDispatcher::instance();
+  };
+  if (application->thread() == QThread::currentThread())
+    learn();
+  else
+    post(learn);
+  return true;
+}
+
+void Host::run(const std::string &displays) {
+  static std::string arguments[] = {program_invocation_short_name, "-platform", displays};
+  static char *argv[] = {arguments[0].data(), arguments[1].data(), arguments[2].data(), nullptr};
+  static int argc = 3;
+  threadId_ = GetCurrentThreadId();
+  {
+    std::unique_ptr<QApplication> application;
+    {
+      const Surroundings surroundings;
+      application = std::make_unique<QApplication>(argc, argv);
+    }
+    if (isUnseen(QGuiApplication::platformName().toStdString())) return enter(Phase::failed);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setDesktopFileName(QString::fromLocal8Bit(program_invocation_short_name));
+    worker_ = new Worker(*this);
+    enter(Phase::running);
+    QApplication::exec();
+    cleanUp_();
+    delete worker_;
+  }
+  enter(Phase::ended);
+}
+
+void Host::enter(Phase phase) {
+  {
+    const std::lock_guard lock(mutex_);
+    phase_ = phase;
+    if (phase == Phase::ended) works_.clear();
+  }
+  changed_.notify_all();
+}
+
+bool Host::waitUntil(Phase phase, std::chrono::milliseconds limit) {
+  std::unique_lock lock(mutex_);
+  changed_.wait_for(lock, limit, [&] { return phase_ == phase || phase_ == Phase::failed || phase_ == Phase::ended; });
+  return phase_ == phase;
+}
+
+void Host::post(Work work) {
+  const std::lock_guard lock(mutex_);
+  if (phase_ != Phase::running) return;
+  works_.push_back(std::move(work));
+  if (works_.size() == 1) QCoreApplication::postEvent(worker_, new QEvent(QEvent::User));
+}
+
+bool Host::finish(Work work, std::chrono::milliseconds limit) {
+  if (runsHere() || GetCurrentThreadId() == threadId_) {
+    work();
+    return true;
+  }
+  struct State {
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool done = false, abandoned = false;
+  };
+  const auto state = std::make_shared<State>();
+  post([state, work = std::move(work)] {
+    const std::lock_guard lock(state->mutex);
+    if (state->abandoned) return;
+    work();
+    state->done = true;
+    state->changed.notify_all();
+  });
+  std::unique_lock lock(state->mutex);
+  state->abandoned = !state->changed.wait_for(lock, limit, [&] { return state->done; });
+  return state->done;
+}
+
+// Works may add others, and may run a loop of Qt's inside which others are done.
+void Host::doWork() {
+  std::vector<Work> works;
+  {
+    const std::lock_guard lock(mutex_);
+    works.swap(works_);
+  }
+  for (const Work &work : works) {
+    try {
+      work();
+    } catch (const std::bad_alloc &) {
+      // what the desktop can't be told now it isn't told; nothing unwinds through Qt
+    }
+  }
+}
+
+bool Host::runsHere() const { return guest_ && GetCurrentThreadId() == threadId_; }
+
+void Host::runEvents() {
+  if (!runsHere()) return;
+  ++waits_;
+  QCoreApplication::processEvents(QEventLoop::AllEvents);
+  --waits_;
+}
+
+void Host::waitForEvents(const std::optional<Moment> &until) {
+  if (!runsHere()) return;
+  QTimer timer; // its end is an event, which ends the wait
+  if (until) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*until - Clock::now());
+    timer.setSingleShot(true);
+    timer.setTimerType(Qt::PreciseTimer);
+    timer.start(static_cast<int>(std::clamp<int64_t>(left.count(), 0, 1 << 30)));
+  }
+  ++waits_;
+  QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+  --waits_;
+}
+
+void Host::wake(DWORD thread) {
+  if (!guest_ || thread != threadId_) return;
+  if (waits_ > 0)
+    dispatcher_->wakeUp();
+  else
+    post([this] { dispatch(); });
+}
+
+// The program runs Qt's loop rather than one of the platform's messages: these are dispatched from there.
+void Host::dispatch() {
+  if (waits_ == 0) worker_->dispatchAt(above::dispatchWaiting());
+}
+
+// The process has two ways to its end. Where its main thread has used windows, that thread's own data go first, and Qt is
+// ended then (messages/queue.cpp). Else handlers run, the last one that was registered first; Qt registers its own whenever
+// it makes something, and they must not run while Qt still does.
+void Host::endLater() {
+  if (!guest_) on_exit(atExit, this);
+}
+
+void Host::atExit(int status, void *address) {
+  auto *const host = static_cast<Host *>(address);
+  // a forked child has none of the threads that could end what they own
+  if (getpid() == host->process_ && host->end()) return;
+  std::fflush(nullptr);
+  std::_Exit(status);
+}
+
+bool Host::end() {
+  if (guest_ || gone_) return true;
+  if (GetCurrentThreadId() == threadId_) {
+    gone_ = true;
+    enter(Phase::ended);
+    stayBehind();
+  }
+  const std::lock_guard lock(endMutex_);
+  if (!thread_.joinable()) return true;
+  post([] { QCoreApplication::exit(); });
+  if (!waitUntil(Phase::ended, kEnd)) return false;
+  thread_.join();
+  return true;
+}
+
+// Qt ends the process by itself when the desktop has ended under it. The program is told, and has a while to end in its own
+// way, on its own threads; ending here and now would take their data away from them.
+void Host::stayBehind() {
+  above::take(ScreenGone{});
+  std::this_thread::sleep_for(kLastWords);
+  std::fflush(nullptr);
+  std::_Exit(EXIT_FAILURE);
+}
+
+} // namespace platform

@@ -1,0 +1,11 @@
+// The screen that Qt shows windows on.
+#pragma once
+
+#include "platform/desktop/screen/screen.h"
+
+namespace platform {
+
+// Null when there is no display.
+std::unique_ptr<Screen> startQtScreen();
+
+} // namespace platform

@@ -1,0 +1,327 @@
+#include "platform/desktop/screen/qt/shown.h"
+
+#include "platform/desktop/screen/above.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QPainter>
+#include <QPixmap>
+
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using namespace std::chrono_literals;
+
+constexpr auto kPlacePause = 150ms;
+constexpr auto kStatePause = 100ms;
+constexpr auto kTogether = 8ms; // within which a change of state and one of place belong together
+
+bool is(DWORD bits, DWORD wanted) { return (bits & wanted) == wanted; }
+
+Qt::WindowFlags flagsOf(const Look &look) {
+  Qt::WindowFlags flags = Qt::Window;
+  const bool caption = is(look.style, WS_CAPTION);
+  if (!caption && !is(look.style, WS_THICKFRAME)) flags |= Qt::FramelessWindowHint;
+  if (is(look.style, WS_POPUP) && !caption) flags |= look.exStyle & WS_EX_TOOLWINDOW ? Qt::ToolTip : Qt::Tool;
+  if (look.exStyle & WS_EX_TOPMOST) flags |= Qt::WindowStaysOnTopHint;
+  if (look.exStyle & WS_EX_NOACTIVATE) flags |= Qt::WindowDoesNotAcceptFocus;
+  if (look.exStyle & WS_EX_LAYERED && look.exStyle & WS_EX_TRANSPARENT) flags |= Qt::WindowTransparentForInput;
+  if (caption) {
+    flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+    if (is(look.style, WS_SYSMENU)) flags |= Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+    if (look.style & WS_MINIMIZEBOX) flags |= Qt::WindowMinimizeButtonHint;
+    if (look.style & WS_MAXIMIZEBOX) flags |= Qt::WindowMaximizeButtonHint;
+  }
+  return flags;
+}
+
+bool isMaximized(ShowState state) { return state == ShowState::maximized; }
+
+bool isMinimized(ShowState state) {
+  return state == ShowState::minimized || state == ShowState::minimizedFromMaximized;
+}
+
+Qt::WindowStates qtStates(ShowState state) {
+  Qt::WindowStates states;
+  if (isMinimized(state)) states |= Qt::WindowMinimized;
+  if (state == ShowState::maximized || state == ShowState::minimizedFromMaximized) states |= Qt::WindowMaximized;
+  return states;
+}
+
+ShowState stateOf(Qt::WindowStates states) {
+  const bool large = states & (Qt::WindowMaximized | Qt::WindowFullScreen);
+  if (states & Qt::WindowMinimized) return large ? ShowState::minimizedFromMaximized : ShowState::minimized;
+  return large ? ShowState::maximized : ShowState::normal;
+}
+
+// Pixels of an image into an image that has the same ones.
+void copyPixels(const QImage &from, QImage &to, const QRect &part) {
+  const size_t bytes = sizeof(QRgb) * static_cast<size_t>(part.width());
+  for (int y = part.top(); y <= part.bottom(); ++y)
+    std::memcpy(reinterpret_cast<QRgb *>(to.scanLine(y)) + part.left(),
+                reinterpret_cast<const QRgb *>(from.constScanLine(y)) + part.left(), bytes);
+}
+
+} // namespace
+
+ShownWindow::ShownWindow(HWND window, Desk &desk)
+    : id_(window), desk_(desk), place_(placing(), QRect()), state_(stating(), ShowState::normal), store_(this) {
+  setSurfaceType(QSurface::RasterSurface);
+  tell_.setSingleShot(true);
+  connect(&tell_, &QTimer::timeout, this, [this] { tellPlace(); });
+}
+
+ShownWindow::~ShownWindow() = default;
+
+// ---- What the program wants
+
+void ShownWindow::setLook(const Look &look) {
+  const bool first = !std::exchange(looks_, true);
+  if (first || flagsOf(look) != flagsOf(look_)) setFlags(flagsOf(look));
+  if (first || look.title != look_.title) setTitle(QString::fromStdString(look.title));
+  if (look.icon.cacheKey() != look_.icon.cacheKey())
+    setIcon(look.icon.isNull() ? QIcon() : QIcon(QPixmap::fromImage(look.icon)));
+  if (look.alpha != look_.alpha) setOpacity(look.alpha / 255.0);
+  look_ = look;
+}
+
+void ShownWindow::place(const Stand &stand, Serial serial) {
+  stand_ = stand;
+  origin_ = stand.client.topLeft();
+  deed_.reset();
+  const QRect wanted = desk_.toQt(stand.client);
+  if (!isVisible()) {
+    place_.settle(wanted, serial);
+    return;
+  }
+  place_.want(wanted, serial);
+  // the desktop has the last word on a maximized window, and has said it
+  if (isMaximized(state_.known()) && state_.isQuiet()) takeDesktopsPlace();
+}
+
+void ShownWindow::setState(ShowState state, Serial serial) {
+  if (isVisible() || state_.wanted() != state)
+    state_.want(state, serial);
+  else
+    state_.settle(state, serial);
+}
+
+void ShownWindow::appear() {
+  if (isVisible()) return;
+  setTransientParent(look_.owner ? desk_.find(look_.owner) : nullptr); // which may be shown only now
+  const bool unmanaged = desk_.isUnmanaged();
+  limitSize(state_.wanted() != ShowState::normal && !unmanaged);
+  if (unmanaged || state_.wanted() == ShowState::normal) setGeometry(relativeToOwner(place_.wanted()));
+  if (!unmanaged) setWindowStates(qtStates(state_.wanted()));
+  setVisible(!unmanaged || !isMinimized(state_.wanted()));
+  if (unmanaged) return;
+  if (state_.wanted() != ShowState::normal) return state_.insist();
+  place_.insist();
+}
+
+Wish<QRect>::Rule ShownWindow::placing() {
+  return {kPlacePause, false, [this](const QRect &) { askPlace(); },
+          [this](const QRect &place, Serial serial) {
+            deed_ = {place, serial};
+            tell_.start(kTogether);
+          },
+          [this] { desk_.wait(); }};
+}
+
+Wish<ShowState>::Rule ShownWindow::stating() {
+  return {kStatePause, true, [this](ShowState state) { askState(state); },
+          [this](ShowState state, Serial serial) {
+            above::take(StateChanged{id_, state, serial});
+            if (deed_) tellPlace();
+          },
+          [this] { desk_.wait(); }};
+}
+
+// Whether the window has the state in which the program gives it its place.
+bool ShownWindow::isFree() const {
+  return state_.wanted() == ShowState::normal && state_.known() == ShowState::normal && !state_.isAsked();
+}
+
+void ShownWindow::askPlace() {
+  if (!isFree() && !desk_.isUnmanaged()) return; // later, when it is
+  limitSize(false);
+  setGeometry(relativeToOwner(place_.wanted()));
+}
+
+// Without limits a window can take the place that the desktop has for it.
+void ShownWindow::limitSize(bool unlimited) {
+  constexpr int kUnlimited = (1 << 24) - 1;
+  const bool sizable = look_.style & WS_THICKFRAME;
+  const QSize exact = place_.wanted().size();
+  const QSize smallest = unlimited ? QSize(0, 0) : sizable ? desk_.toQt({{}, stand_.smallest}).size() : exact;
+  const QSize largest = unlimited ? QSize(kUnlimited, kUnlimited)
+                        : sizable ? desk_.toQt({{}, stand_.largest}).size()
+                                  : exact;
+  if (smallest != minimumSize()) setMinimumSize(smallest);
+  if (largest != maximumSize()) setMaximumSize(largest);
+}
+
+// Without a window manager there is nobody to ask.
+void ShownWindow::askState(ShowState state) {
+  geometrySince_ = false;
+  if (desk_.isUnmanaged()) {
+    state_.settle(state);
+    setVisible(!isMinimized(state));
+    if (!isMinimized(state)) setGeometry(place_.wanted());
+    return;
+  }
+  if (state != ShowState::normal) limitSize(true);
+  setWindowStates(qtStates(state));
+  // a Wayland compositor never tells that a window is minimized
+  if (!desk_.placesWindows() && isMinimized(state)) state_.settle(state);
+}
+
+// Where places are unknown, windows that belong to another stand where they stand beside it.
+QRect ShownWindow::relativeToOwner(const QRect &qt) const {
+  const ShownWindow *const owner = look_.owner ? desk_.find(look_.owner) : nullptr;
+  if (desk_.placesWindows() || !owner) return qt;
+  return qt.translated(owner->geometry().topLeft() - desk_.toQt({owner->origin_, QSize(1, 1)}).topLeft());
+}
+
+void ShownWindow::pressed() {
+  place_.pressed();
+  state_.pressed();
+}
+
+std::optional<Clock::time_point> ShownWindow::late(Clock::time_point now) {
+  state_.late(now);
+  if (const auto due = state_.due()) place_.hold(*due + kPlacePause);
+  if (isVisible() && !isMinimized(state_.known())) place_.learn(placeNow());
+  place_.late(now);
+  const auto state = state_.due(), place = place_.due();
+  return state && place ? std::min(*state, *place) : state ? state : place;
+}
+
+// ---- What the desktop tells
+
+bool ShownWindow::event(QEvent *event) {
+  const bool known = dealWith(event);
+  desk_.seen(event->type());
+  return known;
+}
+
+bool ShownWindow::dealWith(QEvent *event) {
+  switch (event->type()) {
+  case QEvent::Close:
+    event->ignore();
+    above::take(CloseAsked{id_});
+    return true;
+  case QEvent::Expose: showAll(); return true;
+  case QEvent::Move:
+  case QEvent::Resize: geometryTold(); break;
+  case QEvent::WindowStateChange: stateTold(stateOf(windowStates())); break;
+  case QEvent::FocusIn:
+    // a minimized window of a Wayland compositor is back
+    if (!desk_.placesWindows() && isMinimized(state_.known()))
+      stateTold(state_.known() == ShowState::minimized ? ShowState::normal : ShowState::maximized);
+    break;
+  default:
+    if (reportInput(*this, desk_, *event)) return true;
+  }
+  return QWindow::event(event);
+}
+
+// Where places are unknown, it stands where the program has put it.
+QRect ShownWindow::placeNow() const {
+  QRect now = geometry();
+  if (!desk_.placesWindows()) now.moveTopLeft(place_.wanted().topLeft());
+  return now;
+}
+
+void ShownWindow::geometryTold() {
+  if (!isVisible() || isMinimized(state_.known())) return;
+  geometrySince_ = true;
+  place_.told(placeNow());
+  takeDesktopsPlace();
+}
+
+void ShownWindow::stateTold(ShowState state) {
+  const ShowState before = state_.known();
+  state_.told(state);
+  takeDesktopsPlace();
+  if (before != state && isFree() && geometry() != relativeToOwner(place_.wanted()) && place_.isAsked()) askPlace();
+}
+
+// A maximized window has the place that the desktop gives it.
+void ShownWindow::takeDesktopsPlace() {
+  const bool large = isMaximized(state_.known()) && isMaximized(state_.wanted());
+  if (!large || !geometrySince_ || place_.known() == place_.wanted()) return;
+  deed_ = {place_.known(), place_.serial()};
+  place_.settle(place_.known());
+  tell_.start(kTogether);
+}
+
+void ShownWindow::tellPlace() {
+  tell_.stop();
+  if (!deed_) return;
+  const auto [place, serial] = *std::exchange(deed_, std::nullopt);
+  const QRect client = desk_.toProgram(place);
+  origin_ = client.topLeft();
+  above::take(Placed{id_, client, serial});
+}
+
+// While the desktop and the program disagree, a point is where the program sees it.
+POINT ShownWindow::programPoint(const QPointF &local, const QPointF &global) const {
+  const bool disagree = !place_.isAsked() && place_.known() != place_.wanted();
+  if (desk_.placesWindows() && !disagree) return desk_.toProgram(global);
+  const POINT inside = desk_.toProgram(local);
+  return {origin_.x() + inside.x, origin_.y() + inside.y};
+}
+
+// ---- Pixels
+
+// Puts what has changed of the picture, or all of it, where Qt takes it from; where there is none of it, the ground.
+// Result: the part of the window, in Qt's units.
+QRegion ShownWindow::show(const QImage &image, const QRegion &changed, bool all) {
+  const QRect window(QPoint(), size());
+  const QRegion part = all ? QRegion(window) : desk_.toQt(changed) & window;
+  if (part.isEmpty()) return part;
+  store_.beginPaint(part);
+  QPaintDevice *const device = store_.paintDevice();
+  auto *const target = dynamic_cast<QImage *>(device);
+  const bool alike = target && target->depth() == 32 && target->devicePixelRatio() == desk_.ratio();
+  if (alike)
+    for (const QRect &rect : changed) copyPixels(image, *target, rect & target->rect() & image.rect());
+  if (!alike || (all && !image.rect().contains(target->rect()))) {
+    QPainter painter(device);
+    const QRect taken(QPoint(), QSizeF(image.size() / desk_.ratio()).toSize());
+    for (const QRect &rest : all ? QRegion(window) - taken : QRegion()) painter.fillRect(rest, QColor(look_.ground));
+    painter.setClipRegion(part);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform,
+                          device->devicePixelRatioF() != std::floor(device->devicePixelRatioF()));
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    if (!alike) painter.drawImage(QRectF(QPointF(), QSizeF(image.size()) / desk_.ratio()), image);
+  }
+  store_.endPaint();
+  return part;
+}
+
+void ShownWindow::flush() {
+  if (!picture_ || !isExposed()) return; // it is shown as a whole when it is exposed
+  if (store_.size() != size()) return showAll();
+  QRegion part;
+  picture_->showChanged([&](const QImage &image, const QRegion &changed) { part = show(image, changed, false); });
+  if (!part.isEmpty()) store_.flush(part);
+}
+
+void ShownWindow::showAll() {
+  if (!picture_ || !isExposed()) return;
+  if (store_.size() != size()) store_.resize(size());
+  QRegion part;
+  picture_->showAll([&](const QImage &image) { part = show(image, image.rect(), true); });
+  store_.flush(part);
+}
+
+} // namespace platform

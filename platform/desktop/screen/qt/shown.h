@@ -1,0 +1,76 @@
+// A window that Qt shows: the top-level window of a program, with the program's picture in it.
+#pragma once
+
+#include "platform/desktop/screen/qt/desk.h"
+
+#include <QBackingStore>
+#include <QWindow>
+
+namespace platform {
+
+class ShownWindow : public QWindow {
+ public:
+  ShownWindow(HWND window, Desk &desk);
+  ~ShownWindow() override;
+
+  HWND id() const { return id_; }
+
+  void setPicture(std::shared_ptr<Picture> picture) { picture_ = std::move(picture); }
+  void setLook(const Look &look);
+  void place(const Stand &stand, Serial serial);
+  void setState(ShowState state, Serial serial);
+  void appear();
+  void flush();
+
+  // Where a point of an event is on the screen, as the program sees its window's place.
+  POINT programPoint(const QPointF &local, const QPointF &global) const;
+
+  void setPointerAt(const QPointF &local) { pointerAt_ = local; }
+  QPointF pointerAt() const { return pointerAt_; }
+
+  void pressed();
+  // Wishes whose time has come. Result: when the next one's comes.
+  std::optional<std::chrono::steady_clock::time_point> late(std::chrono::steady_clock::time_point now);
+
+ protected:
+  bool event(QEvent *event) override;
+
+ private:
+  bool dealWith(QEvent *event);
+  Wish<QRect>::Rule placing();
+  Wish<ShowState>::Rule stating();
+  void askPlace();
+  void askState(ShowState state);
+  void geometryTold();
+  void stateTold(ShowState state);
+  void takeDesktopsPlace();
+  void tellPlace();
+  void limitSize(bool unlimited);
+  bool isFree() const;
+  QRect relativeToOwner(const QRect &qt) const;
+
+  QRect placeNow() const;
+  QRegion show(const QImage &image, const QRegion &changed, bool all);
+  void showAll();
+
+  const HWND id_;
+  Desk &desk_;
+  Look look_;
+  bool looks_ = false; // look_ is set
+  Stand stand_;
+  QPoint origin_; // of the client area, in the program's eyes and pixels
+  Wish<QRect> place_;
+  Wish<ShowState> state_;
+  bool geometrySince_ = false;                   // the last request for a state
+  std::optional<std::pair<QRect, Serial>> deed_; // to be told in a moment, behind a change of state that comes with it
+  QTimer tell_;
+  QPointF pointerAt_; // last seen
+  std::shared_ptr<Picture> picture_;
+  QBackingStore store_;
+};
+
+// Turns what the user does in a window into reports.
+// Result: whether the event was the user's.
+bool reportInput(ShownWindow &window, Desk &desk, QEvent &event);
+
+} // namespace platform

@@ -1,0 +1,145 @@
+// What messages ask of windows.
+
+#include "platform/desktop/lock.h"
+#include "platform/desktop/messages/above.h"
+#include "platform/desktop/windows/focus.h"
+#include "platform/desktop/windows/update.h"
+
+namespace platform {
+
+namespace {
+
+bool takesPart(const Window &window) {
+  if (!window.is(WS_VISIBLE)) return false;
+  if (window.isChild() && window.is(WS_DISABLED)) return false;
+  return !((window.exStyle & WS_EX_LAYERED) && (window.exStyle & WS_EX_TRANSPARENT));
+}
+
+// The windows under a point from the innermost to the outermost, to be asked in turn. point: in client coordinates of the
+// parent.
+void collectIn(Window &child, POINT point, std::vector<WindowRef> &found);
+
+void collectAt(const Window &window, POINT point, std::vector<WindowRef> &found) {
+  for (Window *child : window.children) collectIn(*child, point, found);
+}
+
+void collectIn(Window &child, POINT point, std::vector<WindowRef> &found) {
+  if (!takesPart(child) || !contains(child.rect, point)) return;
+  if (!child.is(WS_MINIMIZE) && !child.is(WS_DISABLED) && contains(child.client, point))
+    collectAt(child, {point.x - child.client.left, point.y - child.client.top}, found);
+  found.push_back(refOf(&child));
+}
+
+// The desktop knows which of the program's windows is in front of the others where the pointer is. Behind it the program's
+// own order counts.
+std::vector<WindowRef> collectAt(POINT point, HWND top) {
+  std::vector<WindowRef> found;
+  const WindowRef front = windowOrNone(top);
+  if (front && front->isTopLevel()) collectIn(*front, point, found);
+  if (front && !found.empty() && !theScreen().info().placesWindows) return found;
+  for (Window *window : desktopWindow().children)
+    if (window != front.get()) collectIn(*window, point, found);
+  return found;
+}
+
+} // namespace
+
+std::shared_ptr<Queue> above::queueOfWindow(HWND window) {
+  const WindowRef target = windowOrNone(window);
+  return target ? target->queue : nullptr;
+}
+
+std::shared_ptr<Queue> above::queueOfWindowOrFail(HWND window) {
+  const WindowRef target = windowOf(window);
+  return target ? target->queue : nullptr;
+}
+
+LRESULT above::call(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const WindowRef target = windowOrNone(window);
+  return target ? callProcedure(*target, message, wParam, lParam) : 0;
+}
+
+LRESULT above::send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return platform::send(windowOrNone(window), message, wParam, lParam);
+}
+
+bool above::isIn(HWND window, HWND ancestor) {
+  const WindowRef target = windowOrNone(window), top = windowOrNone(ancestor);
+  return target && top && (target == top || isDescendant(*target, *top));
+}
+
+HWND above::nextToPaint(Queue &queue, HWND top) { return handleOf(platform::nextToPaint(queue, top)); }
+
+HWND above::windowAt(POINT point, HWND top, LRESULT &hit) {
+  hit = HTNOWHERE;
+  for (const WindowRef &window : collectAt(point, top)) {
+    if (!window->alive) continue;
+    if (window->is(WS_DISABLED)) {
+      hit = HTERROR;
+      return window->handle;
+    }
+    if (window->queue != currentQueue()) {
+      hit = HTCLIENT;
+      return window->handle;
+    }
+    hit = platform::send(window, WM_NCHITTEST, 0, lParamOf(point.x, point.y));
+    if (hit != HTTRANSPARENT) return window->alive ? window->handle : nullptr;
+  }
+  return nullptr;
+}
+
+HWND above::placedAt(POINT point, HWND top) {
+  const std::vector<WindowRef> found = collectAt(point, top);
+  return found.empty() ? nullptr : found.front()->handle;
+}
+
+POINT above::clientOrigin(HWND window) {
+  const WindowRef target = windowOrNone(window);
+  return target ? platform::clientOrigin(*target) : POINT{0, 0};
+}
+
+bool above::takesDoubleClicks(HWND window) {
+  const WindowRef target = windowOrNone(window);
+  return target && (target->windowClass->style & CS_DBLCLKS);
+}
+
+bool above::announcePress(HWND pressed, UINT message, LRESULT hit, POINT at) {
+  const WindowRef window = windowOrNone(pressed);
+  for (WindowRef child = window; child && child->alive && child->isChild(); child = refOf(child->parent)) {
+    if (child->exStyle & WS_EX_NOPARENTNOTIFY) break;
+    const WindowRef parent = refOf(child->parent);
+    const POINT origin = platform::clientOrigin(*parent);
+    platform::send(parent, WM_PARENTNOTIFY, message, lParamOf(at.x - origin.x, at.y - origin.y));
+  }
+  if (!window || !window->alive) return false;
+  if (isActive(*window)) return true;
+  const WindowRef root = refOf(&rootOf(*window));
+  const LRESULT answer = platform::send(window, WM_MOUSEACTIVATE, wParamOf(root->handle),
+                                        lParamOf(static_cast<LONG>(hit), static_cast<LONG>(message)));
+  const bool activates = answer != MA_NOACTIVATE && answer != MA_NOACTIVATEANDEAT;
+  if (activates && root->alive && !isActive(*root) && !(root->exStyle & WS_EX_NOACTIVATE))
+    activate(root, Cause::mouse, true);
+  return window->alive && answer != MA_ACTIVATEANDEAT && answer != MA_NOACTIVATEANDEAT;
+}
+
+} // namespace platform
+
+using namespace platform;
+
+HWND WindowFromPoint(POINT point) {
+  return locked<HWND>(nullptr, [&]() -> HWND {
+    LRESULT hit;
+    const HWND found = above::windowAt(point, nullptr, hit);
+    return found ? found : desktopWindow().handle;
+  });
+}
+
+HWND ChildWindowFromPoint(HWND parent, POINT point) {
+  return locked<HWND>(nullptr, [&]() -> HWND {
+    const WindowRef window = windowOf(parent);
+    if (!window || !contains(window->clientArea(), point)) return nullptr;
+    for (const Window *child : window->children) // hidden and disabled ones too
+      if (contains(child->rect, point)) return child->handle;
+    return parent;
+  });
+}

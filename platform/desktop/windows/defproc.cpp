@@ -1,0 +1,239 @@
+// What a window does by default.
+
+#include "platform/desktop/lock.h"
+#include "platform/desktop/messages/input.h"
+#include "platform/desktop/windows/drag.h"
+#include "platform/desktop/windows/focus.h"
+#include "platform/desktop/windows/frame.h"
+#include "platform/desktop/windows/onscreen.h"
+#include "platform/desktop/windows/placing.h"
+#include "platform/desktop/windows/update.h"
+#include "platform/kernel/codepage.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace platform {
+
+namespace {
+
+template <typename Record> Record &recordAt(LPARAM address) { return *reinterpret_cast<Record *>(address); }
+
+void sendSizeAndMove(const WindowRef &window, UINT flags) {
+  if (!(flags & kNoClientMove)) send(window, WM_MOVE, 0, lParamOf(window->client.left, window->client.top));
+  if (window->alive && (!(flags & kNoClientSize) || (flags & kStateChanged))) {
+    const RECT area = window->clientArea();
+    const WPARAM kind = window->is(WS_MINIMIZE)   ? SIZE_MINIMIZED
+                        : window->is(WS_MAXIMIZE) ? SIZE_MAXIMIZED
+                                                  : SIZE_RESTORED;
+    send(window, WM_SIZE, kind, lParamOf(area.right, area.bottom));
+  }
+}
+
+void limitChange(const WindowRef &window, WINDOWPOS &position) {
+  if (position.flags & SWP_NOSIZE) return;
+  if (!window->is(WS_THICKFRAME) && (window->style & (WS_POPUP | WS_CHILD))) return;
+  const MINMAXINFO limits = sizeLimits(window);
+  position.cx = std::min<int>(position.cx, limits.ptMaxTrackSize.x);
+  position.cy = std::min<int>(position.cy, limits.ptMaxTrackSize.y);
+  if (window->is(WS_MINIMIZE)) return;
+  position.cx = std::max<int>(position.cx, limits.ptMinTrackSize.x);
+  position.cy = std::max<int>(position.cy, limits.ptMinTrackSize.y);
+}
+
+LRESULT eraseBackground(const WindowRef &window, WPARAM wParam) {
+  const HBRUSH brush = window->windowClass->background;
+  if (!brush) return 0;
+  const RECT area = window->clientArea();
+  return FillRect(reinterpret_cast<HDC>(wParam), &area, brush);
+}
+
+LRESULT getText(const Window &window, WPARAM size, LPARAM text) {
+  if (size == 0 || text == 0) return 0;
+  return static_cast<LRESULT>(copyWhole(window.text, reinterpret_cast<char *>(text), size));
+}
+
+LRESULT setText(Window &window, LPARAM text) {
+  window.text = text ? reinterpret_cast<const char *>(text) : "";
+  lookOnScreen(window);
+  return 1;
+}
+
+LRESULT mouseActivate(const WindowRef &window, WPARAM wParam, LPARAM lParam) {
+  if (window->isChild()) {
+    const LRESULT answer = send(refOf(window->parent), WM_MOUSEACTIVATE, wParam, lParam);
+    if (answer) return answer;
+  }
+  return HIWORD(lParam) == WM_LBUTTONDOWN && LOWORD(lParam) == HTCAPTION ? MA_NOACTIVATE : MA_ACTIVATE;
+}
+
+// Shapes of the cursor over the parts of a frame.
+HCURSOR frameCursor(int hit) {
+  switch (hit) {
+  case HTLEFT:
+  case HTRIGHT: return LoadCursorA(nullptr, IDC_SIZEWE);
+  case HTTOP:
+  case HTBOTTOM: return LoadCursorA(nullptr, IDC_SIZENS);
+  case HTTOPLEFT:
+  case HTBOTTOMRIGHT: return LoadCursorA(nullptr, IDC_SIZENWSE);
+  case HTTOPRIGHT:
+  case HTBOTTOMLEFT: return LoadCursorA(nullptr, IDC_SIZENESW);
+  default: return LoadCursorA(nullptr, IDC_ARROW);
+  }
+}
+
+LRESULT chooseCursor(const WindowRef &window, WPARAM wParam, LPARAM lParam) {
+  if (window->isChild() && window->parent->parent && send(refOf(window->parent), WM_SETCURSOR, wParam, lParam))
+    return TRUE;
+  const int hit = static_cast<short>(LOWORD(lParam));
+  if (hit != HTCLIENT) {
+    SetCursor(frameCursor(hit));
+    return TRUE;
+  }
+  if (!window->windowClass->cursor) return FALSE;
+  SetCursor(window->windowClass->cursor);
+  return TRUE;
+}
+
+LRESULT command(const WindowRef &window, WPARAM wParam) {
+  switch (wParam & 0xFFF0) {
+  case SC_CLOSE: return send(window, WM_CLOSE);
+  case SC_MINIMIZE: showWindow(window, SW_MINIMIZE); return 0;
+  case SC_MAXIMIZE: showWindow(window, SW_SHOWMAXIMIZED); return 0;
+  case SC_RESTORE: showWindow(window, SW_RESTORE); return 0;
+  default: return 0;
+  }
+}
+
+bool closeIsDisabled(const Window &window) {
+  if (!window.menu) return false;
+  for (const auto &[item, state] : window.menu->items)
+    if (item == SC_CLOSE) return state & (MF_GRAYED | MF_DISABLED);
+  return true;
+}
+
+// A press on the frame. Moving and sizing are the desktop's; the boxes act when they are pressed.
+LRESULT framePressed(const WindowRef &window, WPARAM hit, LPARAM at) {
+  switch (hit) {
+  case HTCAPTION:
+  case HTLEFT:
+  case HTRIGHT:
+  case HTTOP:
+  case HTTOPLEFT:
+  case HTTOPRIGHT:
+  case HTBOTTOM:
+  case HTBOTTOMLEFT:
+  case HTBOTTOMRIGHT:
+    if (hit == HTCAPTION && !window->isChild()) activate(refOf(&rootOf(*window)), Cause::mouse, true);
+    if (window->alive) dragFrame(window, hit, at);
+    return 0;
+  case HTCLOSE:
+    if (!closeIsDisabled(*window)) send(window, WM_SYSCOMMAND, SC_CLOSE, at);
+    return 0;
+  case HTMINBUTTON: return send(window, WM_SYSCOMMAND, SC_MINIMIZE, at);
+  case HTMAXBUTTON: return send(window, WM_SYSCOMMAND, window->is(WS_MAXIMIZE) ? SC_RESTORE : SC_MAXIMIZE, at);
+  default: return 0;
+  }
+}
+
+LRESULT systemKey(const WindowRef &window, WPARAM wParam, LPARAM lParam) {
+  constexpr LPARAM kAlt = 1 << 29;
+  if (wParam == VK_F4 && (lParam & kAlt)) {
+    const WindowRef root = refOf(&rootOf(*window));
+    if (!closeIsDisabled(*root)) post(*root->queue, messageFor(root->handle, WM_SYSCOMMAND, SC_CLOSE, 0));
+  }
+  return 0;
+}
+
+LRESULT setRedraw(const WindowRef &window, WPARAM on) {
+  if (on) {
+    if (!window->is(WS_VISIBLE)) {
+      window->style |= WS_VISIBLE;
+      showOnScreen(*window);
+    }
+  } else {
+    validateTree(*window);
+    window->style &= ~WS_VISIBLE;
+  }
+  return 0;
+}
+
+} // namespace
+
+} // namespace platform
+
+using namespace platform;
+
+LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+  return locked<LRESULT>(0, [&]() -> LRESULT {
+    const WindowRef window = windowOf(handle);
+    if (!window) return 0;
+    switch (message) {
+    case WM_NCCREATE: {
+      const LPCSTR name = recordAt<CREATESTRUCTA>(lParam).lpszName;
+      window->text = name ? name : "";
+      return TRUE;
+    }
+    case WM_NCCALCSIZE: {
+      RECT &rect = wParam ? recordAt<NCCALCSIZE_PARAMS>(lParam).rgrc[0] : recordAt<RECT>(lParam);
+      rect = clientWithin(rect, window->style, window->exStyle);
+      return 0;
+    }
+    case WM_NCHITTEST: return hitTest(*window, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+    case WM_NCPAINT: drawFrame(*window); return 0;
+    case WM_NCACTIVATE: return TRUE;
+    case WM_WINDOWPOSCHANGING: limitChange(window, recordAt<WINDOWPOS>(lParam)); return 0;
+    case WM_WINDOWPOSCHANGED: sendSizeAndMove(window, recordAt<WINDOWPOS>(lParam).flags); return 0;
+    case WM_ERASEBKGND: return eraseBackground(window, wParam);
+    case WM_PAINT: {
+      PAINTSTRUCT paint;
+      BeginPaint(handle, &paint);
+      EndPaint(handle, &paint);
+      return 0;
+    }
+    case WM_SETREDRAW: return setRedraw(window, wParam);
+    case WM_SETTEXT: return setText(*window, lParam);
+    case WM_GETTEXT: return getText(*window, wParam, lParam);
+    case WM_GETTEXTLENGTH: return static_cast<LRESULT>(window->text.size());
+    case WM_CLOSE: DestroyWindow(handle); return 0;
+    case WM_QUERYOPEN: return TRUE;
+    case WM_ACTIVATE:
+      if (LOWORD(wParam) != WA_INACTIVE && !window->is(WS_MINIMIZE)) setFocus(window);
+      return 0;
+    case WM_MOUSEACTIVATE: return mouseActivate(window, wParam, lParam);
+    case WM_SETCURSOR: return chooseCursor(window, wParam, lParam);
+    case WM_CANCELMODE:
+      if (window->queue->capture == handle) setCapture(*window->queue, nullptr);
+      return 0;
+    case WM_SYSCOMMAND: return command(window, wParam);
+    case WM_SYSKEYDOWN: return systemKey(window, wParam, lParam);
+    case WM_SYSKEYUP: return wParam == VK_MENU ? send(refOf(&rootOf(*window)), WM_SYSCOMMAND, SC_KEYMENU) : 0;
+    case WM_NCLBUTTONDOWN: return framePressed(window, wParam, lParam);
+    case WM_NCLBUTTONDBLCLK:
+      if (wParam == HTCAPTION && (window->style & WS_MAXIMIZEBOX))
+        send(window, WM_SYSCOMMAND, window->is(WS_MAXIMIZE) ? SC_RESTORE : SC_MAXIMIZE, lParam);
+      return 0;
+    case WM_RBUTTONUP: {
+      const POINT origin = clientOrigin(*window);
+      send(window, WM_CONTEXTMENU, wParamOf(handle),
+           lParamOf(GET_X_LPARAM(lParam) + origin.x, GET_Y_LPARAM(lParam) + origin.y));
+      return 0;
+    }
+    case WM_NCRBUTTONUP: return 0;
+    case WM_CONTEXTMENU: return window->isChild() ? send(refOf(window->parent), WM_CONTEXTMENU, wParam, lParam) : 0;
+    case WM_MOUSEWHEEL: return window->isChild() ? send(refOf(window->parent), message, wParam, lParam) : 0;
+    case WM_SETICON: {
+      if (wParam > 1) return 0;
+      const HICON old = window->icons[wParam];
+      window->icons[wParam] = reinterpret_cast<HICON>(lParam);
+      return reinterpret_cast<LRESULT>(old);
+    }
+    case WM_GETICON: return wParam > 1 ? 0 : reinterpret_cast<LRESULT>(window->icons[wParam]);
+    default: return 0;
+    }
+  });
+}
+
+LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return procedure ? procedure(window, message, wParam, lParam) : 0;
+}

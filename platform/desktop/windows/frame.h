@@ -1,0 +1,25 @@
+// The frame round a client area. It follows from the style with fixed metrics, the classic look's.
+#pragma once
+
+#include "platform/winapi.h"
+
+namespace platform {
+
+struct Window;
+
+// Widths of the frame's sides.
+struct Frame {
+  LONG left, top, right, bottom;
+};
+
+Frame frameOf(DWORD style, DWORD exStyle);
+// The extended style with what the system keeps of edges in it.
+DWORD edgeStyle(DWORD style, DWORD exStyle);
+// The client area that a window rectangle leaves.
+RECT clientWithin(const RECT &rect, DWORD style, DWORD exStyle);
+// Where a point of the screen lies in a window: HTCLIENT, HTCAPTION, ...
+LRESULT hitTest(const Window &window, POINT point);
+// Draws the frame of a child window; the desktop draws those of top-level windows.
+void drawFrame(Window &window);
+
+} // namespace platform

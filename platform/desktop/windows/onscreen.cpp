@@ -1,0 +1,172 @@
+// What the screen is told of top-level windows, and what is made of what it tells.
+
+#include "platform/desktop/windows/onscreen.h"
+
+#include "platform/desktop/drawing/objects.h"
+#include "platform/desktop/drawing/surface.h"
+#include "platform/desktop/messages/above.h"
+#include "platform/desktop/windows/focus.h"
+#include "platform/desktop/windows/frame.h"
+#include "platform/desktop/windows/placing.h"
+#include "platform/desktop/windows/update.h"
+#include "platform/kernel/codepage.h"
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+Serial activationSerial = 0;
+
+bool isShown(const Window &window) { return window.surface && theScreen().isSeen(); }
+
+ShowState stateOf(const Window &window) {
+  if (window.is(WS_MINIMIZE)) return window.restoreMaximized ? ShowState::minimizedFromMaximized : ShowState::minimized;
+  return window.is(WS_MAXIMIZE) ? ShowState::maximized : ShowState::normal;
+}
+
+Look lookOf(const Window &window) {
+  Look look;
+  look.style = window.style;
+  look.exStyle = window.exStyle;
+  look.title = utf8FromCodePage(window.text);
+  look.owner = window.owner ? rootOf(*window.owner).handle : nullptr;
+  const bool layered = window.exStyle & WS_EX_LAYERED && window.layeredFlags & LWA_ALPHA;
+  look.alpha = layered ? window.alpha : 255;
+  const auto ground = brushOf(window.windowClass->background);
+  if (ground && ground->style == BS_SOLID) look.ground = toQt(ground->color);
+  return look;
+}
+
+QSize clientSize(const POINT &whole, const Frame &frame) {
+  return {std::max(1, whole.x - frame.left - frame.right), std::max(1, whole.y - frame.top - frame.bottom)};
+}
+
+Stand standOf(const Window &window) {
+  const Frame frame = frameOf(window.style, window.exStyle);
+  return {toQt(window.client), clientSize(window.limits.ptMinTrackSize, frame),
+          clientSize(window.limits.ptMaxTrackSize, frame)};
+}
+
+} // namespace
+
+void showOnScreen(Window &window) {
+  if (!isShown(window)) return;
+  OnScreen &known = window.onScreen;
+  known = {true, toQt(window.client), stateOf(window), known.placeSerial + 1, known.stateSerial + 1};
+  theScreen().show(window.handle, lookOf(window), standOf(window), known.placeSerial, known.state, known.stateSerial,
+                   window.surface->picture());
+}
+
+void hideOnScreen(Window &window) {
+  if (!window.onScreen.open) return;
+  ++window.onScreen.placeSerial, ++window.onScreen.stateSerial; // what the desktop tells from now on came too late
+  theScreen().hide(window.handle);
+}
+
+void placeOnScreen(Window &window) {
+  OnScreen &known = window.onScreen;
+  if (!known.open) return;
+  if (stateOf(window) != known.state) {
+    known.state = stateOf(window);
+    theScreen().setState(window.handle, known.state, ++known.stateSerial);
+  }
+  const QRect client = toQt(window.client);
+  if (window.is(WS_MINIMIZE) || client == known.client) return;
+  known.client = client;
+  theScreen().place(window.handle, standOf(window), ++known.placeSerial);
+}
+
+void raiseOnScreen(Window &window) {
+  if (window.onScreen.open) theScreen().raise(window.handle);
+}
+
+void lookOnScreen(Window &window) {
+  if (window.onScreen.open) theScreen().setLook(window.handle, lookOf(window));
+}
+
+void closeOnScreen(Window &window) {
+  if (window.onScreen.open) theScreen().close(window.handle);
+  window.onScreen.open = false;
+}
+
+void activateOnScreen(Window *window) {
+  ++activationSerial;
+  if (hasScreen()) theScreen().activate(handleOf(window), activationSerial);
+}
+
+Serial activationNow() { return activationSerial; }
+
+// ---- The user's deeds, on the threads of their windows
+
+namespace {
+
+void carryOutDeed(const Placed &placed) {
+  const WindowRef window = windowOrNone(placed.window);
+  if (!window || placed.serial != window->onScreen.placeSerial || !window->is(WS_VISIBLE) || window->is(WS_MINIMIZE))
+    return;
+  window->onScreen.client = placed.client; // so that it isn't told back
+  if (placed.client == toQt(window->client)) return;
+  const Frame frame = frameOf(window->style, window->exStyle);
+  const QRect whole = placed.client.adjusted(-frame.left, -frame.top, frame.right, frame.bottom);
+  setWindowPos(window, {window->handle, nullptr, whole.x(), whole.y(), whole.width(), whole.height(),
+                        SWP_NOZORDER | SWP_NOACTIVATE});
+  if (window->alive) placeOnScreen(*window); // where the program refused or limited it
+}
+
+void carryOutDeed(const StateChanged &changed) {
+  const WindowRef window = windowOrNone(changed.window);
+  if (!window || changed.serial != window->onScreen.stateSerial || !window->is(WS_VISIBLE)) return;
+  window->onScreen.state = changed.state;
+  if (stateOf(*window) == changed.state) return;
+  const UINT command = changed.state == ShowState::normal      ? SC_RESTORE
+                       : changed.state == ShowState::maximized ? SC_MAXIMIZE
+                                                               : SC_MINIMIZE;
+  // out of the icon it goes back to what it was
+  const bool restores = window->is(WS_MINIMIZE) && command != SC_MINIMIZE;
+  send(window, WM_SYSCOMMAND, restores ? SC_RESTORE : command);
+  if (window->alive) placeOnScreen(*window); // the program may have its own mind
+}
+
+void carryOutDeed(const Activated &activated) {
+  if (activated.serial == activationSerial) desktopActivated(windowOrNone(activated.window));
+}
+
+void carryOutDeed(const CloseAsked &asked) {
+  const WindowRef window = windowOrNone(asked.window);
+  if (window && !window->is(WS_DISABLED)) post(*window->queue, messageFor(window->handle, WM_SYSCOMMAND, SC_CLOSE, 0));
+}
+
+std::vector<WindowRef> ownTopLevel() {
+  std::vector<WindowRef> own;
+  for (const WindowRef &window : childrenOf(desktopWindow()))
+    if (window->queue == currentQueue()) own.push_back(window);
+  return own;
+}
+
+void carryOutDeed(const ScreenChanged &) {
+  const SIZE size = theScreen().info().size;
+  desktopWindow().rect = desktopWindow().client = {0, 0, size.cx, size.cy};
+  for (const WindowRef &window : ownTopLevel())
+    if (window->alive) send(window, WM_DISPLAYCHANGE, 32, lParamOf(size.cx, size.cy));
+}
+
+// As at the end of a session: windows may save what they have, and then the loops of messages end.
+void carryOutDeed(const ScreenGone &) {
+  for (const WindowRef &window : ownTopLevel()) {
+    if (window->alive) send(window, WM_QUERYENDSESSION);
+    if (window->alive) send(window, WM_ENDSESSION, TRUE);
+  }
+  PostQuitMessage(EXIT_FAILURE);
+}
+
+template <typename Other> void carryOutDeed(const Other &) {} // of the pointer and the keyboard
+
+} // namespace
+
+void above::carryOut(const Report &deed) {
+  std::visit([](const auto &one) { carryOutDeed(one); }, deed);
+}
+
+} // namespace platform

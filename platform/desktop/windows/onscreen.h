@@ -1,0 +1,22 @@
+// What the screen is told of top-level windows. Where nobody sees them, and for other windows, these do nothing.
+#pragma once
+
+#include "platform/desktop/windows/window.h"
+
+namespace platform {
+
+void showOnScreen(Window &window);
+void hideOnScreen(Window &window);
+// Its place or its state may have changed.
+void placeOnScreen(Window &window);
+void raiseOnScreen(Window &window);
+// Its title, styles, icon, owner or opacity may have changed.
+void lookOnScreen(Window &window);
+// It is no top-level window any more.
+void closeOnScreen(Window &window);
+// The program's newest wish, of any thread; null for no window.
+void activateOnScreen(Window *window);
+// The serial number of that wish.
+Serial activationNow();
+
+} // namespace platform

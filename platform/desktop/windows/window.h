@@ -1,0 +1,163 @@
+// A window: its record, its place in the tree, and its handle. Everything here is used under the desktop's lock.
+#pragma once
+
+#include "platform/desktop/messages/queue.h"
+#include "platform/desktop/rects.h"
+#include "platform/winapi.h"
+
+#include <QRegion>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+class Surface;
+
+struct WindowClass {
+  std::string name;
+  UINT style = 0;
+  WNDPROC procedure = nullptr;
+  int extra = 0; // bytes for the application in each window
+  HINSTANCE instance = nullptr;
+  HICON icon = nullptr;
+  HCURSOR cursor = nullptr;
+  HBRUSH background = nullptr;
+};
+
+// The system menu: one bit per item that is grayed or disabled.
+struct SystemMenu {
+  HMENU handle = nullptr;
+  std::vector<std::pair<UINT, UINT>> items; // command and state
+};
+
+// What the screen knows of a top-level window.
+struct OnScreen {
+  bool open = false;
+  QRect client;
+  ShowState state = ShowState::normal;
+  Serial placeSerial = 0, stateSerial = 0;
+};
+
+struct Window {
+  HWND handle = nullptr;
+  std::shared_ptr<WindowClass> windowClass;
+  std::shared_ptr<Queue> queue;   // of the thread it belongs to
+  Window *parent = nullptr;       // the desktop for a top-level window; null for the desktop itself
+  Window *owner = nullptr;        // of a top-level window
+  std::vector<Window *> children; // the topmost first
+  std::vector<Window *> owned;
+
+  DWORD style = 0;
+  DWORD exStyle = 0;
+  LONG_PTR id = 0;
+  LONG_PTR userData = 0;
+  HINSTANCE instance = nullptr;
+  WNDPROC procedure = nullptr;
+  std::vector<uint8_t> extra;
+  std::string text;
+  HICON icons[2] = {nullptr, nullptr};
+  std::unique_ptr<SystemMenu> menu;
+
+  RECT rect{};            // in client coordinates of the parent
+  RECT client{};          // likewise
+  RECT normal{};          // the rectangle to come back to from minimized and maximized
+  bool needsSize = false; // WM_SIZE and WM_MOVE are still to come with the first showing
+  MINMAXINFO limits{};    // as WM_GETMINMAXINFO left them last; all 0 when it was never asked
+  bool restoreMaximized = false;
+  bool destroying = false;
+  bool alive = true;
+
+  QRegion update;            // what is to be painted, in client coordinates
+  bool erase = false;        // its background first
+  bool eraseRefused = false; // WM_ERASEBKGND was answered with 0
+  bool frameDirty = false;
+  size_t dirtyBelow = 0; // windows with something to paint, here and below
+
+  BYTE alpha = 255;
+  COLORREF colorKey = 0;
+  DWORD layeredFlags = 0; // 0 until SetLayeredWindowAttributes
+
+  std::shared_ptr<Surface> surface; // of a top-level window
+  OnScreen onScreen;
+
+  Window();
+  ~Window();
+  Window(const Window &) = delete;
+  Window &operator=(const Window &) = delete;
+
+  bool isChild() const { return (style & (WS_CHILD | WS_POPUP)) == WS_CHILD; }
+  bool isTopLevel() const { return parent && !parent->parent; }
+  bool is(DWORD bits) const { return (style & bits) == bits; }
+  LONG width() const { return rect.right - rect.left; }
+  LONG height() const { return rect.bottom - rect.top; }
+  RECT clientArea() const { return {0, 0, client.right - client.left, client.bottom - client.top}; }
+};
+
+// Keeps a window's record while procedures run that may destroy the window.
+using WindowRef = std::shared_ptr<Window>;
+
+// The root of the tree.
+Window &desktopWindow();
+
+// Null for a handle that is none, with the last error set.
+WindowRef windowOf(HWND handle);
+// The same, and null without an error for a null handle.
+WindowRef windowOrNone(HWND handle);
+WindowRef refOf(const Window *window);
+inline HWND handleOf(const Window *window) { return window ? window->handle : nullptr; }
+
+// Gives a new window a handle; takes it away.
+HWND openWindow(const WindowRef &window);
+void closeWindow(Window &window);
+size_t countWindows();
+
+// The tree.
+void link(Window &window, Window &parent, Window *above); // below `above`; null puts it on top
+void unlink(Window &window);
+bool isDescendant(const Window &window, const Window &ancestor);
+Window &rootOf(Window &window);
+inline const Window &rootOf(const Window &window) { return rootOf(const_cast<Window &>(window)); }
+// That a window draws on; null for the desktop's own.
+inline const std::shared_ptr<Surface> &surfaceOf(const Window &window) { return rootOf(window).surface; }
+// Whether it and all its ancestors have WS_VISIBLE.
+bool isVisible(const Window &window);
+// The children, kept while procedures run.
+std::vector<WindowRef> childrenOf(const Window &window);
+
+// Where a client area begins on the screen, and in its top-level window's client area.
+POINT clientOrigin(const Window &window);
+POINT originInSurface(const Window &window);
+RECT screenRect(const Window &window);
+
+// Calls a window's procedure, on its own thread.
+LRESULT callProcedure(Window &window, UINT message, WPARAM wParam, LPARAM lParam);
+// The focus, the active window and the capture of a window's thread are kept by handle.
+inline bool isFocus(const Window &window) { return window.queue->focus == window.handle; }
+inline bool isActive(const Window &window) { return window.queue->active == window.handle; }
+// Sends a message, to another thread's window too. A null window gets nothing.
+LRESULT send(const WindowRef &window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+
+// Does on a window's thread what changes the window, and waits for it. A thread that ends does nothing more.
+template <typename Result, typename Body> Result onThreadOf(const Window &window, Result failure, Body body) {
+  if (window.queue == currentQueue()) return body();
+  Result result = failure;
+  DWORD error = GetLastError();
+  const auto sent = std::make_shared<Sent>();
+  sent->window = window.handle;
+  sent->work = [&] {
+    result = body();
+    error = GetLastError();
+  };
+  sendTo(*window.queue, sent);
+  SetLastError(error);
+  return result;
+}
+
+inline LPARAM lParamOf(LONG low, LONG high) { return static_cast<LPARAM>(MAKELPARAM(low, high)); }
+template <typename Record> LPARAM addressOf(Record &record) { return reinterpret_cast<LPARAM>(&record); }
+inline WPARAM wParamOf(HWND window) { return reinterpret_cast<WPARAM>(window); }
+inline LPARAM lParamOf(HWND window) { return reinterpret_cast<LPARAM>(window); }
+
+} // namespace platform

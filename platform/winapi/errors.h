@@ -1,0 +1,55 @@
+/* Errors. Every function that can fail says so by its result and leaves the reason here, for each thread apart. */
+#ifndef PLATFORM_WINAPI_ERRORS_H
+#define PLATFORM_WINAPI_ERRORS_H
+
+#include "platform/winapi/types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#define ERROR_SUCCESS 0u
+#define ERROR_FILE_NOT_FOUND 2u
+#define ERROR_PATH_NOT_FOUND 3u
+#define ERROR_TOO_MANY_OPEN_FILES 4u
+#define ERROR_ACCESS_DENIED 5u
+#define ERROR_INVALID_HANDLE 6u
+#define ERROR_NOT_ENOUGH_MEMORY 8u
+#define ERROR_NOT_SAME_DEVICE 17u
+#define ERROR_NO_MORE_FILES 18u
+#define ERROR_WRITE_FAULT 29u
+#define ERROR_SHARING_VIOLATION 32u
+#define ERROR_NOT_SUPPORTED 50u
+#define ERROR_FILE_EXISTS 80u
+#define ERROR_INVALID_PARAMETER 87u
+#define ERROR_DISK_FULL 112u
+#define ERROR_INSUFFICIENT_BUFFER 122u
+#define ERROR_INVALID_NAME 123u
+#define ERROR_MOD_NOT_FOUND 126u
+#define ERROR_PROC_NOT_FOUND 127u
+#define ERROR_DIR_NOT_EMPTY 145u
+#define ERROR_ALREADY_EXISTS 183u
+#define ERROR_ENVVAR_NOT_FOUND 203u
+#define ERROR_FILENAME_EXCED_RANGE 206u
+#define ERROR_DIRECTORY 267u
+#define ERROR_NOT_OWNER 288u
+#define ERROR_INVALID_ADDRESS 487u
+#define ERROR_FILE_INVALID 1006u
+#define ERROR_MAPPED_ALIGNMENT 1132u
+#define ERROR_USER_MAPPED_FILE 1224u
+#define ERROR_INVALID_WINDOW_HANDLE 1400u
+#define ERROR_TLW_WITH_WSCHILD 1406u
+#define ERROR_CANNOT_FIND_WND_CLASS 1407u
+#define ERROR_CLASS_ALREADY_EXISTS 1410u
+#define ERROR_INVALID_INDEX 1413u
+#define ERROR_INVALID_THREAD_ID 1444u
+#define ERROR_NOT_ENOUGH_QUOTA 1816u
+
+PLATFORM_API DWORD WINAPI GetLastError(void);
+PLATFORM_API void WINAPI SetLastError(DWORD error);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

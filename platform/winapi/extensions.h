@@ -1,0 +1,28 @@
+/* The layer's own functions beside the API. */
+#ifndef PLATFORM_WINAPI_EXTENSIONS_H
+#define PLATFORM_WINAPI_EXTENSIONS_H
+
+#include <stdio.h>
+
+#include "platform/winapi/types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Whether windows are shown to anybody. Without a display they work all the same, unseen. */
+PLATFORM_API BOOL platformHasDisplay(void);
+
+/* Writes what a top-level window shows in its client area into a PNG file.
+ * file: in code page 932. FALSE for another window, and when the file can't be written. */
+PLATFORM_API BOOL platformSavePicture(HWND window, const char *file);
+
+/* Opens a C stream by a name in code page 932, in either form of path ("C:\a\b" or "/a/b"). Null when that
+ * fails, and for a folder. */
+PLATFORM_API FILE *platformOpenStream(const char *name, const char *mode);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

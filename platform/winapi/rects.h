@@ -1,0 +1,22 @@
+/* Arithmetic of rectangles. Right and bottom lie outside. */
+#ifndef PLATFORM_WINAPI_RECTS_H
+#define PLATFORM_WINAPI_RECTS_H
+
+#include "platform/winapi/types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* TRUE when right <= left or bottom <= top, and for null. */
+PLATFORM_API BOOL WINAPI IsRectEmpty(const RECT *rect);
+/* Adds dx to left and right, dy to top and bottom. FALSE for null. */
+PLATFORM_API BOOL WINAPI OffsetRect(RECT *rect, int dx, int dy);
+/* result: all 0 when there is nothing that both hold. It may be one of the two. */
+PLATFORM_API BOOL WINAPI IntersectRect(RECT *result, const RECT *first, const RECT *second);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
