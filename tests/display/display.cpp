@@ -63,6 +63,15 @@ std::string DisplayTest::title(HWND window) { return names.count(window) ? names
 
 Place DisplayTest::there(const std::string &title) { return user().window(title).client; }
 
+void DisplayTest::apart(const char *left, const char *right) {
+  if (session() != Session::sway) return;
+  for (const auto &[name, x] : {std::pair(left, 50), {right, 600}}) {
+    const Place wanted = {x, 100, there(name).width, there(name).height};
+    user().place(user().window(name), wanted);
+    EXPECT_TRUE(until([&, title = name] { return there(title) == wanted; }));
+  }
+}
+
 void DisplayTest::expectAgreed(HWND window) {
   const std::string title = names[window];
   const auto wanted = [&] {

@@ -17,8 +17,9 @@ class DisplayTest : public DesktopTest {
                    int height = 327, HWND owner = nullptr);
   // Serves messages until this is so, for that time at most. Result: whether it became so.
   static bool until(const std::function<bool()> &so, DWORD milliseconds = 2000);
-  // Serves messages for some time.
-  static void serve(DWORD milliseconds);
+  static void serve(DWORD milliseconds); // for some time
+  // Until the desktop has answered everything, and what happens next is the user's deed.
+  static void settle() { serve(300); }
   // The lines recorded since the last call, once they are as many as those expected and some time more.
   static std::string told(const std::string &expected);
   static int count(const std::string &lines, const std::string &part);
@@ -27,6 +28,8 @@ class DisplayTest : public DesktopTest {
   static Place here(HWND window);
   static Place there(const std::string &title);
   static std::string title(HWND window); // empty for no window of these tests
+  // Two windows stand side by side, where the desktop would put both into its middle.
+  static void apart(const char *left, const char *right);
   // Both views agree within some time. On a desktop where no program knows its place the sizes do.
   static void expectAgreed(HWND window);
   // It is the active one here and there.

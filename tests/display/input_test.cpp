@@ -34,25 +34,27 @@ TEST_F(AnyDesktop, ClicksTypesAndScrolls) {
   ShowWindow(window, SW_SHOW);
   ASSERT_TRUE(until([] { return user().window("A").active; }));
   const Place place = there("A");
-  User &hand = user();
-  const auto point = [&](int x, int y) { hand.point(place.x + x, place.y + y); };
+  // as fast as a mouse reports, and the window manager looks at each press first; no message is taken meanwhile
+  const auto pause = [] { Sleep(10); };
+  const auto point = [&](int x, int y) { (user().point(place.x + x, place.y + y), pause()); };
+  const auto press = [&](int number) { (user().button(number, true), pause()); };
+  const auto release = [&](int number) { (user().button(number, false), pause()); };
   const std::string wheelAt = onScreen(window, 50, 80);
   const struct {
     std::function<void()> act;
     std::string expected;
   } rows[] = {
       {[&] { point(50, 60); }, "A< MOUSE 50,60"},
-      {[&] { (hand.button(1, true), hand.button(1, false)); }, "A< LDOWN 1 50,60\nA< LUP 50,60"},
-      {[&] { (point(100, 60), hand.button(3, true), hand.button(3, false)); },
-       "A< MOUSE 100,60\nA< RDOWN 2 100,60\nA< RUP 100,60"},
-      {[&] { (point(50, 80), hand.button(1, true), point(55, 85), hand.button(1, false), point(50, 80)); },
+      {[&] { (press(1), release(1)); }, "A< LDOWN 1 50,60\nA< LUP 50,60"},
+      {[&] { (point(100, 60), press(3), release(3)); }, "A< MOUSE 100,60\nA< RDOWN 2 100,60\nA< RUP 100,60"},
+      {[&] { (point(50, 80), press(1), point(55, 85), release(1), point(50, 80)); },
        "A< MOUSE 50,80\nA< LDOWN 1 50,80\nA< MOUSE 1 55,85\nA< LUP 55,85\nA< MOUSE 50,80"},
-      {[&] { (serve(600), hand.button(1, true), hand.button(1, false), hand.button(1, true), hand.button(1, false)); },
+      {[&] { (serve(600), press(1), release(1), press(1), release(1)); },
        "A< LDOWN 1 50,80\nA< LUP 50,80\nA< LDOUBLE 1 50,80\nA< LUP 50,80"},
-      {[&] { (hand.wheel(-1), hand.wheel(1)); }, "A< WHEEL 780000 " + wheelAt + "\nA< WHEEL FF880000 " + wheelAt},
-      {[&] { (hand.type("a"), hand.type("Return"), hand.type("Left"), hand.type("F5")); },
+      {[&] { (user().wheel(-1), user().wheel(1)); }, "A< WHEEL 780000 " + wheelAt + "\nA< WHEEL FF880000 " + wheelAt},
+      {[&] { (user().type("a"), user().type("Return"), user().type("Left"), user().type("F5")); },
        "A< DOWN 41\nA< CHAR 61\nA< UP 41\nA< DOWN D\nA< CHAR D\nA< UP D\nA< DOWN 25\nA< UP 25\nA< DOWN 74\nA< UP 74"},
-      {[&] { (hand.key("Shift_L", true), hand.type("a"), hand.key("Shift_L", false)); },
+      {[&] { (user().key("Shift_L", true), user().type("a"), user().key("Shift_L", false)); },
        "A< DOWN 10\nA< DOWN 41\nA< CHAR 41\nA< UP 41\nA< UP 10"},
   };
   record("MK");
@@ -65,29 +67,34 @@ TEST_F(AnyDesktop, ClicksTypesAndScrolls) {
 // Where a window stands, the desktop decides, now and then too; the pointer is always where its user sees it.
 TEST_F(AnyDesktop, ThePointerIsWhereItsUserSeesIt) {
   const HWND window = show("A");
+  // never at the same place of the window twice: Qt takes that for no move
+  int step = 0;
   const auto look = [&](const char *when) {
     SCOPED_TRACE(when);
     const Place place = there("A");
-    const auto point = [&](int x, int y) { user().point(place.x + x, place.y + y); };
     record("M");
     told("");
-    point(30, 40);
-    EXPECT_EQ(told("A< MOUSE"), "A< MOUSE 30,40");
-    point(50, 60);
-    EXPECT_EQ(told("A< MOUSE"), "A< MOUSE 50,60");
+    for (const int x : {30 + step, 50 + step}) {
+      user().point(place.x + x, place.y + 60);
+      EXPECT_EQ(told("A< MOUSE"), "A< MOUSE " + std::to_string(x) + ",60");
+    }
     user().button(1, true);
     user().button(1, false);
     user().wheel(-1);
-    const std::string pressed = "A< LDOWN 1 50,60\nA< LUP 50,60\nA< WHEEL 780000 " + onScreen(window, 50, 60);
+    const std::string at = std::to_string(50 + step) + ",60";
+    const std::string pressed =
+        "A< LDOWN 1 " + at + "\nA< LUP " + at + "\nA< WHEEL 780000 " + onScreen(window, 50 + step, 60);
     EXPECT_EQ(told(pressed), pressed);
     POINT cursor{};
     GetCursorPos(&cursor);
     EXPECT_EQ(title(WindowFromPoint(cursor)), "A");
     ScreenToClient(window, &cursor);
-    EXPECT_EQ(std::to_string(cursor.x) + ',' + std::to_string(cursor.y), "50,60");
+    EXPECT_EQ(std::to_string(cursor.x) + ',' + std::to_string(cursor.y), at);
+    ++step;
   };
   look("from the start");
   for (const Place &place : {Place{100, 120, 400, 300}, Place{600, 50, 500, 350}, Place{20, 300, 400, 300}}) {
+    settle();
     user().place(user().window("A"), place);
     EXPECT_TRUE(until([&] { return there("A") == place; }));
     expectAgreed(window);
@@ -115,8 +122,10 @@ TEST_F(X11Desktop, SetCursorPosMovesThePointerOnce) {
 TEST_F(X11Desktop, WindowsMoveUnderARestingPointer) {
   user().point(640, 400);
   const HWND below = show("B", WS_POPUP, 300, 200, 600, 400);
-  record("M");
   const HWND window = make("A", WS_POPUP, 400, 250, 400, 300);
+  settle();
+  record("M");
+  told("");
   const struct {
     const char *what;
     std::function<void()> act;
@@ -124,7 +133,6 @@ TEST_F(X11Desktop, WindowsMoveUnderARestingPointer) {
   } rows[] = {
       {"shown", [&] { ShowWindow(window, SW_SHOW); }, "A< MOUSE 240,150"},
       {"moved", [&] { MoveWindow(window, 410, 270, 400, 300, TRUE); }, "A< MOUSE 230,130"},
-      {"only larger", [&] { MoveWindow(window, 410, 270, 500, 400, TRUE); }, ""},
       {"moved away", [&] { MoveWindow(window, 810, 700, 400, 300, TRUE); }, "B< MOUSE 340,200"},
       {"back", [&] { MoveWindow(window, 410, 270, 400, 300, TRUE); }, "A< MOUSE 230,130"},
       {"hidden", [&] { ShowWindow(window, SW_HIDE); }, "B< MOUSE 340,200"},

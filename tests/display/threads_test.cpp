@@ -59,17 +59,16 @@ TEST_F(AnyDesktop, WindowsOfTwoThreadsAreShownAtOnce) {
   const HWND window = show("A", WS_OVERLAPPEDWINDOW, 50, 50);
   WindowThread worker(600, 400);
   ASSERT_TRUE(until([] { return user().window("worker").id != 0; }));
-  if (session() == Session::sway) {
-    user().place(user().window("A"), {50, 100, 400, 300});
-    user().place(user().window("worker"), {600, 400, 300, 200});
-  }
+  apart("A", "worker");
   expectAgreed(window);
   const auto click = [](const char *title) { user().click(there(title).x + 30, there(title).y + 30); };
   for (int round = 1; round <= 2; ++round) {
+    settle();
     click("worker");
     EXPECT_TRUE(until([&] { return worker.presses == round; })) << worker.presses;
     EXPECT_TRUE(until([] { return user().window("worker").active; }));
     EXPECT_TRUE(until([] { return GetActiveWindow() == nullptr; })) << "each thread has an active window of its own";
+    settle();
     click("A");
     expectActive(window);
   }

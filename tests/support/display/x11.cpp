@@ -36,7 +36,8 @@ class OnX11 : public X11User {
     if (xcb_connection_has_error(connection_)) throw std::runtime_error("the X server of the session can't be reached");
     screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
     root_ = screen_->root;
-    const uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY; // where answers to pings arrive
+    // where answers to pings arrive, by whichever mask they are sent
+    const uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection_, root_, XCB_CW_EVENT_MASK, &events);
     managed_ = !words(root_, "_NET_SUPPORTING_WM_CHECK").empty();
   }
