@@ -14,7 +14,7 @@ std::mutex &mutex() {
 }
 
 thread_local int depth = 0;                // how often this thread has taken the lock
-thread_local DesktopLock *level = nullptr; // the innermost
+thread_local DesktopLock *level = nullptr; // the innermost since the program was called last
 
 } // namespace
 
@@ -36,9 +36,10 @@ DesktopUnlock::~DesktopUnlock() {
   depth = depth_;
 }
 
-CallOut::CallOut() : level_(level), exceptions_(std::uncaught_exceptions()) {}
+CallOut::CallOut() : level_(std::exchange(level, nullptr)), exceptions_(std::uncaught_exceptions()) {}
 
 CallOut::~CallOut() {
+  level = level_;
   if (level_ && std::uncaught_exceptions() > exceptions_) level_->thrown_ = true;
 }
 

@@ -19,7 +19,7 @@ class DesktopLock {
   friend class CallOut;
 
   bool thrown_ = false; // by the program, through this level
-  DesktopLock *outer_;
+  DesktopLock *outer_;  // null for one that the program has called
 };
 
 // The lock given up, until the end of the scope.
@@ -55,7 +55,10 @@ template <typename Result, typename Body> Result locked(Result failure, Body bod
   try {
     return body();
   } catch (const std::exception &) {
-    if (lock.thrown_) throw;
+    if (lock.thrown_) {
+      if (lock.outer_) lock.outer_->thrown_ = true;
+      throw;
+    }
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     return failure;
   }

@@ -16,6 +16,7 @@ extern "C" {
 #define MF_GRAYED 1u
 #define MF_DISABLED 2u
 #define MF_SEPARATOR 0x800u
+#define MF_DEFAULT 0x1000u
 #define SC_SIZE 0xF000u
 #define SC_MOVE 0xF010u
 #define SC_MINIMIZE 0xF020u

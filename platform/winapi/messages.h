@@ -60,14 +60,17 @@ typedef struct tagMSG {
 #define WM_NCACTIVATE 0x0086u
 #define WM_NCMOUSEMOVE 0x00A0u
 #define WM_NCLBUTTONDOWN 0x00A1u
+#define WM_NCLBUTTONUP 0x00A2u
 #define WM_NCLBUTTONDBLCLK 0x00A3u
 #define WM_NCRBUTTONUP 0x00A5u
+#define WM_KEYFIRST 0x0100u
 #define WM_KEYDOWN 0x0100u
 #define WM_KEYUP 0x0101u
 #define WM_CHAR 0x0102u
 #define WM_SYSKEYDOWN 0x0104u
 #define WM_SYSKEYUP 0x0105u
 #define WM_SYSCHAR 0x0106u
+#define WM_KEYLAST 0x0109u
 #define WM_SYSCOMMAND 0x0112u
 #define WM_TIMER 0x0113u
 #define WM_MOUSEFIRST 0x0200u
@@ -138,16 +141,24 @@ typedef struct tagNMHDR {
 
 /* The queue of a thread. */
 
+#define SMTO_NORMAL 0u
+#define SMTO_BLOCK 1u
+#define SMTO_ABORTIFHUNG 2u
 #define PM_NOREMOVE 0u
 #define PM_REMOVE 1u
 
-/* Messages come in this order: sent, posted, input, quit, paint, timer. */
+/* Messages come in this order: sent, posted, quit, input, paint, timer. */
 PLATFORM_API BOOL WINAPI GetMessageA(MSG *message, HWND window, UINT first, UINT last);
 PLATFORM_API BOOL WINAPI PeekMessageA(MSG *message, HWND window, UINT first, UINT last, UINT remove);
 PLATFORM_API BOOL WINAPI TranslateMessage(const MSG *message);
 PLATFORM_API LRESULT WINAPI DispatchMessageA(const MSG *message);
 /* To a window of another thread: waits until that thread takes the message, and serves messages sent here meanwhile. */
 PLATFORM_API LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+/* The same for at most so many milliseconds; 0 with ERROR_TIMEOUT after them. flags: SMTO_NORMAL. result: may be null. */
+PLATFORM_API LRESULT WINAPI SendMessageTimeoutA(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT flags,
+                                                UINT timeout, ULONG_PTR *result);
+/* To a window of another thread: without waiting. */
+PLATFORM_API BOOL WINAPI SendNotifyMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API BOOL WINAPI PostThreadMessageA(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API void WINAPI PostQuitMessage(int status);

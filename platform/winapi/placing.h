@@ -57,6 +57,8 @@ typedef struct tagMINMAXINFO {
   POINT ptMaxTrackSize;
 } MINMAXINFO;
 
+#define WPF_RESTORETOMAXIMIZED 2u
+
 typedef struct tagWINDOWPLACEMENT {
   UINT length, flags, showCmd;
   POINT ptMinPosition, ptMaxPosition;
@@ -66,6 +68,8 @@ typedef struct tagWINDOWPLACEMENT {
 PLATFORM_API BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 PLATFORM_API BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 PLATFORM_API BOOL WINAPI ShowWindow(HWND window, int command);
+/* Another thread's window: without waiting for it. */
+PLATFORM_API BOOL WINAPI ShowWindowAsync(HWND window, int command);
 PLATFORM_API BOOL WINAPI GetWindowPlacement(HWND window, WINDOWPLACEMENT *placement);
 PLATFORM_API BOOL WINAPI GetWindowRect(HWND window, RECT *rect);
 PLATFORM_API BOOL WINAPI GetClientRect(HWND window, RECT *rect);

@@ -117,6 +117,8 @@ PLATFORM_API BOOL WINAPI IsWindowEnabled(HWND window);
 PLATFORM_API BOOL WINAPI IsIconic(HWND window);
 PLATFORM_API BOOL WINAPI IsZoomed(HWND window);
 PLATFORM_API HWND WINAPI GetDesktopWindow(void);
+/* Result: the thread of a window; 0 for a handle that is none. process: may be null. */
+PLATFORM_API DWORD WINAPI GetWindowThreadProcessId(HWND window, DWORD *process);
 PLATFORM_API HWND WINAPI GetParent(HWND window);
 PLATFORM_API HWND WINAPI SetParent(HWND window, HWND parent);
 PLATFORM_API HWND WINAPI GetWindow(HWND window, UINT relation);

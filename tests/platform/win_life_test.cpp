@@ -31,7 +31,7 @@ TEST_F(WinLife, CreationShowingAndTheEndTellInOrder) {
          "C< PAINT 0,0,30,40"}});
   EXPECT_TRUE(seen == 2 && GetDlgItem(top, 11) == child && make("P", WS_POPUP, 0, 0, 9, 9, top));
   play("L", {{[&] { SendMessageA(top, WM_SYSCOMMAND, SC_CLOSE, 0); },
-              "A: COMMAND F060\nA: CLOSE\nA: CHANGING 0,0 0x0 97\nA: CHANGED 100,100 300x200\n"
+              "A: COMMAND F060 0\nA: CLOSE\nA: CHANGING 0,0 0x0 97\nA: CHANGED 100,100 300x200\n"
               "P: DESTROY\nP: NCDESTROY\nA: DESTROY\nC: DESTROY\nC: NCDESTROY\nA: NCDESTROY"}});
   UINT refused = WM_NCCREATE;
   answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT &result) {

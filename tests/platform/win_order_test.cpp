@@ -1,6 +1,7 @@
 // Order, owners, frames, attributes and points: what windows tell of themselves.
 #include "support/desktop.h"
 
+#include <sstream>
 #include <utility>
 
 using WinOrder = DesktopTest;
@@ -77,4 +78,149 @@ TEST_F(WinOrder, APointFindsItsWindow) {
     under += names[ChildWindowFromPoint(a, point)] + ' '; // a hidden one too, and nothing outside of the client area
   }
   EXPECT_EQ(under, "AA A CC GC AH ");
+}
+
+// The windows from the top, those above all others with a star.
+static std::string order(HWND any) {
+  std::string text;
+  for (HWND at = GetWindow(any, GW_HWNDFIRST); at; at = GetWindow(at, GW_HWNDNEXT))
+    if (DesktopTest::names.count(at))
+      text += DesktopTest::names[at] + (GetWindowLongA(at, GWL_EXSTYLE) & WS_EX_TOPMOST ? "*" : "");
+  return text;
+}
+
+constexpr UINT kOnlyOrder = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
+
+TEST_F(WinOrder, AWindowBehindAnotherTakesItsBand) {
+  const HWND a = make("A", kPopup, 0, 0, 99, 99), b = make("B", kPopup, 0, 0, 99, 99),
+             c = make("C", kPopup, 0, 0, 99, 99);
+  const HWND child = make("K", kChild, 0, 0, 9, 9, a), dead = make("D", kPopup, 0, 0, 9, 9);
+  DestroyWindow(dead);
+  struct Place {
+    HWND window, after;
+    const char *order;
+    DWORD error = ERROR_SUCCESS;
+  };
+  const auto none = [](INT_PTR value) { return reinterpret_cast<HWND>(value); };
+  const Place places[] = {{b, HWND_TOPMOST, "B*CA"},
+                          {a, b, "B*AC"}, // behind the last one of a band: in its own
+                          {c, HWND_TOPMOST, "C*B*A"},
+                          {a, c, "C*A*B*"}, // between two of them: in theirs
+                          {a, HWND_NOTOPMOST, "C*B*A"},
+                          {c, b, "B*C*A"},
+                          {c, c, "B*C*A"}, // behind itself: where it is
+                          {b, b, "B*C*A"},
+                          {a, a, "B*C*A"},
+                          {c, a, "B*AC"}, // behind a normal one: normal
+                          {b, HWND_TOP, "B*AC"},
+                          {b, HWND_BOTTOM, "ACB"},
+                          {a, none(0x12345), "ACB", ERROR_INVALID_WINDOW_HANDLE},
+                          {a, none(-3), "ACB", ERROR_INVALID_WINDOW_HANDLE},
+                          {a, dead, "ACB", ERROR_INVALID_WINDOW_HANDLE},
+                          {c, child, "ACB"}, // which is no sibling
+                          {a, child, "ACB"},
+                          {child, b, "ACB"}};
+  for (const Place &place : places) {
+    SetLastError(ERROR_SUCCESS);
+    const BOOL placed = SetWindowPos(place.window, place.after, 0, 0, 0, 0, kOnlyOrder);
+    const DWORD error = placed ? ERROR_SUCCESS : GetLastError();
+    EXPECT_EQ(error, place.error) << "for " << place.order;
+    EXPECT_EQ(order(a), place.order) << names[place.window] << " behind " << names[place.after];
+  }
+  EXPECT_TRUE(SetWindowPos(a, dead, 0, 0, 0, 0, kOnlyOrder | SWP_NOZORDER)); // nobody looks at it
+  SetWindowLongA(c, GWL_EXSTYLE, WS_EX_TOPMOST);                             // only SetWindowPos does that
+  EXPECT_EQ(order(a), "ACB");
+}
+
+TEST_F(WinOrder, OwnedWindowsShareTheBandOfTheirOwner) {
+  if (onWine()) GTEST_SKIP() << "Wine takes some of the owned windows along, and leaves the owner behind";
+  const HWND a = make("A", kPopup, 0, 0, 9, 9), b = make("B", kPopup, 0, 0, 9, 9);
+  const HWND p = make("P", kPopup, 0, 0, 9, 9, a), q = make("Q", kPopup, 0, 0, 9, 9, a),
+             r = make("R", kPopup, 0, 0, 9, 9, p);
+  struct Place {
+    HWND window, after;
+    const char *topmost;
+  };
+  const Place places[] = {{a, HWND_TOPMOST, "A*P*Q*R*"}, {b, HWND_TOP, "A*P*Q*R*"},     {a, HWND_NOTOPMOST, ""},
+                          {p, HWND_TOPMOST, "P*R*"},     {r, HWND_NOTOPMOST, ""}, // and with it its owners
+                          {q, HWND_TOPMOST, "Q*"},       {a, HWND_TOPMOST, "A*P*Q*R*"}, {a, HWND_BOTTOM, ""},
+                          {b, HWND_TOPMOST, "B*"}};
+  for (const Place &place : places) {
+    EXPECT_TRUE(SetWindowPos(place.window, place.after, 0, 0, 0, 0, kOnlyOrder));
+    std::string topmost;
+    for (const HWND window : {a, b, p, q, r})
+      if (GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_TOPMOST) topmost += names[window] + '*';
+    EXPECT_EQ(topmost, place.topmost) << names[place.window];
+    const std::string now = order(a);
+    for (const char *pair : {"PA", "QA", "RP"})
+      EXPECT_LT(now.find(pair[0]), now.find(pair[1])) << pair << " in " << now;
+  }
+  make("T", kPopup, 0, 0, 9, 9, b); // owned by one above all others
+  EXPECT_EQ(order(a).substr(0, 4), "T*B*");
+}
+
+TEST_F(WinOrder, TheEdgeFollowsFromTheStyles) {
+  const HWND parent = make("parent", kTop, 0, 0, 400, 300);
+  const DWORD wanted[] = {0,
+                          WS_EX_WINDOWEDGE,
+                          WS_EX_STATICEDGE,
+                          WS_EX_STATICEDGE | WS_EX_WINDOWEDGE,
+                          WS_EX_CLIENTEDGE,
+                          WS_EX_DLGMODALFRAME,
+                          WS_EX_STATICEDGE | WS_EX_DLGMODALFRAME};
+  const std::string thin = "0 0 20000 20000 200 101 20101 ", thick = "100 100 20000 20000 300 101 20101 ";
+  const std::pair<DWORD, const std::string &> rows[] = {{WS_POPUP, thin},
+                                                        {WS_POPUP | WS_BORDER, thin},
+                                                        {WS_POPUP | WS_DLGFRAME, thick},
+                                                        {WS_POPUP | WS_CAPTION, thick},
+                                                        {WS_POPUP | WS_THICKFRAME, thick},
+                                                        {WS_CHILD, thin},
+                                                        {WS_CHILD | WS_BORDER, thin},
+                                                        {WS_CHILD | WS_CAPTION, thick},
+                                                        {WS_CHILD | WS_THICKFRAME, thick}};
+  for (const auto &[style, expected] : rows) {
+    std::ostringstream born, changed;
+    const HWND owner = style & WS_CHILD ? parent : nullptr, window = make("w", style, 20, 20, 300, 200, owner);
+    for (const DWORD extended : wanted) {
+      const HWND other =
+          CreateWindowExA(extended, "recorded 0", "v", style, 20, 20, 300, 200, owner, nullptr, nullptr, nullptr);
+      born << std::hex << GetWindowLongA(other, GWL_EXSTYLE) << ' ';
+      SetWindowLongA(window, GWL_EXSTYLE, static_cast<LONG>(extended));
+      changed << std::hex << GetWindowLongA(window, GWL_EXSTYLE) << ' ';
+      DestroyWindow(other);
+    }
+    EXPECT_EQ(born.str(), expected) << std::hex << style;
+    EXPECT_EQ(changed.str(), expected) << std::hex << style;
+  }
+  const HWND plain = make("w", WS_POPUP, 20, 20, 300, 200);
+  EXPECT_EQ(GetWindowLongA(plain, GWL_EXSTYLE), 0);
+  SetWindowLongA(plain, GWL_STYLE, static_cast<LONG>(WS_POPUP | WS_DLGFRAME));
+  EXPECT_EQ(GetWindowLongA(plain, GWL_EXSTYLE), LONG{WS_EX_WINDOWEDGE});
+  SetWindowLongA(plain, GWL_STYLE, static_cast<LONG>(WS_POPUP));
+  EXPECT_EQ(GetWindowLongA(plain, GWL_EXSTYLE), 0);
+}
+
+TEST_F(WinOrder, ClosingIsTheDefaultOfTheSystemMenu) {
+  const std::pair<DWORD, int> rows[] = {{WS_OVERLAPPEDWINDOW, SW_HIDE},     {WS_OVERLAPPEDWINDOW, SW_SHOW},
+                                        {WS_OVERLAPPEDWINDOW, SW_MAXIMIZE}, {WS_OVERLAPPEDWINDOW, SW_MINIMIZE},
+                                        {WS_CAPTION | WS_SYSMENU, SW_SHOW}, {WS_POPUP | WS_SYSMENU, SW_SHOW}};
+  for (const auto &[style, command] : rows) {
+    const HWND window = make("w", style, 20, 20, 300, 200);
+    ShowWindow(window, command);
+    const HMENU menu = GetSystemMenu(window, FALSE);
+    EXPECT_EQ(GetMenuState(menu, SC_CLOSE, MF_BYCOMMAND), UINT{MF_DEFAULT}) << std::hex << style << ' ' << command;
+    EXPECT_EQ(GetMenuState(menu, 6, MF_BYPOSITION), UINT{MF_DEFAULT}) << std::hex << style << ' ' << command;
+    DestroyWindow(window);
+  }
+  EXPECT_EQ(GetSystemMenu(make("w", kPopup, 20, 20, 300, 200), FALSE), nullptr); // without WS_SYSMENU
+  const HWND window = make("w", kTop, 20, 20, 300, 200);
+  const HMENU menu = GetSystemMenu(window, FALSE);
+  for (const UINT item : {SC_MOVE, SC_SIZE, SC_MINIMIZE, SC_MAXIMIZE})
+    EXPECT_EQ(GetMenuState(menu, item, MF_BYCOMMAND), 0u) << std::hex << item;
+  for (const UINT state : {UINT{MF_GRAYED}, UINT{MF_DISABLED}, UINT{MF_ENABLED}}) {
+    EnableMenuItem(menu, SC_CLOSE, state);
+    EXPECT_EQ(GetMenuState(menu, SC_CLOSE, MF_BYCOMMAND), MF_DEFAULT | state);
+  }
+  EnableMenuItem(menu, SC_CLOSE, MF_GRAYED), GetSystemMenu(window, TRUE); // as it was first
+  EXPECT_EQ(GetMenuState(GetSystemMenu(window, FALSE), SC_CLOSE, MF_BYCOMMAND), UINT{MF_DEFAULT});
 }

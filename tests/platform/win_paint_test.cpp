@@ -80,3 +80,98 @@ TEST_F(WinPaint, ThePaintRecordTellsWhatIsLeftToDo) {
   spoil(a, 1, 2, 3, 4, TRUE), pump(), spoil(a, 5, 6, 7, 8), pump();
   EXPECT_EQ(seen, "0,0,300,200 erase; 0,0,0,0; 5,6,7,8; 0,0,0,0; ");
 }
+
+// Paints in a procedure, and tells of each window which part was left to do and which part it may draw on.
+class WinClip : public DesktopTest {
+ protected:
+  std::string seen;
+
+  void SetUp() override {
+    answer = [this](HWND window, UINT message, WPARAM, LPARAM, LRESULT &) {
+      if (message != WM_PAINT) return false;
+      PAINTSTRUCT paint{};
+      RECT clip{}, update{};
+      GetUpdateRect(window, &update, FALSE);
+      GetClipBox(BeginPaint(window, &paint), &clip);
+      seen += names[window] + ' ' + rectText(update) + " in " + rectText(paint.rcPaint) + '\n';
+      EXPECT_EQ(rectText(clip), rectText(paint.rcPaint)) << names[window];
+      return EndPaint(window, &paint) != FALSE;
+    };
+  }
+  std::string painted(const std::function<void()> &act) {
+    pump(50), seen.clear(), act(), pump(50);
+    return seen;
+  }
+};
+
+TEST_F(WinClip, WhatNobodySeesIsNotPainted) {
+  const HWND a = make("A", kPopup, 100, 100, 300, 200), beside = make("O", kChild, 400, 20, 100, 80, a);
+  const HWND above = make("N", kChild, -300, -300, 100, 80, a), half = make("H", kChild, 250, 150, 100, 100, a);
+  const HWND clipped = make("I", kChild, 60, 60, 30, 30, half), empty = make("E", kChild, 0, 0, 0, 0, a);
+  EXPECT_EQ(painted([&] { RedrawWindow(a, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN); }),
+            "A 0,0,300,200 in 0,0,300,200\nH 0,0,50,50 in 0,0,50,50\n");
+  EXPECT_EQ(painted([&] { InvalidateRect(half, nullptr, FALSE); }), "H 0,0,50,50 in 0,0,50,50\n");
+  for (const HWND unseen : {beside, above, clipped, empty})
+    EXPECT_EQ(painted([&] { InvalidateRect(unseen, nullptr, FALSE), UpdateWindow(unseen); }), "") << names[unseen];
+  const HWND w = make("W", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 400, 300, 200),
+             k = make("K", kChild, 20, 20, 100, 80, w);
+  EXPECT_EQ(painted([&] { ShowWindow(w, SW_MINIMIZE); }), "");
+  EXPECT_EQ(painted([&] { InvalidateRect(w, nullptr, TRUE), InvalidateRect(k, nullptr, TRUE), UpdateWindow(w); }), "");
+  EXPECT_FALSE(GetUpdateRect(w, nullptr, FALSE));
+  EXPECT_FALSE(GetUpdateRect(k, nullptr, FALSE));
+  EXPECT_EQ(painted([&] { ShowWindow(w, SW_RESTORE); }), "W 0,0,292,173 in 0,0,292,173\nK 0,0,100,80 in 0,0,100,80\n");
+}
+
+TEST_F(WinClip, OnlyWhatIsSeenIsPainted) {
+  const HWND a = make("A", kPopup, 100, 100, 300, 200);
+  make("C", kChild, 20, 20, 100, 80, a);
+  const HWND t = make("T", kChild | WS_CLIPSIBLINGS, 60, 60, 60, 60, a); // below C
+  EXPECT_EQ(painted([&] { InvalidateRect(t, nullptr, FALSE); }), "T 0,0,60,60 in 0,40,60,60\n");
+  DestroyWindow(t);
+  const std::string all = "A 0,0,300,200 in 0,0,300,200\nC 0,0,100,80 in 0,0,100,80\n";
+  const HWND cover = make("V", kPopup, 150, 50, 100, 400); // other top-level windows have pixels of their own
+  EXPECT_EQ(painted([&] { InvalidateRect(a, nullptr, FALSE); }), all);
+  DestroyWindow(cover);
+  // Wine cuts at places that 32 divides
+  EXPECT_EQ(painted([&] { MoveWindow(a, -50, -40, 300, 200, TRUE), InvalidateRect(a, nullptr, FALSE); }),
+            onWine() ? "A 0,0,300,200 in 32,32,300,200\nC 0,0,100,80 in 12,12,100,80\n"
+                     : "A 0,0,300,200 in 50,40,300,200\nC 0,0,100,80 in 30,20,100,80\n");
+  EXPECT_EQ(painted([&] { MoveWindow(a, 1200, 950, 300, 200, TRUE), InvalidateRect(a, nullptr, FALSE); }),
+            onWine() ? "A 0,0,300,200 in 0,0,96,96\nC 0,0,100,80 in 0,0,76,76\n"
+                     : "A 0,0,300,200 in 0,0,80,74\nC 0,0,100,80 in 0,0,60,54\n");
+  EXPECT_EQ(painted([&] { MoveWindow(a, 100, 100, 300, 200, TRUE), InvalidateRect(a, nullptr, FALSE); }), all);
+  SetWindowLongA(a, GWL_STYLE, static_cast<LONG>(kPopup | WS_CLIPCHILDREN));
+  EXPECT_EQ(painted([&] { spoil(a, 10, 30, 50, 50); }), "A 10,30,50,50 in 10,30,20,50\n");
+}
+
+TEST_F(WinPaint, AContextOfAWholeWindowBeginsAtItsFrame) {
+  const HWND a = make("A", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 300, 200);
+  const HWND c = make("C", kChild | WS_BORDER, 20, 20, 100, 80, a);
+  const HBRUSH red = CreateSolidBrush(RGB(255, 0, 0)), blue = CreateSolidBrush(RGB(0, 0, 255));
+  pump(50);
+  const auto fill = [](HDC dc, RECT rect, HBRUSH brush) { FillRect(dc, &rect, brush); };
+  const auto box = [](HDC dc) {
+    RECT rect{};
+    GetClipBox(dc, &rect);
+    return rectText(rect);
+  };
+  HDC dc = GetDC(a);
+  EXPECT_EQ(box(dc), "0,0,292,173");
+  fill(dc, {0, 0, 292, 173}, red), ReleaseDC(a, dc), dc = GetDCEx(a, nullptr, DCX_WINDOW);
+  EXPECT_EQ(box(dc), "0,0,300,200");
+  EXPECT_EQ(GetPixel(dc, 4, 23), RGB(255, 0, 0)); // the client area's first
+  EXPECT_EQ(GetPixel(dc, 300, 200), CLR_INVALID);
+  fill(dc, {4, 23, 14, 33}, blue), fill(dc, {50, 60, 52, 62}, blue), fill(dc, {0, 0, 300, 4}, blue);
+  ReleaseDC(a, dc), dc = GetDC(a);
+  const std::pair<POINT, COLORREF> pixels[] = {
+      {{0, 0}, RGB(0, 0, 255)},   {{9, 9}, RGB(0, 0, 255)},   {{10, 10}, RGB(255, 0, 0)}, {{45, 37}, RGB(255, 0, 0)},
+      {{46, 37}, RGB(0, 0, 255)}, {{47, 38}, RGB(0, 0, 255)}, {{48, 39}, RGB(255, 0, 0)}, {{20, 0}, RGB(255, 0, 0)}};
+  for (const auto &[at, color] : pixels) EXPECT_EQ(GetPixel(dc, at.x, at.y), color) << at.x << ',' << at.y;
+  ReleaseDC(a, dc), dc = GetDC(c);
+  EXPECT_EQ(box(dc), "0,0,98,78");
+  ReleaseDC(c, dc), dc = GetDCEx(c, nullptr, DCX_WINDOW);
+  EXPECT_EQ(box(dc), "0,0,100,80");
+  fill(dc, {1, 1, 2, 2}, blue), ReleaseDC(c, dc), dc = GetDC(c);
+  EXPECT_EQ(GetPixel(dc, 0, 0), RGB(0, 0, 255));
+  ReleaseDC(c, dc), DeleteObject(red), DeleteObject(blue);
+}

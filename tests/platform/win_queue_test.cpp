@@ -1,4 +1,5 @@
 #include "support/desktop.h"
+#include "support/input.h"
 
 #include <atomic>
 #include <thread>
@@ -99,4 +100,39 @@ TEST_F(WinQueue, NothingIsLostBetweenManyThreads) {
   for (std::thread &thread : threads) thread.join();
   EXPECT_TRUE(wrong == 0 && retrieved == 8 * 2001 && got == std::vector<LPARAM>(8, 2000));
   for (const HWND window : windows) EXPECT_TRUE(!IsWindow(window) && !SendMessageA(window, WM_USER, 0, 1));
+}
+
+TEST_F(WinQueue, EveryKindWaitsForThoseBeforeIt) {
+  const HWND a = make("A", WS_POPUP | WS_VISIBLE, 100, 100, 200, 200);
+  SetActiveWindow(a), move(a, 50, 50), pump(50);
+  std::vector<std::string> got;
+  const auto take = [&](UINT first, UINT last, UINT remove, HWND window = nullptr) {
+    MSG message{};
+    const bool any = PeekMessageA(&message, window, first, last, remove);
+    if (message.message == WM_PAINT && remove) ValidateRect(a, nullptr);
+    got.push_back(!any                                ? "none"
+                  : message.message == WM_QUIT        ? "quit " + std::to_string(message.wParam)
+                  : message.message == WM_LBUTTONDOWN ? "press"
+                  : message.message == WM_LBUTTONUP   ? "release"
+                  : message.message == WM_PAINT       ? "paint"
+                  : message.message == WM_TIMER       ? "timer"
+                                                      : "posted " + std::to_string(message.message - WM_USER));
+  };
+  std::atomic<bool> sending{};
+  answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT &) {
+    if (message == WM_USER) got.push_back("sent");
+    return message == WM_USER;
+  };
+  SetTimer(a, 1, 10, nullptr), InvalidateRect(a, nullptr, FALSE), click();
+  PostQuitMessage(1), PostQuitMessage(2), PostMessageA(a, WM_USER + 1, 0, 0);
+  std::thread sender([&] { sending = true, SendMessageA(a, WM_USER, 0, 0); });
+  while (!sending) Sleep(1);
+  Sleep(100);
+  for (const UINT kind : {UINT{WM_USER + 7}, UINT{WM_LBUTTONUP}, UINT{WM_PAINT}, UINT{WM_TIMER}})
+    take(kind, kind, PM_NOREMOVE, a); // the end of the program passes every filter
+  for (int i = 0; i < 6; ++i) take(0, 0, PM_REMOVE);
+  sender.join(), KillTimer(a, 1);
+  for (int i = 0; i < 2; ++i) take(0, 0, PM_REMOVE);
+  EXPECT_EQ(got, (std::vector<std::string>{"sent", "quit 2", "quit 2", "quit 2", "quit 2", "posted 1", "quit 2",
+                                           "press", "release", "paint", "timer", "none", "none"}));
 }

@@ -1,13 +1,16 @@
 #include "support/desktop.h"
 
+#include <mutex>
 #include <sstream>
 #include <utility>
 
 namespace {
 
+std::mutex lock; // of what follows, since windows of several threads write
 std::string written;
-std::string recorded;  // groups
-const MSG *dispatched; // until the window procedure has it
+std::string recorded;               // groups
+std::map<HWND, DWORD> makers;       // threads of the windows
+thread_local const MSG *dispatched; // until the window procedure has it
 
 // Name, group, and what is carried, see carried().
 const std::pair<UINT, std::string> kMessages[] = {
@@ -24,8 +27,11 @@ const std::pair<UINT, std::string> kMessages[] = {
     {WM_PARENTNOTIFY, "NOTIFY Le"},          {WM_DESTROY, "DESTROY Ln"},    {WM_SIZE, "SIZE Lnp"},
     {WM_KILLFOCUS, "KILLFOCUS Fw"},          {WM_ERASEBKGND, "ERASE E"},    {WM_MOVE, "MOVE Lnp"},
     {WM_SYSKEYDOWN, "SYSDOWN Knk"},          {WM_MOUSELEAVE, "LEAVE M"},    {WM_CHAR, "CHAR Knk"},
-    {WM_SYSCOMMAND, "COMMAND Ln"},           {WM_SYSKEYUP, "SYSUP Knk"},    {WM_KEYUP, "UP Knk"},
-    {WM_LBUTTONDOWN, "LDOWN Mnp"},           {WM_SHOWWINDOW, "SHOW Ln"}};
+    {WM_SYSCOMMAND, "COMMAND Lnk"},          {WM_SYSKEYUP, "SYSUP Knk"},    {WM_KEYUP, "UP Knk"},
+    {WM_LBUTTONDOWN, "LDOWN Mnp"},           {WM_SHOWWINDOW, "SHOW Ln"},    {WM_MBUTTONUP, "MUP Mnp"},
+    {WM_NCLBUTTONDBLCLK, "NCLDOUBLE Mnp"},   {WM_NCLBUTTONUP, "NCLUP Mnp"}, {WM_NCHITTEST, "HIT Tp"},
+    {WM_STYLECHANGED, "STYLED Xy"},          {WM_CHILDACTIVATE, "CHILD X"}, {WM_SETTEXT, "TEXT X"},
+    {WM_MBUTTONDOWN, "MDOWN Mnp"},           {WM_CANCELMODE, "CANCEL X"},   {WM_QUERYOPEN, "OPEN X"}};
 
 // The name of a message, and its group and letters.
 std::pair<std::string, std::string> known(UINT message) {
@@ -51,6 +57,7 @@ std::string carried(char letter, HWND window, WPARAM wParam, LPARAM lParam) {
   const int x = static_cast<short>(LOWORD(lParam)), y = static_cast<short>(HIWORD(lParam));
   const auto *place = reinterpret_cast<const WINDOWPOS *>(lParam);
   const auto *birth = reinterpret_cast<const CREATESTRUCTA *>(lParam);
+  const auto *styles = reinterpret_cast<const STYLESTRUCT *>(lParam);
   RECT part{};
   switch (letter) {
   case 'n': return !static_cast<DWORD>(wParam) ? "" : text(' ', std::hex, static_cast<DWORD>(wParam));
@@ -63,6 +70,7 @@ std::string carried(char letter, HWND window, WPARAM wParam, LPARAM lParam) {
   case 'c': return text(' ', birth->x, ',', birth->y, ' ', birth->cx, 'x', birth->cy);
   case 'r': return ' ' + rectText(*reinterpret_cast<const RECT *>(lParam));
   case 'u': return GetUpdateRect(window, &part, FALSE) ? ' ' + rectText(part) : "";
+  case 'y': return text(' ', std::hex, styles->styleOld, '>', styles->styleNew);
   case 'h': return text(' ', x, ' ', known(HIWORD(lParam)).first);
   default: // of a child: a click, or its creation or end with its id
     return ' ' + known(LOWORD(wParam)).first +
@@ -70,15 +78,26 @@ std::string carried(char letter, HWND window, WPARAM wParam, LPARAM lParam) {
   }
 }
 
+void writeLine(HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool queued) {
+  const std::lock_guard held(lock);
+  const DWORD thread = GetCurrentThreadId();
+  if (message == WM_NCCREATE) {
+    DesktopTest::names[window] = reinterpret_cast<const CREATESTRUCTA *>(lParam)->lpszName;
+    makers[window] = thread;
+  }
+  const auto [name, letters] = known(message);
+  if (recorded.find(letters[0]) == std::string::npos) return;
+  const auto maker = makers.find(window);
+  written += (written.empty() ? "" : "\n") + nameOf(reinterpret_cast<LPARAM>(window));
+  written += maker == makers.end() || maker->second == thread ? "" : " on another thread";
+  written += (queued ? "< " : ": ") + name;
+  for (const char letter : letters.substr(1)) written += carried(letter, window, wParam, lParam);
+}
+
 LRESULT CALLBACK write(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   const bool queued = dispatched && dispatched->hwnd == window && dispatched->message == message;
   if (queued) dispatched = nullptr;
-  if (message == WM_NCCREATE) DesktopTest::names[window] = reinterpret_cast<const CREATESTRUCTA *>(lParam)->lpszName;
-  const auto [name, letters] = known(message);
-  if (recorded.find(letters[0]) != std::string::npos) {
-    written += (written.empty() ? "" : "\n") + nameOf(reinterpret_cast<LPARAM>(window)) + (queued ? "< " : ": ") + name;
-    for (const char letter : letters.substr(1)) written += carried(letter, window, wParam, lParam);
-  }
+  writeLine(window, message, wParam, lParam, queued);
   LRESULT result = 0;
   const DesktopTest::Answer answer = DesktopTest::answer; // a copy: it may be replaced while it runs
   return answer && answer(window, message, wParam, lParam, result) ? result
@@ -92,28 +111,35 @@ DesktopTest::~DesktopTest() {
   answer = nullptr;
   for (const auto &[window, title] : names) DestroyWindow(window); // many are gone
   pump(30);
-  names.clear();
+  names.clear(), makers.clear();
 }
 
 HWND DesktopTest::make(const char *title, DWORD style, int x, int y, int width, int height, HWND parent,
-                       UINT classStyle) {
-  const std::string name = "recorded " + std::to_string(classStyle);
+                       UINT classStyle, LPCSTR cursor) {
+  std::string name = "recorded " + std::to_string(classStyle);
+  if (cursor != IDC_ARROW) name += ' ' + std::to_string(reinterpret_cast<UINT_PTR>(cursor));
   WNDCLASSA windowClass{};
   windowClass.style = classStyle, windowClass.lpfnWndProc = write, windowClass.lpszClassName = name.c_str();
-  windowClass.hCursor = LoadCursorA(nullptr, IDC_ARROW), windowClass.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
+  windowClass.hCursor = cursor ? LoadCursorA(nullptr, cursor) : nullptr,
+  windowClass.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
   RegisterClassA(&windowClass); // fails from the second time on
   return CreateWindowExA(0, name.c_str(), title, style, x, y, width, height, parent, nullptr, nullptr, nullptr);
 }
 
 void DesktopTest::record(const std::string &groups) {
+  const std::lock_guard held(lock);
   recorded = groups;
   written.clear();
 }
 
-std::string DesktopTest::take() { return std::exchange(written, {}); }
+std::string DesktopTest::take() {
+  const std::lock_guard held(lock);
+  return std::exchange(written, {});
+}
 
 std::string DesktopTest::pump(DWORD milliseconds) {
   MSG message;
+  dispatched = nullptr; // an exception may have left one behind
   for (const DWORD start = GetTickCount(); GetTickCount() - start <= milliseconds; Sleep(1))
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
       TranslateMessage(&message);
@@ -139,4 +165,17 @@ std::string screenRect(HWND window) {
   RECT rect{};
   GetWindowRect(window, &rect);
   return rectText(rect);
+}
+
+bool onWine() {
+  static const bool wine = GetProcAddress(LoadLibraryA("ntdll"), "wine_get_version") != nullptr;
+  return wine;
+}
+
+bool onWindows() {
+#ifdef _WIN32
+  return true;
+#else
+  return false;
+#endif
 }

@@ -10,6 +10,7 @@ using Keys = std::array<BYTE, 256>; // bit 7 down, bit 0 toggled
 struct Devices {
   std::optional<POINT> pointer;
   Serial pointerSerial = 0;                           // of movements by the program
+  std::pair<HWND, LPARAM> told;                       // the window that heard of the pointer last, and where
   HWND pointerTop = nullptr;                          // the top-level window that the desktop has seen under it
   std::chrono::steady_clock::time_point pointerAsked; // where it is, of the desktop
   Keys keys{};

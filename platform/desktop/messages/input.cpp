@@ -80,7 +80,8 @@ MSG keyMessage(const Queue &queue, const Input &input, HWND window) {
   const bool control = isDown(queue.keys, VK_CONTROL);
   // Alt goes up as a key of the system only when it was pressed alone
   const bool system = !queue.focus || isF10 || (!down && isAlt ? queue.altAlone : alt && !control);
-  LPARAM details = 1 | static_cast<LPARAM>(input.scan) << 16;
+  const WORD scan = key == VK_SHIFT ? input.scan & 0xFF : input.scan; // neither Shift counts as extended
+  LPARAM details = 1 | static_cast<LPARAM>(scan) << 16;
   if (alt && (down || !isAlt) && !isF10) details |= 1 << 29;
   if (isDown(queue.keys, key)) details |= 1 << 30;
   if (!down) details |= static_cast<LPARAM>(UINT32_C(1) << 31);
@@ -112,6 +113,7 @@ bool takeMouse(Queue &queue, const Input &input, const Target &target, MSG &mess
     above::send(target.window, WM_SETCURSOR, reinterpret_cast<WPARAM>(target.window), what);
     return false;
   }
+  devices().told = {target.window, message.lParam};
   applyKeys(queue.keys, input);
   message.wParam = target.hit == HTCLIENT ? mouseFlags(queue.keys) : static_cast<WPARAM>(target.hit);
   if (pressed && isDoubleClick(queue, target.window, input.message, target.hit, input))
@@ -134,7 +136,10 @@ void takeKey(Queue &queue, const Input &input) {
 bool takeAction(Queue &queue, const Input &input, const Target &target, MSG &message) {
   switch (input.kind) {
   case Input::Kind::mouse: return takeMouse(queue, input, target, message);
-  case Input::Kind::wheel: return true;
+  case Input::Kind::wheel:
+    above::send(target.window, WM_SETCURSOR, reinterpret_cast<WPARAM>(target.window),
+                MAKELPARAM(HTCLIENT, input.message));
+    return above::queueOfWindow(target.window) != nullptr;
   case Input::Kind::key: takeKey(queue, input); return true;
   case Input::Kind::text:
     for (const char c : input.text) post(queue, messageFor(target.window, WM_CHAR, static_cast<BYTE>(c), 1));
@@ -208,9 +213,12 @@ bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG 
 
 void lookUnderPointer() {
   if (theScreen().isSeen() && !devices().pointerTop) return; // it is over other programs
-  const HWND under = above::placedAt(cursorPosition(), devices().pointerTop);
+  const POINT at = cursorPosition();
+  const HWND under = above::placedAt(at, devices().pointerTop);
   const std::shared_ptr<Queue> queue = above::queueOfWindow(under);
   if (!queue) return;
+  const POINT origin = above::clientOrigin(under);
+  if (devices().told == std::pair(under, pointOf({at.x - origin.x, at.y - origin.y}))) return;
   queue->pointerDue = true;
   queue->wake();
 }
@@ -237,10 +245,11 @@ BOOL TranslateMessage(const MSG *message) {
     std::string text = std::exchange(queue.typed, {});
     if (!std::exchange(queue.hasTyped, false)) {
       const auto vk = static_cast<BYTE>(message->wParam);
-      const char typed = isDown(queue.keys, VK_CONTROL) && vk >= 'A' && vk <= 'Z'
+      const bool control = isDown(queue.keys, VK_CONTROL);
+      const char typed = control && vk >= 'A' && vk <= 'Z'
                              ? static_cast<char>(vk - 'A' + 1)
                              : characterOf(vk, isDown(queue.keys, VK_SHIFT), queue.keys[VK_CAPITAL] & 1);
-      if (typed) text = typed;
+      if (typed && !(control && isDown(queue.keys, VK_MENU))) text = typed;
     }
     const UINT kind = message->message == WM_KEYDOWN ? WM_CHAR : WM_SYSCHAR;
     for (const char c : text) post(queue, messageFor(message->hwnd, kind, static_cast<BYTE>(c), message->lParam));

@@ -72,7 +72,8 @@ class Queue : public std::enable_shared_from_this<Queue> {
   std::array<BYTE, 256> keys{}; // as of the last message taken; bit 7 down, bit 0 toggled
   std::string typed;            // what the last key message taken types, where the desktop has told it
   bool hasTyped = false;
-  bool altAlone = false; // Alt or F10 went down, and no other key since
+  bool altAlone = false; // Alt went down, and no other key since
+  BYTE menuKey = 0;      // Alt or F10, for the default procedure, as long as nothing came since it went down
   MSG lastClick{};       // the last press of a button, for double clicks
   int serving = 0;       // sent messages of other threads under way
 

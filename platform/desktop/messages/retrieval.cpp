@@ -167,6 +167,37 @@ LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   });
 }
 
+LRESULT SendMessageTimeoutA(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT, UINT timeout,
+                            ULONG_PTR *result) {
+  return locked<LRESULT>(0, [&]() -> LRESULT {
+    const std::shared_ptr<Queue> queue = above::queueOfWindowOrFail(window);
+    if (!queue) return 0;
+    LRESULT answer;
+    if (queue == currentQueue()) {
+      answer = above::call(window, message, wParam, lParam);
+    } else {
+      const auto sent = std::make_shared<Sent>(Sent{window, message, wParam, lParam, {}, 0, false, nullptr});
+      if (!sendTo(*queue, sent, std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout)))
+        return failWith(ERROR_TIMEOUT);
+      answer = sent->result;
+    }
+    if (result) *result = static_cast<ULONG_PTR>(answer);
+    return 1;
+  });
+}
+
+BOOL SendNotifyMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return locked<BOOL>(FALSE, [&]() -> BOOL {
+    const std::shared_ptr<Queue> queue = above::queueOfWindowOrFail(window);
+    if (!queue) return FALSE;
+    if (queue == currentQueue())
+      above::call(window, message, wParam, lParam);
+    else
+      sendNotice(*queue, std::make_shared<Sent>(Sent{window, message, wParam, lParam, {}, 0, false, nullptr}));
+    return TRUE;
+  });
+}
+
 BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     if (!window) return post(*currentQueue(), messageFor(nullptr, message, wParam, lParam));

@@ -71,3 +71,7 @@ int GetSystemMetrics(int index) {
   default: return fixedMetric(index);
   }
 }
+
+BOOL SetProcessDPIAware() { return useRealPixels(); }
+
+BOOL IsProcessDPIAware() { return usesRealPixels(); }

@@ -13,7 +13,9 @@ HDC openClientDc(const Window &window, const QRegion &region) {
 HDC openWholeDc(const Window &window) {
   const POINT client = originInSurface(window);
   const QPoint origin(client.x + window.rect.left - window.client.left, client.y + window.rect.top - window.client.top);
-  return openWindowDc(window.handle, surfaceOf(window), origin, visibleWhole(window));
+  const bool framed = window.isTopLevel() && isOpen(window);
+  const QRegion visible = framed ? QRegion(QRect(origin, toQt(window.rect).size())) : visibleWhole(window);
+  return openWindowDc(window.handle, surfaceOf(window), origin, visible);
 }
 
 } // namespace platform

@@ -1,6 +1,7 @@
 // The beginning and the end of windows.
 
 #include "platform/desktop/drawing/surface.h"
+#include "platform/desktop/guards.h"
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/above.h"
 #include "platform/desktop/windows/classes.h"
@@ -8,6 +9,7 @@
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/onscreen.h"
 #include "platform/desktop/windows/placing.h"
+#include "platform/desktop/windows/states.h"
 #include "platform/desktop/windows/update.h"
 
 #include <algorithm>
@@ -128,6 +130,7 @@ WindowRef makeRecord(const Creation &creation) {
     if (creation.parent) {
       window->owner = &rootOf(*creation.parent);
       window->owner->owned.push_back(window.get());
+      window->exStyle |= window->owner->exStyle & WS_EX_TOPMOST; // above its owner
     }
     const bool topmost = window->exStyle & WS_EX_TOPMOST;
     Window *above = nullptr;
@@ -176,16 +179,17 @@ HWND createWindow(Creation &creation) {
   const WindowRef window = makeRecord(creation);
   if (!window) return nullptr;
   const HWND handle = window->handle;
+  const OnThrow unborn([&] { // it goes without a word
+    if (window->alive) discard(window);
+  });
   if (!introduce(window, create)) {
     if (window->alive) finish(window);
     return nullptr;
   }
-  if (wanted & (WS_MINIMIZE | WS_MAXIMIZE)) {
-    window->style &= ~(WS_MINIMIZE | WS_MAXIMIZE);
-    if (wanted & WS_VISIBLE) showWindow(window, wanted & WS_MAXIMIZE ? SW_SHOWMAXIMIZED : SW_SHOWMINIMIZED);
-  }
+  startInState(window, wanted);
   if (window->alive && window->isChild() && !(window->exStyle & WS_EX_NOPARENTNOTIFY)) notifyParent(window, WM_CREATE);
-  if (window->alive && (wanted & WS_VISIBLE) && !window->is(WS_VISIBLE)) showWindow(window, SW_SHOW);
+  if (window->alive && (wanted & WS_VISIBLE) && !window->is(WS_VISIBLE))
+    showWindow(window, (wanted & (WS_MINIMIZE | WS_MAXIMIZE)) == WS_MINIMIZE ? SW_SHOWMINIMIZED : SW_SHOW);
   return window->alive ? handle : nullptr;
 }
 

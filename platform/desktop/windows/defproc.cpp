@@ -7,6 +7,7 @@
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/onscreen.h"
 #include "platform/desktop/windows/placing.h"
+#include "platform/desktop/windows/states.h"
 #include "platform/desktop/windows/update.h"
 #include "platform/kernel/codepage.h"
 
@@ -23,10 +24,7 @@ void sendSizeAndMove(const WindowRef &window, UINT flags) {
   if (!(flags & kNoClientMove)) send(window, WM_MOVE, 0, lParamOf(window->client.left, window->client.top));
   if (window->alive && (!(flags & kNoClientSize) || (flags & kStateChanged))) {
     const RECT area = window->clientArea();
-    const WPARAM kind = window->is(WS_MINIMIZE)   ? SIZE_MINIMIZED
-                        : window->is(WS_MAXIMIZE) ? SIZE_MAXIMIZED
-                                                  : SIZE_RESTORED;
-    send(window, WM_SIZE, kind, lParamOf(area.right, area.bottom));
+    send(window, WM_SIZE, sizeKind(*window), lParamOf(area.right, area.bottom));
   }
 }
 
@@ -82,16 +80,21 @@ HCURSOR frameCursor(int hit) {
   }
 }
 
+// The parents are asked first, but not about a border that sizes. By default the cursor is that of the window under the
+// pointer, whoever answers.
 LRESULT chooseCursor(const WindowRef &window, WPARAM wParam, LPARAM lParam) {
-  if (window->isChild() && window->parent->parent && send(refOf(window->parent), WM_SETCURSOR, wParam, lParam))
-    return TRUE;
   const int hit = static_cast<short>(LOWORD(lParam));
+  const bool sizes = hit >= HTLEFT && hit <= HTBOTTOMRIGHT;
+  if (!sizes && window->isChild() && window->parent->parent &&
+      send(refOf(window->parent), WM_SETCURSOR, wParam, lParam))
+    return TRUE;
   if (hit != HTCLIENT) {
     SetCursor(frameCursor(hit));
     return TRUE;
   }
-  if (!window->windowClass->cursor) return FALSE;
-  SetCursor(window->windowClass->cursor);
+  const WindowRef under = windowOrNone(reinterpret_cast<HWND>(wParam));
+  if (!under || !under->windowClass->cursor) return FALSE;
+  SetCursor(under->windowClass->cursor);
   return TRUE;
 }
 
@@ -136,13 +139,34 @@ LRESULT framePressed(const WindowRef &window, WPARAM hit, LPARAM at) {
   }
 }
 
-LRESULT systemKey(const WindowRef &window, WPARAM wParam, LPARAM lParam) {
-  constexpr LPARAM kAlt = 1 << 29;
-  if (wParam == VK_F4 && (lParam & kAlt)) {
+constexpr LPARAM kAltIsDown = 1 << 29;
+
+// Alt or F10 that goes down and up again with nothing between calls the menu.
+LRESULT systemKeyDown(const WindowRef &window, WPARAM key, LPARAM lParam) {
+  BYTE &menuKey = window->queue->menuKey;
+  if (lParam & kAltIsDown) {
+    menuKey = key == VK_MENU && menuKey != VK_MENU ? VK_MENU : 0;
     const WindowRef root = refOf(&rootOf(*window));
-    if (!closeIsDisabled(*root)) post(*root->queue, messageFor(root->handle, WM_SYSCOMMAND, SC_CLOSE, 0));
+    if (key == VK_F4 && !closeIsDisabled(*root))
+      post(*root->queue, messageFor(root->handle, WM_SYSCOMMAND, SC_CLOSE, 0));
+  } else if (key == VK_F10) {
+    menuKey = VK_F10;
   }
   return 0;
+}
+
+LRESULT keyUp(const WindowRef &window, WPARAM key) {
+  const BYTE menuKey = std::exchange(window->queue->menuKey, BYTE{0});
+  if (menuKey && key == menuKey) send(refOf(&rootOf(*window)), WM_SYSCOMMAND, SC_KEYMENU, 0);
+  return 0;
+}
+
+// A letter with Alt calls the menu with it. The blank is for the system menu, which a child doesn't have.
+LRESULT systemCharacter(const WindowRef &window, WPARAM character, LPARAM lParam) {
+  window->queue->menuKey = 0;
+  if (!(lParam & kAltIsDown) || !character || character == VK_TAB || character == VK_ESCAPE) return 0;
+  if (character == VK_SPACE && window->isChild()) return send(refOf(window->parent), WM_SYSCHAR, character, lParam);
+  return send(window, WM_SYSCOMMAND, SC_KEYMENU, static_cast<LPARAM>(character));
 }
 
 LRESULT setRedraw(const WindowRef &window, WPARAM on) {
@@ -206,8 +230,10 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
       if (window->queue->capture == handle) setCapture(*window->queue, nullptr);
       return 0;
     case WM_SYSCOMMAND: return command(window, wParam);
-    case WM_SYSKEYDOWN: return systemKey(window, wParam, lParam);
-    case WM_SYSKEYUP: return wParam == VK_MENU ? send(refOf(&rootOf(*window)), WM_SYSCOMMAND, SC_KEYMENU) : 0;
+    case WM_SYSKEYDOWN: return systemKeyDown(window, wParam, lParam);
+    case WM_KEYUP:
+    case WM_SYSKEYUP: return keyUp(window, wParam);
+    case WM_SYSCHAR: return systemCharacter(window, wParam, lParam);
     case WM_NCLBUTTONDOWN: return framePressed(window, wParam, lParam);
     case WM_NCLBUTTONDBLCLK:
       if (wParam == HTCAPTION && (window->style & WS_MAXIMIZEBOX))

@@ -3,6 +3,7 @@
 
 #include "platform/desktop/windows/drag.h"
 
+#include "platform/desktop/guards.h"
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/input.h"
 #include "platform/desktop/windows/focus.h"
@@ -60,6 +61,9 @@ void dragFrame(const WindowRef &window, WPARAM hit, LPARAM at) {
   if (!window->alive) return;
   const Sides sides = sidesOf(hit);
   setCapture(*window->queue, window->handle);
+  const OnThrow released([&] {
+    if (window->queue->capture == window->handle) window->queue->capture = nullptr;
+  });
   send(window, WM_ENTERSIZEMOVE);
   MSG message;
   while (window->alive && window->queue->capture == window->handle && GetMessageA(&message, nullptr, 0, 0) > 0) {

@@ -1,5 +1,6 @@
 #include "platform/desktop/windows/focus.h"
 
+#include "platform/desktop/guards.h"
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/above.h"
 #include "platform/desktop/windows/onscreen.h"
@@ -23,6 +24,9 @@ HWND moveFocus(const WindowRef &window) {
   const HWND old = queue.focus, handle = handleOf(window.get());
   if (old == handle) return old;
   queue.focus = handle;
+  const OnThrow stays([&] {
+    if (queue.focus == handle) queue.focus = old;
+  });
   if (const WindowRef before = windowOrNone(old)) {
     send(before, WM_KILLFOCUS, wParamOf(handle));
     if (queue.focus != handle) return old; // the message changed it again
@@ -145,11 +149,22 @@ BOOL EnableWindow(HWND window, BOOL enable) {
   });
 }
 
+namespace {
+
+// A window of this thread. Null, with the error set, for another one and for a handle that is none.
+WindowRef ownWindow(HWND handle) {
+  const WindowRef window = windowOf(handle);
+  if (!window || window->queue == currentQueue()) return window;
+  SetLastError(ERROR_ACCESS_DENIED);
+  return nullptr;
+}
+
+} // namespace
+
 HWND SetFocus(HWND window) {
   return locked<HWND>(nullptr, [&]() -> HWND {
-    const WindowRef target = window ? windowOf(window) : nullptr;
-    if (window && (!target || target->queue != currentQueue())) return nullptr;
-    return setFocus(target);
+    const WindowRef target = window ? ownWindow(window) : nullptr;
+    return window && !target ? nullptr : setFocus(target);
   });
 }
 
@@ -160,8 +175,8 @@ HWND GetFocus() {
 HWND SetActiveWindow(HWND window) {
   return locked<HWND>(nullptr, [&]() -> HWND {
     const HWND previous = currentQueue()->active;
-    const WindowRef target = window ? windowOf(window) : nullptr;
-    if (window && (!target || target->queue != currentQueue())) return nullptr;
+    const WindowRef target = window ? ownWindow(window) : nullptr;
+    if (window && !target) return nullptr;
     if (target && target->isChild()) return previous;
     return activate(target, Cause::program, true) ? previous : nullptr;
   });
@@ -175,7 +190,13 @@ BOOL SetForegroundWindow(HWND window) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     const WindowRef target = windowOf(window);
     if (!target || target->isChild()) return FALSE;
-    return onThreadOf<BOOL>(*target, FALSE, [&] { return target->alive && activate(target, Cause::program, true); });
+    if (target->queue == currentQueue()) return activate(target, Cause::program, true);
+    const auto sent = std::make_shared<Sent>(); // its own thread does it when it comes to it
+    sent->work = [target] {
+      if (target->alive) activate(target, Cause::program, true);
+    };
+    sendNotice(*target->queue, sent);
+    return TRUE;
   });
 }
 

@@ -41,8 +41,8 @@ void drawRing(Dc &dc, RECT &rect, COLORREF topLeft, COLORREF bottomRight) {
 } // namespace
 
 DWORD edgeStyle(DWORD style, DWORD exStyle) {
-  const bool edge = (exStyle & WS_EX_DLGMODALFRAME) || (style & (WS_DLGFRAME | WS_THICKFRAME));
-  return edge ? exStyle | WS_EX_WINDOWEDGE : exStyle & ~WS_EX_WINDOWEDGE;
+  const bool thick = style & (WS_DLGFRAME | WS_THICKFRAME) && !(exStyle & WS_EX_STATICEDGE);
+  return thick || exStyle & WS_EX_DLGMODALFRAME ? exStyle | WS_EX_WINDOWEDGE : exStyle & ~WS_EX_WINDOWEDGE;
 }
 
 Frame frameOf(DWORD style, DWORD exStyle) {

@@ -50,7 +50,7 @@ HMENU GetSystemMenu(HWND window, BOOL revert) {
       target->menu->handle = reinterpret_cast<HMENU>(++last);
       target->menu->items = {{SC_RESTORE, MF_ENABLED},  {SC_MOVE, MF_ENABLED},     {SC_SIZE, MF_ENABLED},
                              {SC_MINIMIZE, MF_ENABLED}, {SC_MAXIMIZE, MF_ENABLED}, {0, MF_SEPARATOR},
-                             {SC_CLOSE, MF_ENABLED}};
+                             {SC_CLOSE, MF_DEFAULT}};
       std::erase_if(systemMenus(), [](const auto &one) { return !windowOrNone(one.second); });
       systemMenus()[target->menu->handle] = window;
     }

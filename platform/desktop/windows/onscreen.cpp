@@ -54,7 +54,12 @@ Stand standOf(const Window &window) {
 void showOnScreen(Window &window) {
   if (!isShown(window)) return;
   OnScreen &known = window.onScreen;
-  known = {true, toQt(window.client), stateOf(window), known.placeSerial + 1, known.stateSerial + 1};
+  known = {true,
+           window.exStyle & WS_EX_TOPMOST ? true : false,
+           toQt(window.client),
+           stateOf(window),
+           known.placeSerial + 1,
+           known.stateSerial + 1};
   theScreen().show(window.handle, lookOf(window), standOf(window), known.placeSerial, known.state, known.stateSerial,
                    window.surface->picture());
 }
@@ -80,6 +85,14 @@ void placeOnScreen(Window &window) {
 
 void raiseOnScreen(Window &window) {
   if (window.onScreen.open) theScreen().raise(window.handle);
+}
+
+void bandsOnScreen() {
+  for (Window *window : desktopWindow().children) {
+    const bool topmost = window->exStyle & WS_EX_TOPMOST;
+    if (window->onScreen.open && window->onScreen.topmost != topmost) lookOnScreen(*window);
+    window->onScreen.topmost = topmost;
+  }
 }
 
 void lookOnScreen(Window &window) {

@@ -10,6 +10,8 @@ void hideOnScreen(Window &window);
 // Its place or its state may have changed.
 void placeOnScreen(Window &window);
 void raiseOnScreen(Window &window);
+// Windows may have become topmost, or are it no more.
+void bandsOnScreen();
 // Its title, styles, icon, owner or opacity may have changed.
 void lookOnScreen(Window &window);
 // It is no top-level window any more.

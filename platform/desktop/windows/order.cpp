@@ -1,3 +1,6 @@
+// Top-level windows stand in two bands, the topmost ones above all others. Windows stand above their owners, in the band
+// of these or in a higher one.
+
 #include "platform/desktop/windows/order.h"
 
 #include <algorithm>
@@ -15,20 +18,34 @@ bool belongsTo(const Window &window, const Window &other) {
   return false;
 }
 
+// The last of the siblings that a test accepts; null for none.
+template <typename Accepts> Window *lastSibling(const Window &window, Accepts accepts) {
+  Window *last = nullptr;
+  for (Window *sibling : window.parent->children)
+    if (sibling != &window && accepts(*sibling)) last = sibling;
+  return last;
+}
+
 // The sibling below which a window goes, for one of the HWND_... words or a sibling; null for the top.
-Window *placeInOrder(Window &window, HWND after) {
-  const std::vector<Window *> &siblings = window.parent->children;
-  const auto lastOf = [&](auto accepts) {
-    Window *last = nullptr;
-    for (Window *sibling : siblings)
-      if (sibling != &window && accepts(*sibling)) last = sibling;
-    return last;
-  };
-  if (after == HWND_BOTTOM) return lastOf([](const Window &) { return true; });
+Window *placeInOrder(const Window &window, HWND after) {
+  if (after == HWND_BOTTOM) return lastSibling(window, [](const Window &) { return true; });
   if (after == HWND_TOPMOST) return nullptr;
   if (after == HWND_TOP || after == HWND_NOTOPMOST)
-    return isTopmost(window) ? nullptr : lastOf([](const Window &one) { return isTopmost(one); });
+    return after == HWND_TOP && isTopmost(window) ? nullptr : lastSibling(window, isTopmost);
   return windowOrNone(after).get();
+}
+
+// Whether a window is topmost once it stands below another one.
+bool bandBelow(const Window &window, HWND after, const Window *above) {
+  if (after == HWND_TOPMOST) return true;
+  if (after == HWND_NOTOPMOST || after == HWND_BOTTOM || !window.isTopLevel()) return false;
+  if (after == HWND_TOP) return isTopmost(window);
+  if (!isTopmost(*above)) return false;
+  // between two topmost ones; behind the last one a normal window is the first of its band
+  const std::vector<Window *> &siblings = window.parent->children;
+  auto next = std::find(siblings.begin(), siblings.end(), above) + 1;
+  if (next != siblings.end() && *next == &window) ++next;
+  return isTopmost(window) || (next != siblings.end() && isTopmost(**next));
 }
 
 void relink(Window &window, Window *above) {
@@ -37,35 +54,46 @@ void relink(Window &window, Window *above) {
   link(window, parent, above);
 }
 
+void setBand(Window &window, bool topmost) {
+  window.exStyle = topmost ? window.exStyle | WS_EX_TOPMOST : window.exStyle & ~WS_EX_TOPMOST;
+}
+
+// What a window owns goes above it, in the order in which it is.
+// all: what stands above it already too.
+void bringOwned(Window &window, bool all) {
+  const std::vector<Window *> siblings = window.parent->children;
+  const auto self = std::find(siblings.begin(), siblings.end(), &window);
+  for (auto at = all ? siblings.begin() : self; at != siblings.end(); ++at) {
+    if (*at == &window || !belongsTo(**at, window)) continue;
+    const std::vector<Window *> &now = window.parent->children;
+    const auto place = std::find(now.begin(), now.end(), &window);
+    relink(**at, place == now.begin() ? nullptr : place[-1]);
+  }
+}
+
 } // namespace
 
 void reorder(Window &window, HWND after) {
-  if (after == HWND_TOPMOST) window.exStyle |= WS_EX_TOPMOST;
-  if (after == HWND_NOTOPMOST || after == HWND_BOTTOM) window.exStyle &= ~WS_EX_TOPMOST;
-  Window *above = placeInOrder(window, after);
+  Window *const above = placeInOrder(window, after);
   if (above == &window) return;
-  if (window.isTopLevel() && above && isTopmost(*above) != isTopmost(window) && after != HWND_BOTTOM) {
-    // among its own kind
-    above = isTopmost(window) ? nullptr : placeInOrder(window, HWND_TOP);
-  }
+  const bool topmost = bandBelow(window, after, above), changes = topmost != isTopmost(window);
   relink(window, above);
-  if (window.owned.empty()) return;
-  std::vector<Window *> owned; // from the lowest to the highest
-  for (auto at = window.parent->children.rbegin(); at != window.parent->children.rend(); ++at)
-    if (*at != &window && belongsTo(**at, window)) owned.push_back(*at);
-  for (Window *one : owned) {
-    const std::vector<Window *> &siblings = window.parent->children;
-    const auto self = std::find(siblings.begin(), siblings.end(), &window);
-    if (std::find(siblings.begin(), self, one) != self) continue; // above it already
-    if (isTopmost(window)) one->exStyle |= WS_EX_TOPMOST;
-    relink(*one, self == siblings.begin() ? nullptr : self[-1]);
+  if (changes)
+    for (Window *one : window.parent->children)
+      if (belongsTo(*one, window)) setBand(*one, topmost);
+  if (!window.owned.empty()) bringOwned(window, changes);
+  if (!changes || topmost) return;
+  // with a window its owners leave the band
+  for (Window *one = &window; one->owner && isTopmost(*one->owner); one = one->owner) {
+    setBand(*one->owner, false);
+    relink(*one->owner, one);
   }
 }
 
 bool isInPlace(Window &window, HWND after) {
   if (after == HWND_TOPMOST && !isTopmost(window)) return false;
-  if (after == HWND_NOTOPMOST && !isTopmost(window)) return true;
-  if (after == HWND_NOTOPMOST) return false;
+  if ((after == HWND_NOTOPMOST || after == HWND_BOTTOM) && isTopmost(window)) return false;
+  if (after == HWND_NOTOPMOST) return true;
   const std::vector<Window *> &siblings = window.parent->children;
   const auto self = std::find(siblings.begin(), siblings.end(), &window);
   const Window *above = self == siblings.begin() ? nullptr : self[-1];
@@ -75,7 +103,7 @@ bool isInPlace(Window &window, HWND after) {
     return std::all_of(siblings.begin(), self,
                        [&](const Window *one) { return isTopmost(*one) || belongsTo(*one, window); });
   }
-  return wanted == above;
+  return wanted == above || wanted == &window;
 }
 
 } // namespace platform

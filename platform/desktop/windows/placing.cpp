@@ -70,6 +70,15 @@ void refresh(Window &window, const Seen &before, const QRegion &due, UINT flags)
   if (!fresh.isEmpty() && isVisible(window)) invalidateInSurface(window, fresh, true);
 }
 
+bool isOrderWord(HWND after) {
+  return after == HWND_TOP || after == HWND_BOTTOM || after == HWND_TOPMOST || after == HWND_NOTOPMOST;
+}
+
+bool isPlace(const WINDOWPOS &position) {
+  return (position.flags & SWP_NOZORDER) || isOrderWord(position.hwndInsertAfter) ||
+         windowOrNone(position.hwndInsertAfter);
+}
+
 // A message of WM_WINDOWPOSCHANGING may change everything; after it, the flags say what really changes.
 void settleFlags(Window &window, WINDOWPOS &position) {
   UINT &flags = position.flags;
@@ -95,11 +104,9 @@ void settleFlags(Window &window, WINDOWPOS &position) {
     position.hwndInsertAfter = HWND_TOP;
   }
   if (flags & SWP_NOZORDER) return;
-  const HWND after = position.hwndInsertAfter;
-  const bool word = after == HWND_TOP || after == HWND_BOTTOM || after == HWND_TOPMOST || after == HWND_NOTOPMOST;
-  const WindowRef sibling = word ? nullptr : windowOrNone(after);
-  if ((!word && (!sibling || sibling->parent != window.parent || sibling.get() == &window)) || isInPlace(window, after))
-    flags |= SWP_NOZORDER;
+  const WindowRef sibling = isOrderWord(position.hwndInsertAfter) ? nullptr : windowOrNone(position.hwndInsertAfter);
+  const bool stranger = sibling && sibling->parent != window.parent; // of which nobody takes notice
+  if (stranger || isInPlace(window, position.hwndInsertAfter)) flags |= SWP_NOZORDER;
 }
 
 // Asks the window for its new client area where that can have changed.
@@ -158,7 +165,7 @@ void takeToScreen(Window &window, UINT flags) {
   else
     placeOnScreen(window);
   if (flags & SWP_NOZORDER) return;
-  lookOnScreen(window); // it may have become topmost
+  bandsOnScreen();
   if (window.parent->children.front() == &window) raiseOnScreen(window);
 }
 
@@ -173,6 +180,7 @@ void raise(Window &window) {
 
 bool setWindowPos(const WindowRef &window, WINDOWPOS position) {
   if (!window->parent) return false; // the desktop stays where it is
+  if (!isPlace(position)) return failWith(ERROR_INVALID_WINDOW_HANDLE);
   const Window *old = window->parent;
   position.hwnd = window->handle;
   if (!(position.flags & SWP_NOSENDCHANGING)) send(window, WM_WINDOWPOSCHANGING, 0, addressOf(position));
@@ -181,6 +189,7 @@ bool setWindowPos(const WindowRef &window, WINDOWPOS position) {
   RECT rect = window->rect;
   if (position.flags & SWP_NOMOVE) position.x = rect.left, position.y = rect.top;
   if (position.flags & SWP_NOSIZE) position.cx = window->width(), position.cy = window->height();
+  if (!isPlace(position)) position.flags |= SWP_NOZORDER; // as the message has left it
   const bool wasActive = isActive(*window);
   settleFlags(*window, position);
   rect = {position.x, position.y, position.x + position.cx, position.y + position.cy};
@@ -226,6 +235,11 @@ MINMAXINFO sizeLimits(const WindowRef &window) {
   MINMAXINFO limits{};
   limits.ptMaxSize = {area.right - area.left, area.bottom - area.top};
   limits.ptMaxPosition = {area.left, area.top};
+  if (window->isChild()) { // it fills its parent
+    const RECT parent = window->parent->clientArea();
+    limits.ptMaxSize = {parent.right, parent.bottom};
+    limits.ptMaxPosition = {0, 0};
+  }
   if (window->is(WS_THICKFRAME) || (window->style & (WS_CAPTION | WS_CHILD)) == WS_CAPTION) {
     const LONG edge = frame.left;
     limits.ptMaxSize = {limits.ptMaxSize.x + 2 * edge, limits.ptMaxSize.y + 2 * edge};

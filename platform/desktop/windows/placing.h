@@ -1,4 +1,4 @@
-// Where windows stand: position, size, order, visibility.
+// Where windows stand: position, size, order.
 #pragma once
 
 #include "platform/desktop/windows/window.h"
@@ -10,7 +10,6 @@ constexpr UINT kNoClientSize = 0x0800; // the client area kept its size
 constexpr UINT kNoClientMove = 0x1000; // and its place
 
 bool setWindowPos(const WindowRef &window, WINDOWPOS position);
-bool showWindow(const WindowRef &window, int command);
 // The limits of a window's size, as WM_GETMINMAXINFO leaves them.
 MINMAXINFO sizeLimits(const WindowRef &window);
 // Puts a top-level window in front of the others of its kind, with what it owns, without a message.

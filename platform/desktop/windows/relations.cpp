@@ -5,11 +5,21 @@
 #include "platform/desktop/windows/window.h"
 
 #include <algorithm>
+#include <unistd.h>
 
 using namespace platform;
 
 BOOL IsWindow(HWND window) {
   return locked<BOOL>(FALSE, [&]() -> BOOL { return windowOf(window) != nullptr; });
+}
+
+DWORD GetWindowThreadProcessId(HWND window, DWORD *process) {
+  return locked<DWORD>(0, [&]() -> DWORD {
+    const WindowRef target = windowOf(window);
+    if (!target) return 0;
+    if (process) *process = static_cast<DWORD>(getpid());
+    return target->queue->thread;
+  });
 }
 
 BOOL IsChild(HWND parent, HWND window) {

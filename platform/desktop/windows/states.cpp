@@ -1,9 +1,12 @@
 // Visibility and state: ShowWindow, and what windows keep for coming back.
 
+#include "platform/desktop/windows/states.h"
+
 #include "platform/desktop/lock.h"
 #include "platform/desktop/windows/focus.h"
-#include "platform/desktop/windows/onscreen.h"
 #include "platform/desktop/windows/placing.h"
+
+#include <optional>
 
 namespace platform {
 
@@ -11,129 +14,154 @@ namespace {
 
 constexpr POINT kMinimizedPlace = {-32000, -32000}; // where nobody sees them
 constexpr SIZE kMinimizedSize = {160, 24};
+constexpr UINT kSamePlace = SWP_NOSIZE | SWP_NOMOVE;
+constexpr UINT kInBackground = SWP_NOACTIVATE | SWP_NOZORDER;
 
 bool isMinimizing(int command) {
   return command == SW_MINIMIZE || command == SW_SHOWMINIMIZED || command == SW_SHOWMINNOACTIVE;
 }
 
-// The place and the flags for a change between minimized, maximized and normal.
-UINT changeState(const WindowRef &window, int command, RECT &place) {
-  if (window->is(WS_MINIMIZE)) {
-    if (isMinimizing(command)) return SWP_NOSIZE | SWP_NOMOVE;
-    if (!send(window, WM_QUERYOPEN)) return SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE;
+RECT rectAt(POINT corner, SIZE size) { return {corner.x, corner.y, corner.x + size.cx, corner.y + size.cy}; }
+
+RECT maximizedPlace(const WindowRef &window) {
+  const MINMAXINFO limits = sizeLimits(window);
+  return rectAt(limits.ptMaxPosition, {limits.ptMaxSize.x, limits.ptMaxSize.y});
+}
+
+// What becomes of the command.
+struct Change {
+  UINT flags = 0; // for the window's place
+  RECT place{};
+};
+
+// Between minimized, maximized and normal.
+Change changeState(const WindowRef &window, int command) {
+  const bool wasMinimized = window->is(WS_MINIMIZE);
+  if (wasMinimized) {
+    if (isMinimizing(command)) return {kSamePlace, window->rect};
+    if (!send(window, WM_QUERYOPEN)) return {kSamePlace | SWP_NOACTIVATE, {}};
   } else if (!window->is(WS_MAXIMIZE)) {
     window->normal = window->rect;
   }
-  const bool wasMinimized = window->is(WS_MINIMIZE);
-  UINT flags = kStateChanged;
+  Change change{kStateChanged | SWP_FRAMECHANGED | (wasMinimized ? SWP_NOCOPYBITS : 0u), {}};
+  if (isMinimizing(command)) {
+    window->restoreMaximized = window->is(WS_MAXIMIZE);
+    window->style = (window->style & ~WS_MAXIMIZE) | WS_MINIMIZE;
+    change.place = rectAt(kMinimizedPlace, kMinimizedSize);
+    change.flags |= SWP_NOCOPYBITS;
+    return change;
+  }
+  if (command == SW_SHOWNOACTIVATE) window->restoreMaximized = false;
+  const bool maximizes = command == SW_SHOWMAXIMIZED || (wasMinimized && window->restoreMaximized);
+  change.place = maximizes ? maximizedPlace(window) : window->normal;
+  window->style &= ~(WS_MINIMIZE | WS_MAXIMIZE);
+  if (maximizes) window->style |= WS_MAXIMIZE;
+  return change;
+}
+
+// Nothing when there is nothing to be done.
+std::optional<Change> changeFor(const WindowRef &window, int command) {
+  const bool visible = window->is(WS_VISIBLE), child = window->isChild();
+  const bool usual = !(window->style & (WS_MINIMIZE | WS_MAXIMIZE));
+  Change change;
   switch (command) {
+  case SW_HIDE:
+    if (!visible) return std::nullopt;
+    return Change{SWP_HIDEWINDOW | kSamePlace | (child ? kInBackground : 0u), {}};
+  case SW_SHOW:
+  case SW_SHOWNA:
+    if (command == SW_SHOW && visible) return std::nullopt;
+    change.flags = SWP_SHOWWINDOW | kSamePlace | (command == SW_SHOWNA ? SWP_NOACTIVATE : 0u);
+    if (child) change.flags |= kInBackground;
+    return change;
+  case SW_SHOWMAXIMIZED:
+    if (visible && window->is(WS_MAXIMIZE)) return std::nullopt;
+    change = changeState(window, command);
+    break;
   case SW_MINIMIZE:
   case SW_SHOWMINIMIZED:
   case SW_SHOWMINNOACTIVE:
-    window->restoreMaximized = window->is(WS_MAXIMIZE);
-    window->style = (window->style & ~WS_MAXIMIZE) | WS_MINIMIZE;
-    place = {kMinimizedPlace.x, kMinimizedPlace.y, kMinimizedPlace.x + kMinimizedSize.cx,
-             kMinimizedPlace.y + kMinimizedSize.cy};
-    flags |= SWP_NOCOPYBITS;
-    break;
-  case SW_SHOWMAXIMIZED: {
-    const MINMAXINFO limits = sizeLimits(window);
-    window->style = (window->style & ~WS_MINIMIZE) | WS_MAXIMIZE;
-    place = offset({0, 0, limits.ptMaxSize.x, limits.ptMaxSize.y}, limits.ptMaxPosition.x, limits.ptMaxPosition.y);
-    break;
+    if (visible && window->is(WS_MINIMIZE)) return std::nullopt;
+    change = changeState(window, command);
+    if (command != SW_SHOWMINIMIZED) change.flags |= kInBackground;
+    change.flags |= SWP_SHOWWINDOW | SWP_FRAMECHANGED;
+    return change;
+  default: // to what it was, or to normal
+    if (usual && visible) return std::nullopt;
+    change = usual ? Change{kSamePlace | (child ? kInBackground : 0u), {}} : changeState(window, command);
+    if (command == SW_SHOWNOACTIVATE) change.flags |= kInBackground;
   }
-  default:
-    if (wasMinimized && window->restoreMaximized) {
-      const MINMAXINFO limits = sizeLimits(window);
-      window->style |= WS_MAXIMIZE;
-      place = offset({0, 0, limits.ptMaxSize.x, limits.ptMaxSize.y}, limits.ptMaxPosition.x, limits.ptMaxPosition.y);
-    } else {
-      window->style &= ~WS_MAXIMIZE;
-      place = window->normal;
-    }
-    window->style &= ~WS_MINIMIZE;
-  }
-  if (wasMinimized) flags |= SWP_NOCOPYBITS;
-  return flags;
+  if (!visible) change.flags |= SWP_SHOWWINDOW;
+  return change;
+}
+
+// A window of which a part that is minimized has the focus gives it up.
+void leaveFocus(const WindowRef &window) {
+  const WindowRef focus = windowOrNone(window->queue->focus);
+  if (focus && (focus == window || isDescendant(*focus, *window))) setFocus(nullptr);
+}
+
+// A first showing brings what creation has left out.
+void tellSize(const WindowRef &window) {
+  if (!window->alive || !window->needsSize) return;
+  window->needsSize = false;
+  const RECT area = window->clientArea();
+  send(window, WM_SIZE, sizeKind(*window), lParamOf(area.right, area.bottom));
+  send(window, WM_MOVE, 0, lParamOf(window->client.left, window->client.top));
+}
+
+void moveOn(const WindowRef &window) {
+  if (isActive(*window)) activateAnother(*window);
+  if (window->alive && isFocus(*window)) setFocus(window->isChild() ? refOf(window->parent) : nullptr);
+}
+
+void placeAs(const WindowRef &window, const Change &change) {
+  const RECT &place = change.place;
+  setWindowPos(window,
+               {nullptr, HWND_TOP, static_cast<int>(place.left), static_cast<int>(place.top),
+                static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top), change.flags});
 }
 
 } // namespace
 
 bool showWindow(const WindowRef &window, int command) {
-  const bool wasVisible = window->is(WS_VISIBLE);
-  const bool child = window->isChild();
   if (command == SW_SHOWDEFAULT || command == SW_RESTORE) command = SW_SHOWNORMAL;
-  RECT place{};
-  UINT flags = SWP_SHOWWINDOW;
-  const bool wasMinimized = window->is(WS_MINIMIZE);
+  const bool wasVisible = window->is(WS_VISIBLE), wasMinimized = window->is(WS_MINIMIZE), shows = command != SW_HIDE;
+  if (isMinimizing(command) && !(wasVisible && wasMinimized)) leaveFocus(window);
+  const std::optional<Change> change = changeFor(window, command);
+  if (!change || !window->alive) return wasVisible;
 
-  if (command == SW_HIDE) {
-    if (!wasVisible) return false;
-    flags = SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE;
-    if (child) flags |= SWP_NOACTIVATE | SWP_NOZORDER;
-  } else if (isMinimizing(command)) {
-    if (wasMinimized && wasVisible) return true;
-    const WindowRef focus = windowOrNone(window->queue->focus);
-    if (focus && (focus == window || isDescendant(*focus, *window))) setFocus(nullptr);
-    flags |= SWP_NOACTIVATE | SWP_NOZORDER | SWP_FRAMECHANGED | changeState(window, command, place);
-  } else if (command == SW_SHOWMAXIMIZED) {
-    if (window->is(WS_MAXIMIZE) && wasVisible) return true;
-    if (wasVisible) flags &= ~SWP_SHOWWINDOW;
-    flags |= SWP_FRAMECHANGED | changeState(window, command, place);
-  } else if (command == SW_SHOWNA || command == SW_SHOW) {
-    if (command == SW_SHOW && wasVisible) return true;
-    flags |= SWP_NOSIZE | SWP_NOMOVE;
-    if (command == SW_SHOWNA) flags |= SWP_NOACTIVATE;
-    if (child) flags |= SWP_NOACTIVATE | SWP_NOZORDER;
-  } else {
-    if (command == SW_SHOWNOACTIVATE) flags |= SWP_NOACTIVATE | SWP_NOZORDER;
-    if (window->style & (WS_MINIMIZE | WS_MAXIMIZE)) {
-      flags |= SWP_FRAMECHANGED | changeState(window, command, place);
-      if (wasVisible) flags &= ~SWP_SHOWWINDOW;
-    } else {
-      if (wasVisible) return true;
-      flags |= SWP_NOSIZE | SWP_NOMOVE;
-    }
-    if (child && !(flags & kStateChanged)) flags |= SWP_NOACTIVATE | SWP_NOZORDER;
-  }
-  if (!window->alive) return wasVisible;
-
-  const bool shows = command != SW_HIDE;
-  if ((shows != wasVisible || command == SW_SHOWNA) && !(flags & kStateChanged)) {
+  if ((shows != wasVisible || command == SW_SHOWNA) && !(change->flags & kStateChanged)) {
     send(window, WM_SHOWWINDOW, shows);
     if (!window->alive) return wasVisible;
   }
-  if (window->parent && !isVisible(*window->parent) && !(flags & kStateChanged)) {
-    if (shows)
-      window->style |= WS_VISIBLE;
-    else
-      window->style &= ~WS_VISIBLE;
-  } else {
-    setWindowPos(window,
-                 {nullptr, HWND_TOP, static_cast<int>(place.left), static_cast<int>(place.top),
-                  static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top), flags});
-  }
+  if (window->parent && !isVisible(*window->parent) && !(change->flags & kStateChanged))
+    window->style = shows ? window->style | WS_VISIBLE : window->style & ~WS_VISIBLE;
+  else
+    placeAs(window, *change);
   if (!window->alive) return wasVisible;
-
-  if (command == SW_HIDE) {
-    if (isActive(*window)) activateAnother(*window);
-    if (window->alive && isFocus(*window)) setFocus(window->isChild() ? refOf(window->parent) : nullptr);
+  if (!shows) {
+    moveOn(window);
     return wasVisible;
   }
-  if (wasMinimized && !window->is(WS_MINIMIZE) && isActive(*window)) {
-    setFocus(window);
+  tellSize(window);
+  if (!window->alive || !wasMinimized) return wasVisible;
+  setFocus(window); // out of the icon, or as one for the first time
+  if (window->alive && window->isTopLevel() && !(change->flags & SWP_NOACTIVATE))
     send(window, WM_ACTIVATE, WA_ACTIVE, 0);
-  }
-  if (window->alive && window->needsSize) {
-    window->needsSize = false;
-    const RECT area = window->clientArea();
-    const WPARAM kind = window->is(WS_MAXIMIZE)   ? SIZE_MAXIMIZED
-                        : window->is(WS_MINIMIZE) ? SIZE_MINIMIZED
-                                                  : SIZE_RESTORED;
-    send(window, WM_SIZE, kind, lParamOf(area.right, area.bottom));
-    send(window, WM_MOVE, 0, lParamOf(window->client.left, window->client.top));
-  }
   return wasVisible;
+}
+
+void startInState(const WindowRef &window, DWORD wanted) {
+  if (!(wanted & (WS_MINIMIZE | WS_MAXIMIZE))) return;
+  window->style &= ~(WS_MINIMIZE | WS_MAXIMIZE);
+  Change change = changeState(window, wanted & WS_MINIMIZE ? SW_SHOWMINIMIZED : SW_SHOWMAXIMIZED);
+  change.flags |= SWP_NOACTIVATE;
+  if (window->alive) placeAs(window, change);
+}
+
+WPARAM sizeKind(const Window &window) {
+  return window.is(WS_MINIMIZE) ? SIZE_MINIMIZED : window.is(WS_MAXIMIZE) ? SIZE_MAXIMIZED : SIZE_RESTORED;
 }
 
 } // namespace platform
@@ -148,12 +176,25 @@ BOOL ShowWindow(HWND window, int command) {
   });
 }
 
+BOOL ShowWindowAsync(HWND window, int command) {
+  return locked<BOOL>(FALSE, [&]() -> BOOL {
+    const WindowRef target = windowOf(window);
+    if (!target || !target->parent) return FALSE;
+    if (target->queue == currentQueue()) return showWindow(target, command);
+    const auto sent = std::make_shared<Sent>();
+    sent->work = [target, command] { showWindow(target, command); };
+    sendNotice(*target->queue, sent);
+    return TRUE;
+  });
+}
+
 BOOL GetWindowPlacement(HWND window, WINDOWPLACEMENT *placement) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     const WindowRef target = windowOf(window);
     if (!target || !placement) return FALSE;
     const bool normal = !(target->style & (WS_MINIMIZE | WS_MAXIMIZE));
-    *placement = {sizeof(WINDOWPLACEMENT), 0, 0, {-1, -1}, {-1, -1}, normal ? target->rect : target->normal};
+    const UINT flags = target->is(WS_MINIMIZE) && target->restoreMaximized ? WPF_RESTORETOMAXIMIZED : 0;
+    *placement = {sizeof(WINDOWPLACEMENT), flags, 0, {-1, -1}, {-1, -1}, normal ? target->rect : target->normal};
     placement->showCmd = static_cast<UINT>(target->is(WS_MINIMIZE)   ? SW_SHOWMINIMIZED
                                            : target->is(WS_MAXIMIZE) ? SW_SHOWMAXIMIZED
                                                                      : SW_SHOWNORMAL);

@@ -30,7 +30,7 @@ QRegion inChild(const QRegion &region, const Window &child) {
 }
 
 void addUpdate(Window &window, const QRegion &region, bool erase, bool frame, Children children) {
-  if (!window.is(WS_VISIBLE)) return;
+  if (!window.is(WS_VISIBLE) || window.is(WS_MINIMIZE)) return;
   const QRegion own = region & toQt(window.clientArea());
   if (!own.isEmpty()) {
     setUpdate(window, window.update | own);
@@ -38,14 +38,26 @@ void addUpdate(Window &window, const QRegion &region, bool erase, bool frame, Ch
   }
   if (frame) window.frameDirty = true;
   if (!goesDown(window, children)) return;
+  const QRegion below = region & toQt(window.clientArea());
   for (Window *child : window.children) {
-    if (!region.intersects(toQt(child->rect))) continue;
-    addUpdate(*child, inChild(region, *child), true, true, Children::all);
+    if (!below.intersects(toQt(child->rect))) continue;
+    addUpdate(*child, inChild(below, *child), true, true, Children::all);
   }
 }
 
+// The part of a window that its ancestors let through, in its client coordinates.
+QRect withinAncestors(const Window &window) {
+  QRect seen = toQt(offset(window.rect, -window.client.left, -window.client.top));
+  QPoint origin;
+  for (const Window *one = &window; one->parent && one->parent->parent; one = one->parent) {
+    origin -= QPoint(one->client.left, one->client.top);
+    seen &= toQt(one->parent->clientArea()).translated(origin);
+  }
+  return seen;
+}
+
 Window *findDirty(const Queue &queue, Window &window) {
-  if (window.dirtyBelow == 0 || !window.is(WS_VISIBLE)) return nullptr;
+  if (window.dirtyBelow == 0 || !window.is(WS_VISIBLE) || window.is(WS_MINIMIZE)) return nullptr;
   if (!window.update.isEmpty() && window.queue.get() == &queue) return &window;
   for (Window *child : window.children)
     if (Window *found = findDirty(queue, *child)) return found;
@@ -82,10 +94,9 @@ void collectDue(const Window &window, bool all, std::vector<WindowRef> &due) {
 } // namespace
 
 void invalidate(Window &window, const QRegion &region, bool erase, bool frame, Children children) {
-  if (window.parent && isVisible(window)) {
-    addUpdate(window, region, erase, frame, children);
-    window.queue->wake();
-  }
+  if (!window.parent || !isOpen(window)) return;
+  addUpdate(window, region & withinAncestors(window), erase, frame, children);
+  window.queue->wake();
 }
 
 void validate(Window &window, const QRegion &region, Children children) {
@@ -113,7 +124,7 @@ Window *nextToPaint(Queue &queue, HWND top) {
 }
 
 QRegion visibleClient(const Window &window) {
-  if (!isVisible(window)) return {};
+  if (!isOpen(window)) return {};
   const POINT origin = originInSurface(window);
   QRegion seen = visibleWhole(window) & toQt(offset(window.clientArea(), origin.x, origin.y));
   if (window.is(WS_CLIPCHILDREN))
@@ -123,11 +134,23 @@ QRegion visibleClient(const Window &window) {
   return seen;
 }
 
+namespace {
+
+// What of a top-level window's pixels stands on the screen. Where places are unknown, everything does.
+QRect onScreenPart(const Window &window) {
+  const QRect client = toQt(window.clientArea());
+  const ScreenInfo info = theScreen().info();
+  return info.placesWindows ? client & toQt(offset(info.all, -window.client.left, -window.client.top)) : client;
+}
+
+} // namespace
+
 QRegion visibleWhole(const Window &window) {
-  if (!isVisible(window)) return {};
-  if (!window.parent || window.isTopLevel()) return QRegion(toQt(window.clientArea())); // its frame is the desktop's
+  if (!isOpen(window)) return {};
+  if (!window.parent) return QRegion(toQt(window.clientArea()));
+  if (window.isTopLevel()) return QRegion(onScreenPart(window)); // its frame is the desktop's
   const POINT origin = originInSurface(*window.parent);
-  return withoutCover(window, QRegion(toQt(offset(window.rect, origin.x, origin.y))));
+  return withoutCover(window, QRegion(toQt(offset(window.rect, origin.x, origin.y)))) & onScreenPart(rootOf(window));
 }
 
 void eraseNow(const WindowRef &window) {

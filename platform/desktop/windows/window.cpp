@@ -141,6 +141,12 @@ bool isVisible(const Window &window) {
   return true;
 }
 
+bool isOpen(const Window &window) {
+  for (const Window *up = &window; up; up = up->parent)
+    if (!up->is(WS_VISIBLE) || up->is(WS_MINIMIZE)) return false;
+  return true;
+}
+
 std::vector<WindowRef> childrenOf(const Window &window) {
   std::vector<WindowRef> kept;
   kept.reserve(window.children.size());

@@ -35,6 +35,7 @@ struct SystemMenu {
 // What the screen knows of a top-level window.
 struct OnScreen {
   bool open = false;
+  bool topmost = false;
   QRect client;
   ShowState state = ShowState::normal;
   Serial placeSerial = 0, stateSerial = 0;
@@ -123,6 +124,8 @@ inline const Window &rootOf(const Window &window) { return rootOf(const_cast<Win
 inline const std::shared_ptr<Surface> &surfaceOf(const Window &window) { return rootOf(window).surface; }
 // Whether it and all its ancestors have WS_VISIBLE.
 bool isVisible(const Window &window);
+// Whether it and all its ancestors besides are not minimized.
+bool isOpen(const Window &window);
 // The children, kept while procedures run.
 std::vector<WindowRef> childrenOf(const Window &window);
 

@@ -5,6 +5,7 @@
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/onscreen.h"
 #include "platform/desktop/windows/placing.h"
+#include "platform/desktop/windows/states.h"
 #include "platform/desktop/windows/update.h"
 
 #include <algorithm>
@@ -146,15 +147,19 @@ HWND setParent(const WindowRef &window, const WindowRef &into) {
     return nullptr;
   }
   const HWND old = window->parent->handle;
-  const bool shown = window->is(WS_VISIBLE);
-  const RECT rect = window->rect;
-  if (shown) showWindow(window, SW_HIDE);
+  const RECT place = window->rect;
+  const POINT from = clientOrigin(*window->parent), to = clientOrigin(*into);
+  const bool shown = showWindow(window, SW_HIDE);
   if (!window->alive || !into->alive) return nullptr;
   unlink(*window);
   link(*window, *into, nullptr);
   settleSurface(*window);
-  setWindowPos(window, {nullptr, HWND_TOP, static_cast<int>(rect.left), static_cast<int>(rect.top), 0, 0,
-                        SWP_NOSIZE | SWP_NOACTIVATE | (shown ? SWP_SHOWWINDOW : 0u)});
+  // it stands where it was, and goes from there to its old place in the new parent
+  window->rect = offset(window->rect, from.x - to.x, from.y - to.y);
+  window->client = offset(window->client, from.x - to.x, from.y - to.y);
+  setWindowPos(window,
+               {nullptr, HWND_TOP, static_cast<int>(place.left), static_cast<int>(place.top), 0, 0, SWP_NOSIZE});
+  if (shown && window->alive) showWindow(window, SW_SHOW);
   return old;
 }
 
@@ -174,7 +179,7 @@ BOOL SetWindowTextA(HWND window, LPCSTR text) {
     const WindowRef target = windowOf(window);
     if (!target) return FALSE;
     send(target, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
-    return TRUE;
+    return target->alive; // its thread may have ended instead
   });
 }
 

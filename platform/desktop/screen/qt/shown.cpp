@@ -88,7 +88,7 @@ void ShownWindow::setLook(const Look &look) {
   if (first || look.title != look_.title) setTitle(QString::fromStdString(look.title));
   if (look.icon.cacheKey() != look_.icon.cacheKey())
     setIcon(look.icon.isNull() ? QIcon() : QIcon(QPixmap::fromImage(look.icon)));
-  if (look.alpha != look_.alpha) setOpacity(look.alpha / 255.0);
+  if (look.alpha != look_.alpha && desk_.placesWindows()) setOpacity(look.alpha / 255.0); // Wayland knows none
   look_ = look;
 }
 
