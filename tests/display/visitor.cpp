@@ -49,14 +49,6 @@ LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
   return DefWindowProcA(window, message, wParam, lParam);
 }
 
-// As programs ask that run on systems without it too.
-void careAboutResolutions() {
-  using Function = BOOL(WINAPI *)();
-  const auto tell = reinterpret_cast<Function>(
-      reinterpret_cast<void *>(GetProcAddress(LoadLibraryA("user32.dll"), "SetProcessDPIAware")));
-  std::printf("aware %d\n", tell ? tell() : -1);
-}
-
 HWND makeWindow(char **argv, bool maximised) {
   WNDCLASSA windowClass{};
   windowClass.lpfnWndProc = procedure;
@@ -87,7 +79,7 @@ int main(int argc, char **argv) {
   if (argc < 6) return 2;
   const std::set<std::string> words(argv + 6, argv + argc);
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
-  if (words.count("aware")) careAboutResolutions();
+  if (words.count("aware")) SetProcessDPIAware();
   if (words.count("worker")) std::thread([] { std::printf("width %d\n", GetSystemMetrics(SM_CXSCREEN)); }).join();
   const HWND window = makeWindow(argv, words.count("maximised") > 0);
   if (!IsWindowVisible(window)) ShowWindow(window, SW_SHOW);
