@@ -32,8 +32,7 @@ TEST_F(AnyDesktop, TheLastOfTwoActivatedStaysActive) {
       if (!shows) way.activate(second);
       way.activate(first);
       way.activate(second);
-      record("F");
-      told("");
+      listen("F");
       serve(shows ? 1000 : 400);
       const std::string lines = told("");
       EXPECT_EQ(count(lines, "ACTIVATE"), 0) << lines;
@@ -55,8 +54,7 @@ TEST_F(AnyDesktop, TheLastOfAThousandActivatedStaysActive) {
     }
     const HWND last = windows[round % 2];
     SetActiveWindow(last);
-    record("F");
-    told("");
+    listen("F");
     serve(400);
     const std::string lines = told("");
     EXPECT_EQ(count(lines, "ACTIVATE"), 0) << lines;
@@ -70,8 +68,7 @@ TEST_F(AnyDesktop, AClickActivates) {
   expectActive(windows[1]);
   for (const int clicked : {0, 1, 0}) {
     settle();
-    record("F");
-    told("");
+    listen("F");
     const Place at = there(title(windows[clicked]));
     user().click(at.x + 50, at.y + 60);
     expectActive(windows[clicked]);
@@ -137,7 +134,7 @@ TEST_F(AnyDesktop, ADisabledOwnerTakesNothing) {
   const HWND dialog = show("dialog", kPopup, 300, 300, 200, 150, owner);
   EnableWindow(owner, FALSE);
   expectActive(dialog);
-  record("MKL");
+  listen("MKL");
   const Place place = there("owner");
   user().click(place.x + 20, place.y + 20);
   user().type("a");
@@ -156,7 +153,7 @@ TEST_F(X11Desktop, AWindowThatDeclinesIsClickedWithoutBeingActive) {
   ShowWindow(palette, SW_SHOWNOACTIVATE);
   ASSERT_TRUE(until([] { return user().window("palette").id != 0; }));
   expectActive(active);
-  record("MF");
+  listen("MF");
   user().click(620, 430);
   const std::string lines = told("palette< MOUSE 20,30\npalette< LDOWN 1 20,30\npalette< LUP 20,30");
   EXPECT_EQ(lines, "palette< MOUSE 20,30\npalette< LDOWN 1 20,30\npalette< LUP 20,30");

@@ -37,6 +37,11 @@ void DisplayTest::serve(DWORD milliseconds) {
   until([] { return false; }, milliseconds);
 }
 
+void DisplayTest::listen(const std::string &groups) {
+  record(groups);
+  heard_.clear();
+}
+
 std::string DisplayTest::told(const std::string &expected) {
   constexpr DWORD kMore = 60;
   const auto lines = [](const std::string &text) { return text.empty() ? 0 : count(text, "\n") + 1; };

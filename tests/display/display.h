@@ -20,7 +20,8 @@ class DisplayTest : public DesktopTest {
   static void serve(DWORD milliseconds); // for some time
   // Until the desktop has answered everything, and what happens next is the user's deed.
   static void settle() { serve(300); }
-  // The lines recorded since the last call, once they are as many as those expected and some time more.
+  static void listen(const std::string &groups); // records from here on, see DesktopTest::record
+  // The lines recorded since then or since the last call, once they are as many as those expected and some time more.
   static std::string told(const std::string &expected);
   static int count(const std::string &lines, const std::string &part);
 

@@ -140,7 +140,7 @@ TEST_F(AnyDesktop, ABusyProgramIsMovedAndSized) {
 TEST_F(X11Desktop, ABusyProgramAnswersTheWindowManager) {
   const HWND window = show("A");
   EXPECT_TRUE(x11User().answersPing(user().window("A")));
-  record("L");
+  listen("L");
   user().wish(user().window("A"), User::Wish::close);
   EXPECT_TRUE(x11User().answersPing(user().window("A")));
   EXPECT_NE(user().window("A").id, 0u);

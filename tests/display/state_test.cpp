@@ -78,8 +78,7 @@ TEST_F(ManagedDesktop, TheUserMaximisesMinimisesAndRestores) {
               {User::Wish::minimise, "minimised", "COMMAND F020"}, {User::Wish::restore, "normal", "COMMAND F120"}};
   for (const auto &[wish, state, command] : rows) {
     settle();
-    record("L");
-    told("");
+    listen("L");
     user().wish(user().window("A"), wish);
     EXPECT_TRUE(until([&, wanted = state] { return stateHere(window) == std::string(wanted); })) << stateHere(window);
     EXPECT_EQ(stateThere("A"), state);
@@ -119,8 +118,7 @@ TEST_F(AnyDesktop, AForeignMoveIsTold) {
   for (const Place &place : {Place{300, 310, 400, 300}, Place{300, 310, 500, 350}, Place{250, 210, 410, 320}}) {
     settle();
     const Place before = there("A");
-    record("L");
-    told("");
+    listen("L");
     user().place(user().window("A"), place);
     EXPECT_TRUE(until([&] { return there("A") == place; })) << there("A");
     expectAgreed(window);
@@ -162,7 +160,7 @@ TEST_F(ManagedDesktop, ABorderAndTheCaptionAreDragged) {
     serve(20);
     user().button(1, false);
   };
-  record("L");
+  listen("L");
   drag(600, 525, 60, 30); // the corner of the frame below the client area
   EXPECT_TRUE(until([&] { return here(window) == Place{204, 223, 460, 330}; })) << here(window);
   EXPECT_NE(told("").find("A: SIZE 460,330"), std::string::npos);
@@ -181,8 +179,7 @@ TEST_F(ManagedDesktop, ABorderAndTheCaptionAreDragged) {
 // With a display the messages are those that come without one; test_desktop holds more of them.
 TEST_F(X11Desktop, AMoveBringsNoMoreMessagesThanUnseen) {
   const HWND window = show("A");
-  record("LS");
-  told("");
+  listen("LS");
   MoveWindow(window, 220, 230, 408, 327, TRUE);
   const std::string moved = "A: CHANGING 220,230 408x327 14\nA: MINMAX\nA: CHANGED 220,230 408x327\nA: MOVE 224,253";
   EXPECT_EQ(told(moved), moved);
