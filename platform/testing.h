@@ -23,7 +23,7 @@ PLATFORM_API void platformCountHandles(PlatformHandleCounts *counts);
 /* Things of the desktop that live now. */
 typedef struct PlatformDesktopCounts {
   size_t windows;
-  size_t drawing; /* contexts, pens, brushes, fonts, bitmaps, regions, palettes, without the system's own */
+  size_t drawing; /* contexts, pens, ..., palettes, icons and cursors, without the system's own and shared ones */
 } PlatformDesktopCounts;
 
 PLATFORM_API void platformCountDesktop(PlatformDesktopCounts *counts);

@@ -1,8 +1,10 @@
 #include "viewer.h"
 
+#include "icon.h"
 #include "loader.h"
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -17,6 +19,17 @@ bool isOnScreen(const RECT &place, const SIZE &smallest) {
   const POINT corner = {place.left, place.top};
   return place.right - place.left >= smallest.cx && place.bottom - place.top >= smallest.cy &&
          WqRect_IsIn(&whole, &corner);
+}
+
+// The big icon stands for the program among others, the small one in the title.
+void setIcons(HWND window) {
+  const std::pair<WPARAM, int> icons[] = {{ICON_BIG, SM_CXICON}, {ICON_SMALL, SM_CXSMICON}};
+  for (const auto &[kind, metric] : icons) {
+    const int size = GetSystemMetrics(metric);
+    const HANDLE icon =
+        LoadImageA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(LEVELVIEW_ICON), IMAGE_ICON, size, size, LR_SHARED);
+    SendMessageA(window, WM_SETICON, kind, reinterpret_cast<LPARAM>(icon));
+  }
 }
 
 } // namespace
@@ -72,6 +85,7 @@ void Viewer::placePanes() {
 
 bool Viewer::open() {
   if (!WqWnd_Create(&frame_.wnd)) return false;
+  setIcons(frame_.wnd.hwnd);
   WqMain_Config(frame_.wnd.hwnd);
   for (Pane *pane : {static_cast<Pane *>(&status_), static_cast<Pane *>(&levels_), static_cast<Pane *>(&overview_),
                      static_cast<Pane *>(&wave_)})

@@ -1,6 +1,5 @@
 #include "platform/desktop/lock.h"
 
-#include <exception>
 #include <mutex>
 #include <utility>
 
@@ -13,34 +12,42 @@ std::mutex &mutex() {
   return *one;
 }
 
-thread_local int depth = 0;                // how often this thread has taken the lock
-thread_local DesktopLock *level = nullptr; // the innermost since the program was called last
+// Looked at in every call of the API, so it lies where a thread finds it without asking the linker.
+struct Thread {
+  int depth = 0;                // how often this thread has taken the lock
+  DesktopLock *level = nullptr; // the innermost since the program was called last
+};
+thread_local constinit Thread thread __attribute__((tls_model("initial-exec")));
 
 } // namespace
 
-DesktopLock::DesktopLock() : outer_(std::exchange(level, this)) {
-  if (depth++ == 0) mutex().lock();
+DesktopLock::DesktopLock() : outer_(std::exchange(thread.level, this)) {
+  if (thread.depth++ == 0) mutex().lock();
 }
 
 DesktopLock::~DesktopLock() {
-  level = outer_;
-  if (--depth == 0) mutex().unlock();
+  thread.level = outer_;
+  if (--thread.depth == 0) mutex().unlock();
 }
 
-DesktopUnlock::DesktopUnlock() : depth_(std::exchange(depth, 0)) {
+DesktopUnlock::DesktopUnlock() : depth_(std::exchange(thread.depth, 0)) {
   if (depth_ > 0) mutex().unlock();
 }
 
 DesktopUnlock::~DesktopUnlock() {
   if (depth_ > 0) mutex().lock();
-  depth = depth_;
+  thread.depth = depth_;
 }
 
-CallOut::CallOut() : level_(std::exchange(level, nullptr)), exceptions_(std::uncaught_exceptions()) {}
+CallOut::CallOut() : level_(std::exchange(thread.level, nullptr)), depth_(std::exchange(thread.depth, 0)) {
+  if (depth_ > 0) mutex().unlock();
+}
 
 CallOut::~CallOut() {
-  level = level_;
-  if (level_ && std::uncaught_exceptions() > exceptions_) level_->thrown_ = true;
+  if (depth_ > 0) mutex().lock();
+  thread.depth = depth_;
+  thread.level = level_;
+  if (!returned_ && level_) level_->thrown_ = true;
 }
 
 } // namespace platform

@@ -5,6 +5,8 @@
 
 #include "platform/kernel/errors.h"
 
+#include <type_traits>
+
 namespace platform {
 
 class DesktopLock {
@@ -42,11 +44,27 @@ class CallOut {
   CallOut(const CallOut &) = delete;
   CallOut &operator=(const CallOut &) = delete;
 
+  // The procedure has returned; else it has thrown.
+  void returned() { returned_ = true; }
+
  private:
   DesktopLock *const level_;
-  const int exceptions_;
-  DesktopUnlock unlocked_;
+  const int depth_;
+  bool returned_ = false;
 };
+
+template <typename Procedure, typename... Arguments>
+auto callOut(Procedure procedure, Arguments... arguments) -> decltype(procedure(arguments...)) {
+  CallOut call;
+  if constexpr (std::is_void_v<decltype(procedure(arguments...))>) {
+    procedure(arguments...);
+    call.returned();
+  } else {
+    const auto result = procedure(arguments...);
+    call.returned();
+    return result;
+  }
+}
 
 // Runs the body of an API function under the lock. Memory that runs out in the layer is an error of the API; what a
 // procedure of the program throws goes on to the program.

@@ -56,7 +56,8 @@ PLATFORM_API HBITMAP WINAPI CreateBitmap(int width, int height, UINT planes, UIN
 /* With CBM_INIT filled from pixels of 1, 4, 8, 16, 24 or 32 bits, run-length coded ones too. */
 PLATFORM_API HBITMAP WINAPI CreateDIBitmap(HDC dc, const BITMAPINFOHEADER *header, DWORD init, const void *bits,
                                            const BITMAPINFO *info, UINT colors);
-/* A bitmap of the instance's resources, scaled where a size is asked for; with LR_LOADFROMFILE one of a file. */
+/* A bitmap, an icon or a cursor of the instance's resources, scaled where a size is asked for; with LR_LOADFROMFILE one of
+ * a file. */
 PLATFORM_API HANDLE WINAPI LoadImageA(HINSTANCE instance, LPCSTR name, UINT type, int width, int height, UINT flags);
 
 #define SRCCOPY 0x00CC0020u

@@ -1,4 +1,7 @@
-/* Icons and cursors. */
+/* Icons and cursors: loading them from the program's resources and from files, making, describing and drawing them.
+ *
+ * An icon has several images, and each handle stands for one of them: that of the size that was asked for, stretched where
+ * there is none of it. Of those with one size the image with most colours is taken. */
 #ifndef PLATFORM_WINAPI_ICONS_H
 #define PLATFORM_WINAPI_ICONS_H
 
@@ -8,17 +11,95 @@
 extern "C" {
 #endif
 
+/* The system's own, with instance null. Those of sizes other than 32 come from LoadImageA. */
+
 #define IDI_APPLICATION MAKEINTRESOURCEA(32512)
+#define IDI_HAND MAKEINTRESOURCEA(32513)
+#define IDI_QUESTION MAKEINTRESOURCEA(32514)
+#define IDI_EXCLAMATION MAKEINTRESOURCEA(32515)
+#define IDI_ASTERISK MAKEINTRESOURCEA(32516)
+#define IDI_WINLOGO MAKEINTRESOURCEA(32517)
+#define IDI_SHIELD MAKEINTRESOURCEA(32518)
+#define IDI_ERROR IDI_HAND
+#define IDI_WARNING IDI_EXCLAMATION
+#define IDI_INFORMATION IDI_ASTERISK
+
 #define IDC_ARROW MAKEINTRESOURCEA(32512)
+#define IDC_IBEAM MAKEINTRESOURCEA(32513)
+#define IDC_WAIT MAKEINTRESOURCEA(32514)
+#define IDC_CROSS MAKEINTRESOURCEA(32515)
+#define IDC_UPARROW MAKEINTRESOURCEA(32516)
 #define IDC_SIZENWSE MAKEINTRESOURCEA(32642)
 #define IDC_SIZENESW MAKEINTRESOURCEA(32643)
 #define IDC_SIZEWE MAKEINTRESOURCEA(32644)
 #define IDC_SIZENS MAKEINTRESOURCEA(32645)
+#define IDC_SIZEALL MAKEINTRESOURCEA(32646)
+#define IDC_NO MAKEINTRESOURCEA(32648)
+#define IDC_HAND MAKEINTRESOURCEA(32649)
+#define IDC_APPSTARTING MAKEINTRESOURCEA(32650)
+#define IDC_HELP MAKEINTRESOURCEA(32651)
 
-/* The system's own icons and cursors, by IDI_... and IDC_...; an instance has none here. */
+/* Loading. The system's metrics give the size; the handle is shared: the same one each time, and never destroyed. */
 PLATFORM_API HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name);
 PLATFORM_API HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name);
+
+/* The shape of the pointer over the program's windows; null for none. Result: the one before. */
 PLATFORM_API HCURSOR WINAPI SetCursor(HCURSOR cursor);
+PLATFORM_API HCURSOR WINAPI GetCursor(void);
+
+/* For WM_SETICON and WM_GETICON. */
+#define ICON_SMALL 0
+#define ICON_BIG 1
+
+/* For LoadImageA, which is declared with the bitmaps. Without LR_DEFAULTSIZE a size of 0 is that of the first image. */
+#define IMAGE_ICON 1u
+#define IMAGE_CURSOR 2u
+#define LR_DEFAULTCOLOR 0x0000u
+#define LR_COPYRETURNORG 0x0004u
+#define LR_COPYDELETEORG 0x0008u
+#define LR_DEFAULTSIZE 0x0040u
+#define LR_COPYFROMRESOURCE 0x4000u
+#define LR_SHARED 0x8000u
+
+/* A copy of a bitmap, an icon or a cursor, stretched where another size is asked for; with LR_COPYFROMRESOURCE an icon is
+ * read again, from the image that is best for the size. */
+PLATFORM_API HANDLE WINAPI CopyImage(HANDLE image, UINT type, int width, int height, UINT flags);
+PLATFORM_API HICON WINAPI CopyIcon(HICON icon);
+#define CopyCursor(cursor) ((HCURSOR)CopyIcon((HICON)(cursor)))
+
+/* Those that were loaded with LR_SHARED stay. */
+PLATFORM_API BOOL WINAPI DestroyIcon(HICON icon);
+PLATFORM_API BOOL WINAPI DestroyCursor(HCURSOR cursor);
+
+/* Icons from bitmaps. The mask has one bit for each pixel: 0 where the picture covers what is below it, 1 where it turns the
+ * bits of that which the picture has. Without a colour bitmap the mask is twice as high, and the picture is its lower
+ * half. A colour bitmap of 32 bits may have alpha, as it was made and before anything is drawn on it. */
+typedef struct _ICONINFO {
+  BOOL fIcon; /* FALSE for a cursor */
+  DWORD xHotspot, yHotspot;
+  HBITMAP hbmMask, hbmColor;
+} ICONINFO;
+
+/* The bitmaps stay the caller's. */
+PLATFORM_API HICON WINAPI CreateIconIndirect(ICONINFO *info);
+/* The bitmaps are new ones, which the caller deletes. */
+PLATFORM_API BOOL WINAPI GetIconInfo(HICON icon, ICONINFO *info);
+/* A cursor of one bit. mask, picture: rows of whole words of 16 bits. */
+PLATFORM_API HCURSOR WINAPI CreateCursor(HINSTANCE instance, int xHotspot, int yHotspot, int width, int height,
+                                         const void *mask, const void *picture);
+
+#define DI_MASK 0x0001u
+#define DI_IMAGE 0x0002u
+#define DI_NORMAL 0x0003u
+#define DI_COMPAT 0x0004u
+#define DI_DEFAULTSIZE 0x0008u
+
+/* With the size that the system's metrics give to icons. */
+PLATFORM_API BOOL WINAPI DrawIcon(HDC dc, int x, int y, HICON icon);
+/* width, height: 0 for the icon's own, or with DI_DEFAULTSIZE for that of the metrics. ground: null, or a brush that fills
+ * the rectangle first. */
+PLATFORM_API BOOL WINAPI DrawIconEx(HDC dc, int x, int y, HICON icon, int width, int height, UINT step, HBRUSH ground,
+                                    UINT flags);
 
 #ifdef __cplusplus
 }

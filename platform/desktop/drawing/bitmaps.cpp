@@ -71,6 +71,16 @@ int roundedBits(UINT bits) {
   return 0;
 }
 
+// Pixels whose fourth bytes are all 0 have no alpha.
+void readAlpha(Bitmap &bitmap, const uint8_t *data) {
+  const size_t count = static_cast<size_t>(bitmap.width) * static_cast<size_t>(bitmap.height);
+  size_t first = 0;
+  while (first < count && data[4 * first + 3] == 0) ++first;
+  if (first == count) return;
+  bitmap.alpha.resize(count);
+  for (size_t i = first; i < count; ++i) bitmap.alpha[i] = data[4 * i + 3];
+}
+
 // Pixels as CreateBitmap takes them: rows of whole words of 16 bits.
 void readRows(Bitmap &bitmap, const uint8_t *data) {
   const size_t pitch = static_cast<size_t>((int64_t{bitmap.width} * bitmap.bits + 15) / 16 * 2);
@@ -78,6 +88,7 @@ void readRows(Bitmap &bitmap, const uint8_t *data) {
   form.width = bitmap.width;
   form.bits = bitmap.bits;
   form.colors = {0xFF000000u, 0xFFFFFFFFu};
+  if (bitmap.bits == 32) readAlpha(bitmap, data);
   for (int y = 0; y < bitmap.height; ++y, data += pitch)
     form.readRow(data, reinterpret_cast<QRgb *>(bitmap.image.scanLine(y)));
 }

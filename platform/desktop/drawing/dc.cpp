@@ -112,6 +112,7 @@ std::optional<Canvas> Dc::canvas(const QRect &overwritten) {
   if (clipInImage_.isEmpty()) return std::nullopt;
   const bool whole = overwritten.translated(origin).contains(image->rect()) && clipInImage_ == QRegion(image->rect());
   ownPixels(*image, !whole);
+  if (kind == Kind::memory) bitmap.object->alpha.clear();
   if (kind == Kind::memory && bitmap.object->blank) {
     if (whole)
       bitmap.object->blank = false;

@@ -1,8 +1,11 @@
-// Bitmaps from the program's resources and from files.
+// Bitmaps from the program's resources and from files, and copies of bitmaps and icons.
+
+#include "platform/desktop/drawing/images.h"
 
 #include "platform/desktop/drawing/bitmaps.h"
 #include "platform/desktop/drawing/blits.h"
 #include "platform/desktop/drawing/dib.h"
+#include "platform/desktop/drawing/icons.h"
 #include "platform/desktop/lock.h"
 #include "platform/kernel/paths.h"
 #include "platform/kernel/resources.h"
@@ -21,13 +24,6 @@ namespace {
 using Bytes = std::span<const uint8_t>;
 
 Bytes from(Bytes bytes, size_t at) { return at < bytes.size() ? bytes.subspan(at) : Bytes(); }
-
-std::vector<uint8_t> readWhole(const std::string &path) {
-  std::error_code none;
-  if (path.empty() || !std::filesystem::is_regular_file(path, none)) return {};
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 // A colour between two, each of its parts for itself.
 QRgb between(QRgb a, QRgb b, double share) {
@@ -65,31 +61,35 @@ void smooth(const QImage &picture, QImage &scaled) {
   }
 }
 
+// A bitmap in another size. sharp: made of the same pixels, instead of colours between theirs.
+std::shared_ptr<Bitmap> resized(const Bitmap &picture, int width, int height, bool sharp) {
+  auto scaled = makeBitmap(width, height, picture.bits);
+  if (!scaled) return nullptr;
+  scaled->settle();
+  if (sharp)
+    stretch(picture.image, scaled->image);
+  else
+    smooth(picture.image, scaled->image);
+  return scaled;
+}
+
 // bits: the pixels, or all that there is of them.
 HBITMAP makeImage(const Dib &dib, Bytes bits, int width, int height) {
   constexpr int64_t kLargest = 0xFFFF;
   if (dib.width == 0 || dib.height == 0) return static_cast<HBITMAP>(emptyBitmap());
   if (dib.width > kLargest || dib.height > kLargest) return nullptr;
   if (dib.coded() && dib.imageSize > 0) bits = bits.first(std::min(bits.size(), dib.imageSize));
-  const int depth = dib.blackAndWhite ? 1 : 32;
-  const auto picture = makeBitmap(dib.width, dib.height, depth);
+  auto picture = makeBitmap(dib.width, dib.height, dib.blackAndWhite ? 1 : 32);
   if (!picture) return nullptr;
   readPixels(dib, bits.data(), bits.size(), *picture);
   if (width == 0) width = picture->width;
   if (height == 0) height = picture->height;
-  if (width == picture->width && height == picture->height) return openObject<HBITMAP>(picture);
-  const auto scaled = makeBitmap(width, height, depth);
-  if (!scaled) return nullptr;
-  scaled->settle();
-  if (dib.bits == 1)
-    stretch(picture->image, scaled->image);
-  else
-    smooth(picture->image, scaled->image);
-  return openObject<HBITMAP>(scaled);
+  if (width != picture->width || height != picture->height) picture = resized(*picture, width, height, dib.bits == 1);
+  return picture ? openObject<HBITMAP>(picture) : nullptr;
 }
 
 HBITMAP loadFile(const char *name, int width, int height) {
-  const std::vector<uint8_t> file = readWhole(nativePath(name));
+  const std::vector<uint8_t> file = readWholeFile(name);
   const Bytes bytes(file);
   BITMAPFILEHEADER header;
   if (bytes.size() < sizeof header) return nullptr;
@@ -110,7 +110,41 @@ HBITMAP loadResource(uintptr_t id, int width, int height) {
   return dib ? makeImage(*dib, from(bytes, dib->headerSize), width, height) : nullptr;
 }
 
+std::shared_ptr<Bitmap> twin(const Bitmap &bitmap) {
+  auto copy = makeBitmap(bitmap.width, bitmap.height, bitmap.bits);
+  if (!copy) return nullptr;
+  std::memcpy(copy->image.bits(), bitmap.image.constBits(), static_cast<size_t>(bitmap.image.sizeInBytes()));
+  copy->alpha = bitmap.alpha;
+  copy->blank = false;
+  return copy;
+}
+
+HANDLE copyBitmap(HANDLE handle, int width, int height, UINT flags) {
+  const auto bitmap = drawingHandles().get<Bitmap>(handle);
+  if (!bitmap || bitmap->image.isNull()) {
+    SetLastError(ERROR_INVALID_HANDLE);
+    return nullptr;
+  }
+  if (width == 0) width = bitmap->width;
+  if (height == 0) height = bitmap->height;
+  const bool same = width == bitmap->width && height == bitmap->height;
+  if (same && flags & LR_COPYRETURNORG) return handle;
+  bitmap->settle();
+  const auto copy = same ? twin(*bitmap) : resized(*bitmap, width, height, bitmap->bits == 1);
+  if (!copy) return nullptr;
+  if (flags & LR_COPYDELETEORG) DeleteObject(handle);
+  return openObject<HBITMAP>(copy);
+}
+
 } // namespace
+
+std::vector<uint8_t> readWholeFile(const char *name) {
+  const std::string path = nativePath(name);
+  std::error_code none;
+  if (path.empty() || !std::filesystem::is_regular_file(path, none)) return {};
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
 
 } // namespace platform
 
@@ -119,9 +153,18 @@ using namespace platform;
 HANDLE LoadImageA(HINSTANCE instance, LPCSTR name, UINT type, int width, int height, UINT flags) {
   return locked<HANDLE>(nullptr, [&]() -> HANDLE {
     const auto number = reinterpret_cast<uintptr_t>(name);
-    if (type != IMAGE_BITMAP || width < 0 || height < 0) return nullptr;
+    if (type > IMAGE_CURSOR || width < 0 || height < 0) return nullptr;
+    if (type != IMAGE_BITMAP) return loadIcon(instance, name, type == IMAGE_CURSOR, {width, height}, flags);
     if (flags & LR_LOADFROMFILE) return number > 0xFFFF ? loadFile(name, width, height) : nullptr;
     const bool own = instance && instance == GetModuleHandleA(nullptr);
     return own && number <= 0xFFFF ? loadResource(number, width, height) : nullptr;
+  });
+}
+
+HANDLE CopyImage(HANDLE image, UINT type, int width, int height, UINT flags) {
+  return locked<HANDLE>(nullptr, [&]() -> HANDLE {
+    if (type > IMAGE_CURSOR || width < 0 || height < 0) return nullptr;
+    if (type == IMAGE_BITMAP) return copyBitmap(image, width, height, flags);
+    return copyIcon(static_cast<HICON>(image), {width, height}, flags);
   });
 }

@@ -110,11 +110,15 @@ void letGo(DrawingObject &object, HGDIOBJ handle) {
   if (--object.selections == 0 && object.deleted) drawingHandles().close<DrawingObject>(handle);
 }
 
-HGDIOBJ openStock(std::shared_ptr<DrawingObject> object) {
-  object->stock = true;
-  const HGDIOBJ handle = drawingHandles().open(std::move(object));
+HANDLE openUncounted(std::shared_ptr<Object> object) {
+  const HANDLE handle = drawingHandles().open(std::move(object));
   if (handle) ++stockCount;
   return handle;
+}
+
+HGDIOBJ openStock(std::shared_ptr<DrawingObject> object) {
+  object->stock = true;
+  return openUncounted(std::move(object));
 }
 
 HGDIOBJ stockObject(int index) {

@@ -78,6 +78,9 @@ class Bitmap : public DrawingObject {
   const int bits;     // a pixel has; one with others than 1 or 32 has no image, and no context takes it
   QImage image;       // Format_RGB32
   bool blank = false; // new and black, but its memory holds anything yet
+  // Of the pixels as the bitmap was made, for who makes an icon of it; none when there was none, and as soon as anything is
+  // drawn on it.
+  std::vector<uint8_t> alpha;
   Dc *user = nullptr; // the one context that has it selected
 };
 
@@ -113,7 +116,9 @@ template <typename Handle> Handle openObject(std::shared_ptr<Object> object) {
   return static_cast<Handle>(static_cast<void *>(drawingHandles().open(std::move(object))));
 }
 
-// The same for an object of the system's own.
+// The same for an object that stays, and that the application is not asked for.
+HANDLE openUncounted(std::shared_ptr<Object> object);
+// And for one of the system's own.
 HGDIOBJ openStock(std::shared_ptr<DrawingObject> object);
 // The object of a stock number; null for a number that is none.
 HGDIOBJ stockObject(int index);

@@ -6,13 +6,14 @@
 
 namespace platform::above {
 
-// The queue of a window's thread; null, without an error, for a handle that is none.
-std::shared_ptr<Queue> queueOfWindow(HWND window);
+// The queue of a window's thread, good as long as the lock is held; null, without an error, for a handle that is none.
+Queue *queueOfWindow(HWND window);
 // The same, with the error for a bad handle set.
-std::shared_ptr<Queue> queueOfWindowOrFail(HWND window);
-// Calls the window's procedure on this thread, which is the window's own. 0 when there is no such window any more.
+Queue *queueOfWindowOrFail(HWND window);
+// Calls the window's procedure on this thread, which is the window's own. 0, with the error set, when there is no such
+// window any more.
 LRESULT call(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-// Sends a message, to another thread too.
+// Sends a message, to another thread too. The same for a handle that is none.
 LRESULT send(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 // Whether a window is another one or lies in it.
 bool isIn(HWND window, HWND ancestor);
@@ -31,7 +32,7 @@ bool takesDoubleClicks(HWND window);
 bool announcePress(HWND window, UINT message, LRESULT hit, POINT at);
 
 // The thread of the window that has the keyboard; null when none of the program's has.
-std::shared_ptr<Queue> keyboardQueue();
+Queue *keyboardQueue();
 
 // Does in the program what the user has done to a window as a whole.
 void carryOut(const Report &deed);

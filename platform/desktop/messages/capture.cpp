@@ -30,7 +30,7 @@ HWND GetCapture() {
 HWND SetCapture(HWND window) {
   return locked<HWND>(nullptr, [&]() -> HWND {
     Queue &queue = *currentQueue();
-    if (window && above::queueOfWindowOrFail(window).get() != &queue) return nullptr;
+    if (window && above::queueOfWindowOrFail(window) != &queue) return nullptr;
     const HWND previous = queue.capture;
     setCapture(queue, window);
     return previous;
@@ -46,7 +46,7 @@ BOOL ReleaseCapture() {
 
 BOOL TrackMouseEvent(TRACKMOUSEEVENT *event) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
-    const std::shared_ptr<Queue> queue = event ? above::queueOfWindowOrFail(event->hwndTrack) : nullptr;
+    Queue *const queue = event ? above::queueOfWindowOrFail(event->hwndTrack) : nullptr;
     if (!queue) return FALSE;
     if (!(event->dwFlags & TME_LEAVE)) return TRUE;
     if (event->dwFlags & TME_CANCEL) {

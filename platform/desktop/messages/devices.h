@@ -12,6 +12,8 @@ struct Devices {
   Serial pointerSerial = 0;                           // of movements by the program
   std::pair<HWND, LPARAM> told;                       // the window that heard of the pointer last, and where
   HWND pointerTop = nullptr;                          // the top-level window that the desktop has seen under it
+  bool restsElsewhere = false;                        // perhaps: something has changed where it is
+  bool programMoved = false;                          // it last, and the desktop has told nothing since
   std::chrono::steady_clock::time_point pointerAsked; // where it is, of the desktop
   Keys keys{};
   std::array<bool, 256> pressedSince{}; // for GetAsyncKeyState

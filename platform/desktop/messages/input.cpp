@@ -51,7 +51,7 @@ Target targetOf(Queue &queue, const Input &input) {
   if (queue.capture) return {queue.capture, HTCLIENT, true};
   Target target;
   target.window = above::windowAt(input.at, input.top, target.hit);
-  if (above::queueOfWindow(target.window).get() != &queue) target.window = nullptr;
+  if (above::queueOfWindow(target.window) != &queue) target.window = nullptr;
   return target;
 }
 
@@ -159,14 +159,14 @@ bool eraseAction(Queue &queue, uint64_t number) {
 }
 
 // The thread whose windows an action concerns; null for nobody's.
-std::shared_ptr<Queue> receiver(const Input &input) {
+Queue *receiver(const Input &input) {
   if (input.kind != Input::Kind::mouse) {
-    if (auto queue = above::keyboardQueue()) return queue;
+    if (Queue *const queue = above::keyboardQueue()) return queue;
   } else {
-    if (auto queue = devices().capturing.lock(); queue && queue->capture) return queue;
-    if (auto queue = above::queueOfWindow(above::placedAt(input.at, input.top))) return queue;
+    if (const auto queue = devices().capturing.lock(); queue && queue->capture) return queue.get();
+    if (Queue *const queue = above::queueOfWindow(above::placedAt(input.at, input.top))) return queue;
   }
-  return input.top ? nullptr : currentQueue();
+  return input.top ? nullptr : currentQueue().get();
 }
 
 } // namespace
@@ -178,7 +178,7 @@ void addInput(Input input) {
   if (input.kind == Input::Kind::mouse) all.pointer = input.at;
   applyKeys(all.keys, input);
   if (input.kind == Input::Kind::key && input.message == WM_KEYDOWN) all.pressedSince[input.key] = true;
-  const std::shared_ptr<Queue> queue = receiver(input);
+  Queue *const queue = receiver(input);
   if (!queue) return;
   const bool moves = input.kind == Input::Kind::mouse && input.message == WM_MOUSEMOVE;
   if (moves && !queue->input.empty() && queue->input.back().kind == Input::Kind::mouse &&
@@ -211,11 +211,15 @@ bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG 
   return false;
 }
 
+void changedUnderPointer() { devices().restsElsewhere = true; }
+
 void lookUnderPointer() {
-  if (theScreen().isSeen() && !devices().pointerTop) return; // it is over other programs
+  if (!std::exchange(devices().restsElsewhere, false)) return;
+  // it may be over other programs
+  if (theScreen().isSeen() && !devices().pointerTop && !devices().programMoved) return;
   const POINT at = cursorPosition();
   const HWND under = above::placedAt(at, devices().pointerTop);
-  const std::shared_ptr<Queue> queue = above::queueOfWindow(under);
+  Queue *const queue = above::queueOfWindow(under);
   if (!queue) return;
   const POINT origin = above::clientOrigin(under);
   if (devices().told == std::pair(under, pointOf({at.x - origin.x, at.y - origin.y}))) return;

@@ -20,7 +20,9 @@ class InputFilter {
 // The next message that comes of the actions in a queue, if there is one that the caller wants.
 bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG &message);
 
-// Something has changed where the pointer rests: the window that is there now may be another one.
+// Something has changed, perhaps where the pointer rests: the window that is there may be another one now.
+void changedUnderPointer();
+// Tells that window, if so.
 void lookUnderPointer();
 // Moves the pointer to where it is.
 void moveWhereItIs();

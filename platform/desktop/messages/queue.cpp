@@ -20,6 +20,9 @@ std::map<DWORD, std::weak_ptr<Queue>> &queues() {
   return *all;
 }
 
+thread_local constinit const std::shared_ptr<Queue> *current // of this thread, once it has one
+    __attribute__((tls_model("initial-exec"))) = nullptr;
+
 // While a thread serves another one. Whatever becomes of it, the other one goes on.
 class Service {
  public:
@@ -40,11 +43,13 @@ class Service {
 } // namespace
 
 void Queue::wake() {
-  {
-    const std::lock_guard lock(mutex_);
-    woken_ = true;
+  if (!current || this != current->get()) { // else it isn't waiting
+    {
+      const std::lock_guard lock(mutex_);
+      woken_ = true;
+    }
+    condition_.notify_one();
   }
-  condition_.notify_one();
   if (hasScreen()) theScreen().wake(thread);
 }
 
@@ -82,11 +87,13 @@ void Queue::letGo() {
 }
 
 const std::shared_ptr<Queue> &currentQueue() {
+  if (current) return *current;
   // At the end of the thread, whoever waits for it goes on. The end of the main thread is that of the process.
   struct Own {
     const pid_t process = getpid();
     std::shared_ptr<Queue> queue;
     ~Own() {
+      current = nullptr;
       if (!queue || getpid() != process) return; // a forked child has no part in it
       {
         const DesktopLock lock;
@@ -102,6 +109,7 @@ const std::shared_ptr<Queue> &currentQueue() {
   if (!own.queue) {
     own.queue = std::make_shared<Queue>(GetCurrentThreadId());
     queues()[own.queue->thread] = own.queue;
+    current = &own.queue;
   }
   return own.queue;
 }
@@ -152,7 +160,7 @@ void sendNotice(Queue &queue, const std::shared_ptr<Sent> &sent) {
 
 bool sendTo(Queue &queue, const std::shared_ptr<Sent> &sent, const std::optional<Queue::Moment> &limit) {
   if (queue.gone) return false;
-  const std::shared_ptr<Queue> own = currentQueue();
+  const std::shared_ptr<Queue> own = currentQueue(), kept = queue.shared_from_this();
   sent->sender = own;
   sendNotice(queue, sent);
   while (!sent->done) {

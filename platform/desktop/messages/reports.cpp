@@ -14,8 +14,9 @@ void takeReport(const PointerMoved &moved) {
   Devices &all = devices();
   if (moved.serial != all.pointerSerial) return; // from before the program moved it
   const bool entered = std::exchange(all.pointerTop, moved.window) != moved.window;
+  all.programMoved = false;
   if (all.pointer && all.pointer->x == moved.at.x && all.pointer->y == moved.at.y) {
-    if (entered) lookUnderPointer();
+    if (entered) changedUnderPointer(), lookUnderPointer();
     return;
   }
   Input input{Input::Kind::mouse};
@@ -64,8 +65,9 @@ void takeReport(const TextTyped &typed) {
 void takeReport(const PointerLeft &left) {
   Devices &all = devices();
   if (all.pointerTop == left.window) all.pointerTop = nullptr;
+  all.programMoved = false;
   all.pointer = left.at;
-  const std::shared_ptr<Queue> queue = above::queueOfWindow(left.window);
+  Queue *const queue = above::queueOfWindow(left.window);
   if (queue && queue->tracked && above::isIn(queue->tracked, left.window)) leaveTracked(*queue);
 }
 
@@ -85,7 +87,7 @@ void addDeed(Queue &queue, const Report &report) {
 }
 
 template <typename OfWindow> void addToWindow(const OfWindow &report) {
-  if (const std::shared_ptr<Queue> queue = above::queueOfWindow(report.window)) addDeed(*queue, report);
+  if (Queue *const queue = above::queueOfWindow(report.window)) addDeed(*queue, report);
 }
 
 void addToAll(const Report &report) {
@@ -100,7 +102,7 @@ void takeReport(const ScreenGone &report) { addToAll(report); }
 
 // The thread that loses the keyboard hears of it first.
 void takeReport(const Activated &report) {
-  const std::shared_ptr<Queue> gains = above::queueOfWindow(report.window), loses = above::keyboardQueue();
+  Queue *const gains = above::queueOfWindow(report.window), *const loses = above::keyboardQueue();
   if (loses && loses != gains) addDeed(*loses, Activated{nullptr, report.serial});
   if (gains) addDeed(*gains, report);
 }

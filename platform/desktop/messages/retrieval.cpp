@@ -66,6 +66,7 @@ bool takeTimer(Queue &queue, const Filter &filter, bool remove, MSG &message) {
 
 // A resting pointer moves where it is when what is under it has changed.
 void moveResting(Queue &queue) {
+  lookUnderPointer();
   if (!std::exchange(queue.pointerDue, false) || !queue.input.empty()) return;
   moveWhereItIs();
 }
@@ -150,30 +151,27 @@ LRESULT DispatchMessageA(const MSG *message) {
   return locked<LRESULT>(0, [&]() -> LRESULT {
     if (message->message == WM_TIMER && message->lParam) {
       const auto procedure = reinterpret_cast<TIMERPROC>(message->lParam);
-      const std::shared_ptr<Queue> queue = message->hwnd ? above::queueOfWindow(message->hwnd) : currentQueue();
+      const Queue *const queue = message->hwnd ? above::queueOfWindow(message->hwnd) : currentQueue().get();
       if (!queue || !queue->timers.has(message->hwnd, message->wParam, procedure)) return 0; // killed since
-      const CallOut callOut;
-      procedure(message->hwnd, WM_TIMER, message->wParam, GetTickCount());
+      callOut(procedure, message->hwnd, WM_TIMER, message->wParam, GetTickCount());
       return 0;
     }
-    if (!message->hwnd || !above::queueOfWindowOrFail(message->hwnd)) return 0;
+    if (!message->hwnd) return 0;
     return above::call(message->hwnd, message->message, message->wParam, message->lParam);
   });
 }
 
 LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  return locked<LRESULT>(0, [&]() -> LRESULT {
-    return above::queueOfWindowOrFail(window) ? above::send(window, message, wParam, lParam) : 0;
-  });
+  return locked<LRESULT>(0, [&] { return above::send(window, message, wParam, lParam); });
 }
 
 LRESULT SendMessageTimeoutA(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT, UINT timeout,
                             ULONG_PTR *result) {
   return locked<LRESULT>(0, [&]() -> LRESULT {
-    const std::shared_ptr<Queue> queue = above::queueOfWindowOrFail(window);
+    Queue *const queue = above::queueOfWindowOrFail(window);
     if (!queue) return 0;
     LRESULT answer;
-    if (queue == currentQueue()) {
+    if (queue == currentQueue().get()) {
       answer = above::call(window, message, wParam, lParam);
     } else {
       const auto sent = std::make_shared<Sent>(Sent{window, message, wParam, lParam, {}, 0, false, nullptr});
@@ -188,9 +186,9 @@ LRESULT SendMessageTimeoutA(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 
 BOOL SendNotifyMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
-    const std::shared_ptr<Queue> queue = above::queueOfWindowOrFail(window);
+    Queue *const queue = above::queueOfWindowOrFail(window);
     if (!queue) return FALSE;
-    if (queue == currentQueue())
+    if (queue == currentQueue().get())
       above::call(window, message, wParam, lParam);
     else
       sendNotice(*queue, std::make_shared<Sent>(Sent{window, message, wParam, lParam, {}, 0, false, nullptr}));
@@ -201,7 +199,7 @@ BOOL SendNotifyMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     if (!window) return post(*currentQueue(), messageFor(nullptr, message, wParam, lParam));
-    const std::shared_ptr<Queue> queue = above::queueOfWindowOrFail(window);
+    Queue *const queue = above::queueOfWindowOrFail(window);
     return queue && post(*queue, messageFor(window, message, wParam, lParam));
   });
 }

@@ -15,6 +15,11 @@ POINT onScreen(LONG x, LONG y) {
   return {std::clamp(x, all.left, all.right - 1), std::clamp(y, all.top, all.bottom - 1)};
 }
 
+void movePointer(POINT to) {
+  devices().programMoved = true;
+  theScreen().movePointer(to, ++devices().pointerSerial);
+}
+
 } // namespace
 
 BOOL SetCursorPos(int x, int y) {
@@ -23,7 +28,7 @@ BOOL SetCursorPos(int x, int y) {
     input.message = WM_MOUSEMOVE;
     input.at = onScreen(x, y);
     const POINT old = cursorPosition();
-    theScreen().movePointer(input.at, ++devices().pointerSerial);
+    movePointer(input.at);
     if (input.at.x != old.x || input.at.y != old.y) addInput(std::move(input));
     return TRUE;
   });
@@ -46,7 +51,7 @@ void mouse_event(DWORD flags, DWORD x, DWORD y, DWORD data, ULONG_PTR) {
                             input.at.y + std::clamp(dy, -kFarthest, kFarthest));
       }
       input.message = WM_MOUSEMOVE;
-      theScreen().movePointer(input.at, ++devices().pointerSerial);
+      movePointer(input.at);
       addInput(input);
     }
     constexpr std::pair<DWORD, UINT> kActions[] = {

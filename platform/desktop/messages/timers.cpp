@@ -58,13 +58,13 @@ using namespace platform;
 namespace {
 
 // The queue of a window's timers, or of those without a window; null for a handle that is none.
-std::shared_ptr<Queue> timerQueue(HWND window) { return window ? above::queueOfWindowOrFail(window) : currentQueue(); }
+Queue *timerQueue(HWND window) { return window ? above::queueOfWindowOrFail(window) : currentQueue().get(); }
 
 } // namespace
 
 UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure) {
   return locked<UINT_PTR>(0, [&]() -> UINT_PTR {
-    const std::shared_ptr<Queue> queue = timerQueue(window);
+    Queue *const queue = timerQueue(window);
     if (!queue) return 0;
     const UINT_PTR result = queue->timers.set(window, id, period, procedure);
     queue->wake(); // it may wait for a later moment
@@ -74,7 +74,7 @@ UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure) {
 
 BOOL KillTimer(HWND window, UINT_PTR id) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
-    const std::shared_ptr<Queue> queue = timerQueue(window);
+    Queue *const queue = timerQueue(window);
     if (!queue) return FALSE;
     return queue->timers.kill(window, id) ? TRUE : failWith(ERROR_INVALID_PARAMETER);
   });

@@ -14,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -23,11 +24,11 @@ enum class ShowState { normal, minimized, maximized, minimizedFromMaximized };
 struct Look {
   DWORD style = 0;
   DWORD exStyle = 0;
-  std::string title;        // UTF-8
-  HWND owner = nullptr;     // a window that it stays above
-  BYTE alpha = 255;         // 0 lets everything through
-  QRgb ground = 0xFFFFFFFF; // of areas that the program has not painted yet
-  QImage icon;
+  std::string title;                                // UTF-8
+  HWND owner = nullptr;                             // a window that it stays above
+  BYTE alpha = 255;                                 // 0 lets everything through
+  QRgb ground = 0xFFFFFFFF;                         // of areas that the program has not painted yet
+  std::shared_ptr<const std::vector<QImage>> icons; // one in several sizes; null for the desktop's choice
 };
 
 // Where a top-level window's client area stands, and the limits of its size.
@@ -77,6 +78,7 @@ class Screen {
   virtual void place(HWND window, const Stand &stand, Serial serial) = 0;
   virtual void setState(HWND window, ShowState state, Serial serial) = 0;
   virtual void raise(HWND window) = 0;
+  virtual void lower(HWND window) = 0;
   // Null gives nothing to anybody; it only counts as the program's newest wish.
   virtual void activate(HWND window, Serial serial) = 0;
 

@@ -44,23 +44,27 @@ std::vector<WindowRef> collectAt(POINT point, HWND top) {
 
 } // namespace
 
-std::shared_ptr<Queue> above::queueOfWindow(HWND window) {
-  const WindowRef target = windowOrNone(window);
-  return target ? target->queue : nullptr;
+Queue *above::queueOfWindow(HWND window) {
+  const Window *const target = recordOf(window);
+  return target ? target->queue.get() : nullptr;
 }
 
-std::shared_ptr<Queue> above::queueOfWindowOrFail(HWND window) {
-  const WindowRef target = windowOf(window);
-  return target ? target->queue : nullptr;
+Queue *above::queueOfWindowOrFail(HWND window) {
+  Queue *const queue = queueOfWindow(window);
+  if (!queue) SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+  return queue;
 }
 
 LRESULT above::call(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  const WindowRef target = windowOrNone(window);
-  return target ? callProcedure(*target, message, wParam, lParam) : 0;
+  Window *const target = recordOf(window);
+  if (target) return callProcedure(*target, message, wParam, lParam);
+  SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+  return 0;
 }
 
 LRESULT above::send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  return platform::send(windowOrNone(window), message, wParam, lParam);
+  const WindowRef target = windowOf(window);
+  return target ? platform::send(target, message, wParam, lParam) : 0;
 }
 
 bool above::isIn(HWND window, HWND ancestor) {
@@ -94,7 +98,7 @@ HWND above::placedAt(POINT point, HWND top) {
 }
 
 POINT above::clientOrigin(HWND window) {
-  const WindowRef target = windowOrNone(window);
+  const Window *const target = recordOf(window);
   return target ? platform::clientOrigin(*target) : POINT{0, 0};
 }
 

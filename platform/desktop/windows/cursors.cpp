@@ -1,5 +1,6 @@
-// Icons and cursors of the system.
+// The shape of the pointer over the windows.
 
+#include "platform/desktop/drawing/icons.h"
 #include "platform/desktop/lock.h"
 #include "platform/desktop/screen/screen.h"
 
@@ -9,28 +10,36 @@ namespace platform {
 
 namespace {
 
-bool isNumber(LPCSTR name) { return reinterpret_cast<uintptr_t>(name) <= 0xFFFF; }
+HCURSOR current = nullptr;
 
-// Icons and cursors of the system are numbers of their own; an instance has none.
-constexpr uintptr_t kSystemIcons = 0x10000;
-constexpr uintptr_t kSystemCursors = 0x20000;
-
+// The desktop's own shape where it has one.
 Qt::CursorShape shapeOf(HCURSOR cursor) {
   switch (reinterpret_cast<uintptr_t>(cursor) - kSystemCursors) {
+  case 32512: return Qt::ArrowCursor;
   case 32513: return Qt::IBeamCursor;
   case 32514: return Qt::WaitCursor;
   case 32515: return Qt::CrossCursor;
+  case 32516: return Qt::UpArrowCursor;
   case 32642: return Qt::SizeFDiagCursor;
   case 32643: return Qt::SizeBDiagCursor;
   case 32644: return Qt::SizeHorCursor;
   case 32645: return Qt::SizeVerCursor;
   case 32646: return Qt::SizeAllCursor;
+  case 32648: return Qt::ForbiddenCursor;
   case 32649: return Qt::PointingHandCursor;
-  default: return Qt::ArrowCursor;
+  case 32650: return Qt::BusyCursor;
+  case 32651: return Qt::WhatsThisCursor;
+  default: return Qt::CustomCursor;
   }
 }
 
-HCURSOR currentCursor = nullptr;
+Pointer pointerOf(HCURSOR cursor) {
+  if (!cursor) return {Qt::BlankCursor, {}, {}};
+  const Qt::CursorShape shape = shapeOf(cursor);
+  if (shape != Qt::CustomCursor) return {shape, {}, {}};
+  CursorImage drawn = cursorImage(cursor);
+  return {Qt::ArrowCursor, std::move(drawn.image), drawn.hotSpot};
+}
 
 } // namespace
 
@@ -38,21 +47,13 @@ HCURSOR currentCursor = nullptr;
 
 using namespace platform;
 
-HICON LoadIconA(HINSTANCE instance, LPCSTR name) {
-  if (!instance && isNumber(name)) return reinterpret_cast<HICON>(kSystemIcons + reinterpret_cast<uintptr_t>(name));
-  SetLastError(ERROR_FILE_NOT_FOUND);
-  return nullptr;
-}
-
-HCURSOR LoadCursorA(HINSTANCE instance, LPCSTR name) {
-  if (!instance && isNumber(name)) return reinterpret_cast<HCURSOR>(kSystemCursors + reinterpret_cast<uintptr_t>(name));
-  SetLastError(ERROR_FILE_NOT_FOUND);
-  return nullptr;
-}
-
 HCURSOR SetCursor(HCURSOR cursor) {
   return locked<HCURSOR>(nullptr, [&] {
-    if (cursor != currentCursor) theScreen().setPointer({cursor ? shapeOf(cursor) : Qt::BlankCursor, {}, {}});
-    return std::exchange(currentCursor, cursor);
+    if (cursor != current) theScreen().setPointer(pointerOf(cursor));
+    return std::exchange(current, cursor);
   });
+}
+
+HCURSOR GetCursor() {
+  return locked<HCURSOR>(nullptr, [] { return current; });
 }

@@ -252,6 +252,7 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
       if (wParam > 1) return 0;
       const HICON old = window->icons[wParam];
       window->icons[wParam] = reinterpret_cast<HICON>(lParam);
+      lookOnScreen(*window);
       return reinterpret_cast<LRESULT>(old);
     }
     case WM_GETICON: return wParam > 1 ? 0 : reinterpret_cast<LRESULT>(window->icons[wParam]);

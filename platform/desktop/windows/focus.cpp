@@ -41,11 +41,11 @@ bool canBeActive(const Window &window) {
 
 // The keyboard goes to a window of this thread, or to nobody in it. Another thread that had it hears of that.
 void takeForeground(const std::shared_ptr<Queue> &queue, HWND window, Cause cause) {
-  const std::shared_ptr<Queue> before = above::queueOfWindow(foreground);
-  if (!window && before && before != queue) return; // it is another thread's already
+  Queue *const before = above::queueOfWindow(foreground);
+  if (!window && before && before != queue.get()) return; // it is another thread's already
   foreground = window;
   if (cause != Cause::desktop) activateOnScreen(windowOrNone(window).get());
-  if (!before || before == queue) return;
+  if (!before || before == queue.get()) return;
   before->deeds.emplace_back(Activated{nullptr, activationNow()});
   before->wake();
 }
@@ -122,7 +122,7 @@ void desktopActivated(const WindowRef &window) {
   if (const WindowRef active = windowOrNone(window->queue->active)) activateOnScreen(active.get());
 }
 
-std::shared_ptr<Queue> above::keyboardQueue() { return queueOfWindow(foreground); }
+Queue *above::keyboardQueue() { return queueOfWindow(foreground); }
 
 } // namespace platform
 

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/windows/onscreen.h"
 
+#include "platform/desktop/drawing/icons.h"
 #include "platform/desktop/drawing/objects.h"
 #include "platform/desktop/drawing/surface.h"
 #include "platform/desktop/messages/above.h"
@@ -19,6 +20,17 @@ namespace {
 
 Serial activationSerial = 0;
 
+RECT findSeenArea() {
+  const ScreenInfo info = theScreen().info();
+  constexpr LONG kFar = 1 << 28;
+  return info.placesWindows ? info.all : RECT{-kFar, -kFar, kFar, kFar};
+}
+
+RECT &keptSeenArea() {
+  static RECT area = findSeenArea();
+  return area;
+}
+
 bool isShown(const Window &window) { return window.surface && theScreen().isSeen(); }
 
 ShowState stateOf(const Window &window) {
@@ -26,7 +38,29 @@ ShowState stateOf(const Window &window) {
   return window.is(WS_MAXIMIZE) ? ShowState::maximized : ShowState::normal;
 }
 
-Look lookOf(const Window &window) {
+// The desktop shows a window's icon in sizes of its own. Without one that is the program's, it has its own way to find one.
+void settleIcons(Window &window) {
+  constexpr int kSizes[] = {16, 24, 32, 48, 64, 128};
+  constexpr int kSmall = 24;
+  const auto own = [](HICON icon) { // not one of the system's
+    const uintptr_t number = reinterpret_cast<uintptr_t>(icon);
+    return number >= kSystemIcons && number < kSystemCursors ? nullptr : icon;
+  };
+  HICON big = own(window.icons[ICON_BIG]), small = own(window.icons[ICON_SMALL]);
+  if (!big) big = small ? small : own(window.windowClass->icon);
+  if (!small) small = big;
+  OnScreen &known = window.onScreen;
+  if (known.iconsFrom == std::pair(big, small)) return;
+  known.iconsFrom = {big, small};
+  known.icons = nullptr;
+  if (!big) return;
+  std::vector<QImage> images;
+  for (const int size : kSizes) images.push_back(iconImage(size <= kSmall ? small : big, size));
+  known.icons = std::make_shared<const std::vector<QImage>>(std::move(images));
+}
+
+Look lookOf(Window &window) {
+  settleIcons(window);
   Look look;
   look.style = window.style;
   look.exStyle = window.exStyle;
@@ -36,6 +70,7 @@ Look lookOf(const Window &window) {
   look.alpha = layered ? window.alpha : 255;
   const auto ground = brushOf(window.windowClass->background);
   if (ground && ground->style == BS_SOLID) look.ground = toQt(ground->color);
+  look.icons = window.onScreen.icons;
   return look;
 }
 
@@ -54,12 +89,11 @@ Stand standOf(const Window &window) {
 void showOnScreen(Window &window) {
   if (!isShown(window)) return;
   OnScreen &known = window.onScreen;
-  known = {true,
-           window.exStyle & WS_EX_TOPMOST ? true : false,
-           toQt(window.client),
-           stateOf(window),
-           known.placeSerial + 1,
-           known.stateSerial + 1};
+  known.open = true;
+  known.topmost = window.exStyle & WS_EX_TOPMOST;
+  known.client = toQt(window.client);
+  known.state = stateOf(window);
+  ++known.placeSerial, ++known.stateSerial;
   theScreen().show(window.handle, lookOf(window), standOf(window), known.placeSerial, known.state, known.stateSerial,
                    window.surface->picture());
 }
@@ -87,6 +121,10 @@ void raiseOnScreen(Window &window) {
   if (window.onScreen.open) theScreen().raise(window.handle);
 }
 
+void lowerOnScreen(Window &window) {
+  if (window.onScreen.open) theScreen().lower(window.handle);
+}
+
 void bandsOnScreen() {
   for (Window *window : desktopWindow().children) {
     const bool topmost = window->exStyle & WS_EX_TOPMOST;
@@ -110,6 +148,8 @@ void activateOnScreen(Window *window) {
 }
 
 Serial activationNow() { return activationSerial; }
+
+const RECT &seenArea() { return keptSeenArea(); }
 
 // ---- The user's deeds, on the threads of their windows
 
@@ -160,6 +200,7 @@ std::vector<WindowRef> ownTopLevel() {
 
 void carryOutDeed(const ScreenChanged &) {
   const SIZE size = theScreen().info().size;
+  keptSeenArea() = findSeenArea();
   desktopWindow().rect = desktopWindow().client = {0, 0, size.cx, size.cy};
   for (const WindowRef &window : ownTopLevel())
     if (window->alive) send(window, WM_DISPLAYCHANGE, 32, lParamOf(size.cx, size.cy));

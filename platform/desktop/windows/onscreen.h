@@ -10,6 +10,7 @@ void hideOnScreen(Window &window);
 // Its place or its state may have changed.
 void placeOnScreen(Window &window);
 void raiseOnScreen(Window &window);
+void lowerOnScreen(Window &window);
 // Windows may have become topmost, or are it no more.
 void bandsOnScreen();
 // Its title, styles, icon, owner or opacity may have changed.
@@ -20,5 +21,8 @@ void closeOnScreen(Window &window);
 void activateOnScreen(Window *window);
 // The serial number of that wish.
 Serial activationNow();
+
+// Where on the screen windows can be seen; without limits where nobody knows their places.
+const RECT &seenArea();
 
 } // namespace platform

@@ -156,7 +156,7 @@ void apply(const WindowRef &window, const WINDOWPOS &position, const RECT &rect,
 }
 
 // What the screen shows of it.
-void takeToScreen(Window &window, UINT flags) {
+void takeToScreen(Window &window, UINT flags, HWND after) {
   if (!window.surface) return;
   if (flags & SWP_HIDEWINDOW)
     hideOnScreen(window);
@@ -166,7 +166,10 @@ void takeToScreen(Window &window, UINT flags) {
     placeOnScreen(window);
   if (flags & SWP_NOZORDER) return;
   bandsOnScreen();
-  if (window.parent->children.front() == &window) raiseOnScreen(window);
+  if (after == HWND_BOTTOM)
+    lowerOnScreen(window);
+  else if (window.parent->children.front() == &window)
+    raiseOnScreen(window);
 }
 
 } // namespace
@@ -174,7 +177,7 @@ void takeToScreen(Window &window, UINT flags) {
 void raise(Window &window) {
   if (isInPlace(window, HWND_TOP)) return;
   reorder(window, HWND_TOP);
-  takeToScreen(window, SWP_NOZORDER);
+  bandsOnScreen();
   raiseOnScreen(window);
 }
 
@@ -199,8 +202,8 @@ bool setWindowPos(const WindowRef &window, WINDOWPOS position) {
 
   apply(window, position, rect, client);
   const UINT flags = position.flags;
-  takeToScreen(*window, flags);
-  if (window->is(WS_VISIBLE) || (flags & SWP_HIDEWINDOW)) lookUnderPointer();
+  takeToScreen(*window, flags, position.hwndInsertAfter);
+  if (window->is(WS_VISIBLE) || (flags & SWP_HIDEWINDOW)) changedUnderPointer();
 
   if (!(flags & (SWP_NOACTIVATE | SWP_HIDEWINDOW)) && !wasActive) {
     if (window->isChild())

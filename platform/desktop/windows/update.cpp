@@ -4,6 +4,7 @@
 
 #include "platform/desktop/lock.h"
 #include "platform/desktop/windows/contexts.h"
+#include "platform/desktop/windows/onscreen.h"
 
 #include <algorithm>
 
@@ -95,7 +96,8 @@ void collectDue(const Window &window, bool all, std::vector<WindowRef> &due) {
 
 void invalidate(Window &window, const QRegion &region, bool erase, bool frame, Children children) {
   if (!window.parent || !isOpen(window)) return;
-  addUpdate(window, region & withinAncestors(window), erase, frame, children);
+  const QRect seen = withinAncestors(window);
+  addUpdate(window, seen.contains(region.boundingRect()) ? region : region & seen, erase, frame, children);
   window.queue->wake();
 }
 
@@ -136,11 +138,9 @@ QRegion visibleClient(const Window &window) {
 
 namespace {
 
-// What of a top-level window's pixels stands on the screen. Where places are unknown, everything does.
+// What of a top-level window's pixels stands on the screen.
 QRect onScreenPart(const Window &window) {
-  const QRect client = toQt(window.clientArea());
-  const ScreenInfo info = theScreen().info();
-  return info.placesWindows ? client & toQt(offset(info.all, -window.client.left, -window.client.top)) : client;
+  return toQt(window.clientArea()) & toQt(offset(seenArea(), -window.client.left, -window.client.top));
 }
 
 } // namespace
@@ -150,7 +150,7 @@ QRegion visibleWhole(const Window &window) {
   if (!window.parent) return QRegion(toQt(window.clientArea()));
   if (window.isTopLevel()) return QRegion(onScreenPart(window)); // its frame is the desktop's
   const POINT origin = originInSurface(*window.parent);
-  return withoutCover(window, QRegion(toQt(offset(window.rect, origin.x, origin.y)))) & onScreenPart(rootOf(window));
+  return withoutCover(window, toQt(offset(window.rect, origin.x, origin.y)) & onScreenPart(rootOf(window)));
 }
 
 void eraseNow(const WindowRef &window) {

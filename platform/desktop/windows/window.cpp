@@ -97,6 +97,11 @@ WindowRef windowOrNone(HWND handle) {
   return place ? place->window : nullptr;
 }
 
+Window *recordOf(HWND handle) {
+  const Place *place = placeOf(handle);
+  return place ? place->window.get() : nullptr;
+}
+
 WindowRef windowOf(HWND handle) {
   const Place *place = placeOf(handle);
   if (place) return place->window;
@@ -179,10 +184,7 @@ RECT screenRect(const Window &window) {
 }
 
 LRESULT callProcedure(Window &window, UINT message, WPARAM wParam, LPARAM lParam) {
-  const WNDPROC procedure = window.procedure;
-  const HWND handle = window.handle;
-  const CallOut callOut;
-  return procedure(handle, message, wParam, lParam);
+  return callOut(window.procedure, window.handle, message, wParam, lParam);
 }
 
 LRESULT send(const WindowRef &window, UINT message, WPARAM wParam, LPARAM lParam) {

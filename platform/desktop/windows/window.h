@@ -39,6 +39,8 @@ struct OnScreen {
   QRect client;
   ShowState state = ShowState::normal;
   Serial placeSerial = 0, stateSerial = 0;
+  std::pair<HICON, HICON> iconsFrom; // a big one and a small one
+  std::shared_ptr<const std::vector<QImage>> icons;
 };
 
 struct Window {
@@ -106,6 +108,8 @@ Window &desktopWindow();
 WindowRef windowOf(HWND handle);
 // The same, and null without an error for a null handle.
 WindowRef windowOrNone(HWND handle);
+// The same for a moment in which no procedure runs.
+Window *recordOf(HWND handle);
 WindowRef refOf(const Window *window);
 inline HWND handleOf(const Window *window) { return window ? window->handle : nullptr; }
 

@@ -16,6 +16,7 @@ class NullScreen final : public Screen {
   void place(HWND, const Stand &, Serial) override {}
   void setState(HWND, ShowState, Serial) override {}
   void raise(HWND) override {}
+  void lower(HWND) override {}
   void activate(HWND, Serial) override {}
   void flush(HWND) override {}
   void flushSoon() override {}

@@ -57,6 +57,9 @@ class QtScreen final : public Screen {
   void raise(HWND window) override {
     onWindow(window, [](ShownWindow &shown) { shown.raise(); });
   }
+  void lower(HWND window) override {
+    onWindow(window, [](ShownWindow &shown) { shown.lower(); });
+  }
   void activate(HWND window, Serial serial) override {
     post([=, this] { desk_->activate(window, serial); });
   }

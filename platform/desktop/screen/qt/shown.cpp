@@ -61,6 +61,13 @@ ShowState stateOf(Qt::WindowStates states) {
   return large ? ShowState::maximized : ShowState::normal;
 }
 
+QIcon iconOf(const Look &look) {
+  QIcon icon;
+  if (look.icons)
+    for (const QImage &image : *look.icons) icon.addPixmap(QPixmap::fromImage(image));
+  return icon;
+}
+
 // Pixels of an image into an image that has the same ones.
 void copyPixels(const QImage &from, QImage &to, const QRect &part) {
   const size_t bytes = sizeof(QRgb) * static_cast<size_t>(part.width());
@@ -86,8 +93,7 @@ void ShownWindow::setLook(const Look &look) {
   const bool first = !std::exchange(looks_, true);
   if (first || flagsOf(look) != flagsOf(look_)) setFlags(flagsOf(look));
   if (first || look.title != look_.title) setTitle(QString::fromStdString(look.title));
-  if (look.icon.cacheKey() != look_.icon.cacheKey())
-    setIcon(look.icon.isNull() ? QIcon() : QIcon(QPixmap::fromImage(look.icon)));
+  if (look.icons != look_.icons) setIcon(iconOf(look));
   if (look.alpha != look_.alpha && desk_.placesWindows()) setOpacity(look.alpha / 255.0); // Wayland knows none
   look_ = look;
 }
