@@ -7,7 +7,23 @@
 
 namespace {
 
-constexpr WPARAM kBigIcon = 1; // of WM_SETICON
+HICON plainIcon(COLORREF colour) {
+  const HDC screen = GetDC(nullptr), memory = CreateCompatibleDC(screen);
+  const HBITMAP picture = CreateCompatibleBitmap(screen, 32, 32), mask = CreateBitmap(32, 32, 1, 1, nullptr);
+  const HBRUSH brush = CreateSolidBrush(colour);
+  const RECT all = {0, 0, 32, 32};
+  for (const auto &[bitmap, ground] : {std::pair(picture, brush), {mask, HBRUSH(GetStockObject(BLACK_BRUSH))}}) {
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    FillRect(memory, &all, ground);
+    SelectObject(memory, before);
+  }
+  ICONINFO parts = {TRUE, 0, 0, mask, picture};
+  const HICON icon = CreateIconIndirect(&parts);
+  for (const HGDIOBJ object : {HGDIOBJ(picture), HGDIOBJ(mask), HGDIOBJ(brush)}) DeleteObject(object);
+  DeleteDC(memory);
+  ReleaseDC(nullptr, screen);
+  return icon;
+}
 
 // From the bottom, in letters of their titles.
 std::string order() {
@@ -41,8 +57,7 @@ TEST_F(AnyDesktop, TheProgramIsKnownByItsFile) {
 
 // That of its class, unless the program sets another.
 TEST_F(X11Desktop, TheIconIsThatOfTheProgram) {
-  const HICON ofClass = LoadIconA(nullptr, MAKEINTRESOURCEA(32513)),
-              other = LoadIconA(nullptr, MAKEINTRESOURCEA(32514));
+  const HICON ofClass = plainIcon(RGB(200, 0, 0)), other = plainIcon(RGB(0, 0, 200));
   WNDCLASSA windowClass{};
   windowClass.lpfnWndProc = DefWindowProcA;
   windowClass.hIcon = ofClass;
@@ -52,17 +67,22 @@ TEST_F(X11Desktop, TheIconIsThatOfTheProgram) {
                                       nullptr, nullptr);
   names[window] = "A";
   ShowWindow(window, SW_SHOW);
-  const auto pixels = [] {
-    const std::vector<X11User::Icon> icons = x11User().icons(user().window("A"));
-    return icons.empty() ? std::vector<uint32_t>() : icons.front().pixels;
+  // the one colour of the icon of that size; nothing when there is none or they are several
+  const auto colour = [] {
+    for (const X11User::Icon &icon : x11User().icons(user().window("A")))
+      if (icon.width == 32 && icon.height == 32 &&
+          std::count(icon.pixels.begin(), icon.pixels.end(), icon.pixels[0]) == 32 * 32)
+        return icon.pixels[0];
+    return 0u;
   };
-  EXPECT_TRUE(until([&] { return !pixels().empty(); }));
-  const std::vector<uint32_t> first = pixels();
-  EXPECT_GT(std::count_if(first.begin(), first.end(), [](uint32_t pixel) { return pixel >> 24 == 255; }), 50);
-  SendMessageA(window, WM_SETICON, kBigIcon, reinterpret_cast<LPARAM>(other));
-  EXPECT_TRUE(until([&] { return !pixels().empty() && pixels() != first; }));
-  SendMessageA(window, WM_SETICON, kBigIcon, 0);
-  EXPECT_TRUE(until([&] { return pixels() == first; }));
+  EXPECT_TRUE(until([&] { return colour() == 0xFFC80000; })) << std::hex << colour();
+  SendMessageA(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(other));
+  EXPECT_TRUE(until([&] { return colour() == 0xFF0000C8; })) << std::hex << colour();
+  SendMessageA(window, WM_SETICON, ICON_BIG, 0);
+  EXPECT_TRUE(until([&] { return colour() == 0xFFC80000; })) << std::hex << colour();
+  DestroyWindow(window);
+  DestroyIcon(ofClass);
+  DestroyIcon(other);
 }
 
 TEST_F(X11Desktop, AWindowIsTranslucent) {
