@@ -143,6 +143,16 @@ TEST_F(X11Desktop, WindowsMoveUnderARestingPointer) {
   ShowWindow(below, SW_HIDE);
 }
 
+TEST_F(AnyDesktop, AWindowAppearsUnderARestingPointer) {
+  user().point(640, 400);
+  listen("M");
+  show("A", WS_POPUP, 340, 200, 600, 400);
+  const Place place = there("A");
+  const std::string expected = "A< MOUSE " + std::to_string(640 - place.x) + ',' + std::to_string(400 - place.y);
+  serve(100);
+  EXPECT_EQ(told(expected), expected);
+}
+
 TEST_F(AnyDesktop, ThePointerLeaves) {
   const HWND window = show("A");
   const Place place = there("A");
