@@ -5,6 +5,8 @@
 
 #include <QRect>
 
+#include <algorithm>
+
 namespace platform {
 
 // Right and bottom lie outside, as everywhere in the API.
@@ -13,6 +15,14 @@ inline RECT offset(const RECT &rect, LONG dx, LONG dy) {
 }
 inline bool sameRect(const RECT &a, const RECT &b) {
   return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+// Right may come to lie left of left, and bottom above top: nothing is in it then.
+inline RECT intersected(const RECT &a, const RECT &b) {
+  return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right), std::min(a.bottom, b.bottom)};
+}
+inline bool isIn(const RECT &inner, const RECT &outer) {
+  return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+         inner.bottom <= outer.bottom;
 }
 inline bool contains(const RECT &rect, POINT point) {
   return point.x >= rect.left && point.x < rect.right && point.y >= rect.top && point.y < rect.bottom;

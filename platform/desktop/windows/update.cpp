@@ -47,12 +47,12 @@ void addUpdate(Window &window, const QRegion &region, bool erase, bool frame, Ch
 }
 
 // The part of a window that its ancestors let through, in its client coordinates.
-QRect withinAncestors(const Window &window) {
-  QRect seen = toQt(offset(window.rect, -window.client.left, -window.client.top));
-  QPoint origin;
+RECT withinAncestors(const Window &window) {
+  RECT seen = offset(window.rect, -window.client.left, -window.client.top);
+  POINT origin{0, 0};
   for (const Window *one = &window; one->parent && one->parent->parent; one = one->parent) {
-    origin -= QPoint(one->client.left, one->client.top);
-    seen &= toQt(one->parent->clientArea()).translated(origin);
+    origin = {origin.x - one->client.left, origin.y - one->client.top};
+    seen = intersected(seen, offset(one->parent->clientArea(), origin.x, origin.y));
   }
   return seen;
 }
@@ -96,8 +96,8 @@ void collectDue(const Window &window, bool all, std::vector<WindowRef> &due) {
 
 void invalidate(Window &window, const QRegion &region, bool erase, bool frame, Children children) {
   if (!window.parent || !isOpen(window)) return;
-  const QRect seen = withinAncestors(window);
-  addUpdate(window, seen.contains(region.boundingRect()) ? region : region & seen, erase, frame, children);
+  const RECT seen = withinAncestors(window);
+  addUpdate(window, isIn(fromQt(region.boundingRect()), seen) ? region : region & toQt(seen), erase, frame, children);
   window.queue->wake();
 }
 
@@ -139,8 +139,8 @@ QRegion visibleClient(const Window &window) {
 namespace {
 
 // What of a top-level window's pixels stands on the screen.
-QRect onScreenPart(const Window &window) {
-  return toQt(window.clientArea()) & toQt(offset(seenArea(), -window.client.left, -window.client.top));
+RECT onScreenPart(const Window &window) {
+  return intersected(window.clientArea(), offset(seenArea(), -window.client.left, -window.client.top));
 }
 
 } // namespace
@@ -148,9 +148,9 @@ QRect onScreenPart(const Window &window) {
 QRegion visibleWhole(const Window &window) {
   if (!isOpen(window)) return {};
   if (!window.parent) return QRegion(toQt(window.clientArea()));
-  if (window.isTopLevel()) return QRegion(onScreenPart(window)); // its frame is the desktop's
+  if (window.isTopLevel()) return QRegion(toQt(onScreenPart(window))); // its frame is the desktop's
   const POINT origin = originInSurface(*window.parent);
-  return withoutCover(window, toQt(offset(window.rect, origin.x, origin.y)) & onScreenPart(rootOf(window)));
+  return withoutCover(window, toQt(intersected(offset(window.rect, origin.x, origin.y), onScreenPart(rootOf(window)))));
 }
 
 void eraseNow(const WindowRef &window) {

@@ -145,8 +145,9 @@ class Host::Worker : public QObject {
 Host::Host(Work cleanUp) : cleanUp_(std::move(cleanUp)), process_(getpid()) {}
 
 Host *Host::start(Work cleanUp) {
-  auto *const host = new Host(std::move(cleanUp)); // threads may look at it until the very end
-  if (QCoreApplication::instance() ? host->visit() : host->startThread()) return host;
+  std::unique_ptr<Host> host(new Host(std::move(cleanUp)));
+  if (QCoreApplication::instance() ? host->visit() : host->startThread()) return host.release();
+  if (host->thread_.joinable()) static_cast<void>(host.release()); // a display that may still answer
   return nullptr;
 }
 
@@ -163,6 +164,7 @@ bool Host::startThread() {
     return true;
   }
   tellUnusable();
+  if (phase_ == Phase::failed) thread_.join();
   return false;
 }
 

@@ -213,8 +213,9 @@ std::optional<Clock::time_point> ShownWindow::late(Clock::time_point now) {
 // ---- What the desktop tells
 
 bool ShownWindow::event(QEvent *event) {
+  Desk &desk = desk_; // the event may be the window's last
   const bool known = dealWith(event);
-  desk_.seen(event->type());
+  desk.seen(event->type());
   return known;
 }
 
