@@ -173,20 +173,24 @@ class OnX11 : public X11User {
     return known = reply ? reply->atom : 0;
   }
 
-  // A property's bytes; nothing when the window has none, or is gone.
-  std::string bytes(xcb_window_t window, const std::string &name) {
-    const auto cookie = xcb_get_property(connection_, 0, window, atom(name), XCB_ATOM_ANY, 0, 1 << 20);
-    const auto reply = owned(xcb_get_property_reply(connection_, cookie, nullptr));
+  // A property is asked for and read in two steps: what is asked for at once takes one way to the server and back.
+  xcb_get_property_cookie_t ask(xcb_window_t window, const std::string &name) {
+    return xcb_get_property(connection_, 0, window, atom(name), XCB_ATOM_ANY, 0, 1 << 20);
+  }
+  // Its bytes; nothing when the window has none, or is gone.
+  std::string bytes(xcb_get_property_cookie_t asked) {
+    const auto reply = owned(xcb_get_property_reply(connection_, asked, nullptr));
     if (!reply) return {};
     return {static_cast<const char *>(xcb_get_property_value(reply.get())),
             static_cast<size_t>(xcb_get_property_value_length(reply.get()))};
   }
-  Words words(xcb_window_t window, const std::string &name) {
-    const std::string all = bytes(window, name);
+  Words words(xcb_get_property_cookie_t asked) {
+    const std::string all = bytes(asked);
     Words numbers(all.size() / sizeof(uint32_t));
     std::memcpy(numbers.data(), all.data(), numbers.size() * sizeof(uint32_t));
     return numbers;
   }
+  Words words(xcb_window_t window, const std::string &name) { return words(ask(window, name)); }
 
   std::vector<xcb_window_t> children(xcb_window_t window) {
     const auto tree = owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
@@ -201,7 +205,7 @@ class OnX11 : public X11User {
     const auto cookie = xcb_get_window_attributes(connection_, top);
     const auto attributes = owned(xcb_get_window_attributes_reply(connection_, cookie, nullptr));
     const bool shown = attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
-    return shown && !bytes(top, "WM_CLASS").empty() ? top : 0;
+    return shown && !bytes(ask(top, "WM_CLASS")).empty() ? top : 0;
   }
   xcb_window_t marked(xcb_window_t window, int depth) {
     const Words state = words(window, "WM_STATE");
@@ -222,28 +226,26 @@ class OnX11 : public X11User {
   }
 
   Shown look(xcb_window_t window, uint32_t active) {
-    Shown shown;
-    shown.id = window;
-    shown.title = bytes(window, "_NET_WM_NAME");
-    const std::string both = bytes(window, "WM_CLASS"); // the instance and the class, each with an end mark
-    shown.program = both.substr(std::min(both.find('\0'), both.size() - 1) + 1).c_str();
-    shown.client = placeOf(window);
-    shown.active = window == active;
-    const Words states = words(window, "_NET_WM_STATE"), state = words(window, "WM_STATE");
-    const auto has = [&](const char *name) { return std::count(states.begin(), states.end(), atom(name)) > 0; };
-    shown.minimised = !state.empty() && state[0] == kIconic;
-    shown.maximised = has("_NET_WM_STATE_MAXIMIZED_HORZ") && has("_NET_WM_STATE_MAXIMIZED_VERT");
-    shown.above = has("_NET_WM_STATE_ABOVE");
-    const Words opacity = words(window, "_NET_WM_WINDOW_OPACITY");
-    if (!opacity.empty()) shown.opacity = opacity[0] / 4294967295.0;
-    return shown;
-  }
-  Place placeOf(xcb_window_t window) {
+    const auto title = ask(window, "_NET_WM_NAME"), program = ask(window, "WM_CLASS"), state = ask(window, "WM_STATE"),
+               more = ask(window, "_NET_WM_STATE"), opacity = ask(window, "_NET_WM_WINDOW_OPACITY");
     const auto size = xcb_get_geometry(connection_, window);
     const auto corner = xcb_translate_coordinates(connection_, window, root_, 0, 0);
+    Shown shown;
+    shown.id = window;
+    shown.active = window == active;
+    shown.title = bytes(title);
+    const std::string both = bytes(program); // the instance and the class, each with an end mark
+    shown.program = both.substr(std::min(both.find('\0'), both.size() - 1) + 1).c_str();
+    const Words iconic = words(state), states = words(more), part = words(opacity);
+    const auto has = [&](const char *name) { return std::count(states.begin(), states.end(), atom(name)) > 0; };
+    shown.minimised = !iconic.empty() && iconic[0] == kIconic;
+    shown.maximised = has("_NET_WM_STATE_MAXIMIZED_HORZ") && has("_NET_WM_STATE_MAXIMIZED_VERT");
+    shown.above = has("_NET_WM_STATE_ABOVE");
+    if (!part.empty()) shown.opacity = part[0] / 4294967295.0;
     const auto extent = owned(xcb_get_geometry_reply(connection_, size, nullptr));
     const auto origin = owned(xcb_translate_coordinates_reply(connection_, corner, nullptr));
-    return extent && origin ? Place{origin->dst_x, origin->dst_y, extent->width, extent->height} : Place{};
+    if (extent && origin) shown.client = {origin->dst_x, origin->dst_y, extent->width, extent->height};
+    return shown;
   }
 
   void send(xcb_window_t to, uint32_t mask, xcb_window_t about, const std::string &type, const Words &data) {
