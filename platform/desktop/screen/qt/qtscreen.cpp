@@ -40,7 +40,7 @@ class QtScreen final : public Screen {
     });
   }
   void hide(HWND window) override {
-    onWindow(window, [](ShownWindow &shown) { shown.setVisible(false); });
+    onWindow(window, [this](ShownWindow &shown) { desk_->hide(shown); });
   }
   void close(HWND window) override {
     post([=, this] { desk_->remove(window); });
