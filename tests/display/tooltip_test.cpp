@@ -7,14 +7,19 @@ namespace {
 constexpr COLORREF kGround = RGB(255, 0, 255); // of tips; nothing else here has it
 constexpr int kUnder = 19, kFrame = 1;         // the tip begins so far below the pointer, and a pixel left of it
 
+TTTOOLINFOA toolOf(HWND window, UINT flags, const char *text) {
+  TTTOOLINFOA info{};
+  info.cbSize = TTTOOLINFOA_V2_SIZE, info.uFlags = flags | TTF_IDISHWND, info.hwnd = window;
+  info.uId = reinterpret_cast<UINT_PTR>(window), info.lpszText = const_cast<char *>(text);
+  return info;
+}
+
 // A tooltip whose only tool is the client area of this window.
-HWND makeTip(HWND owner, const char *text) {
+HWND makeTip(HWND owner, const char *text, UINT flags = TTF_SUBCLASS) {
   InitCommonControls();
   const HWND tip = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, TTS_ALWAYSTIP, 0, 0, 0, 0, owner, nullptr,
                                    nullptr, nullptr);
-  TTTOOLINFOA info{};
-  info.cbSize = TTTOOLINFOA_V2_SIZE, info.uFlags = TTF_IDISHWND | TTF_SUBCLASS, info.hwnd = owner;
-  info.uId = reinterpret_cast<UINT_PTR>(owner), info.lpszText = const_cast<char *>(text);
+  TTTOOLINFOA info = toolOf(owner, flags, text);
   EXPECT_TRUE(SendMessageA(tip, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&info)));
   SendMessageA(tip, TTM_SETDELAYTIME, TTDT_INITIAL, 100), SendMessageA(tip, TTM_SETTIPBKCOLOR, kGround, 0);
   return tip;
@@ -83,6 +88,31 @@ TEST_F(AnyDesktop, ThePointerGoesThroughATip) {
   EXPECT_NE(lines.find("LDOWN"), std::string::npos) << lines;
   EXPECT_NE(lines.find(at), std::string::npos) << lines;
   EXPECT_TRUE(until([] { return seenTip() == Place{}; })) << "a press takes it down";
+  DestroyWindow(tip);
+}
+
+// A program moves one along with what is dragged, and changes what it says.
+TEST_F(AnyDesktop, AHeldTipMovesAndGrows) {
+  const HWND window = show("A"), tip = makeTip(window, "-3 dB", TTF_TRACK | TTF_ABSOLUTE);
+  const Place area = there("A"), own = here(window);
+  TTTOOLINFOA info = toolOf(window, TTF_TRACK, "-3 dB");
+  const auto expectAt = [&](int x, int y) {
+    RECT size;
+    GetClientRect(tip, &size);
+    const Place wanted = {area.x + x - kFrame, area.y + y - kFrame, size.right, size.bottom};
+    EXPECT_TRUE(until([&] { return seenTip() == wanted; })) << seenTip() << " instead of " << wanted;
+  };
+  for (int round = 0; round < 5; ++round) {
+    const int x = 50 + 40 * round, y = 60 + 20 * round;
+    SendMessageA(tip, TTM_TRACKPOSITION, 0, MAKELPARAM(own.x + x, own.y + y));
+    if (round == 0) SendMessageA(tip, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&info));
+    expectAt(x, y);
+  }
+  info.lpszText = const_cast<char *>("-12.5 dB and more");
+  SendMessageA(tip, TTM_UPDATETIPTEXTA, 0, reinterpret_cast<LPARAM>(&info));
+  expectAt(210, 140);
+  SendMessageA(tip, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&info));
+  EXPECT_TRUE(until([] { return seenTip() == Place{}; }));
   DestroyWindow(tip);
 }
 

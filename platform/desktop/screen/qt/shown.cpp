@@ -25,11 +25,16 @@ constexpr auto kTogether = 8ms; // within which a change of state and one of pla
 
 bool is(DWORD bits, DWORD wanted) { return (bits & wanted) == wanted; }
 
+Qt::WindowType typeOf(const Look &look) {
+  const bool isPlainPopup = is(look.style, WS_POPUP) && !is(look.style, WS_CAPTION);
+  if (isPlainPopup) return look.exStyle & WS_EX_TOOLWINDOW ? Qt::ToolTip : Qt::Tool;
+  return look.owner ? Qt::Dialog : Qt::Window; // plain windows of Qt's aren't kept above others
+}
+
 Qt::WindowFlags flagsOf(const Look &look) {
-  Qt::WindowFlags flags = look.owner ? Qt::Dialog : Qt::Window; // plain windows of Qt's aren't kept above others
+  Qt::WindowFlags flags = typeOf(look);
   const bool caption = is(look.style, WS_CAPTION);
   if (!caption && !is(look.style, WS_THICKFRAME)) flags |= Qt::FramelessWindowHint;
-  if (is(look.style, WS_POPUP) && !caption) flags |= look.exStyle & WS_EX_TOOLWINDOW ? Qt::ToolTip : Qt::Tool;
   if (look.exStyle & WS_EX_TOPMOST) flags |= Qt::WindowStaysOnTopHint;
   if (look.exStyle & WS_EX_NOACTIVATE) flags |= Qt::WindowDoesNotAcceptFocus;
   if (look.passesInput) flags |= Qt::WindowTransparentForInput;
@@ -126,7 +131,7 @@ void ShownWindow::appear() {
   desk_.linkOwned();
   const bool unmanaged = desk_.isUnmanaged();
   limitSize(state_.wanted() != ShowState::normal && !unmanaged);
-  if (unmanaged || state_.wanted() == ShowState::normal) setGeometry(relativeToOwner(place_.wanted()));
+  if (unmanaged || state_.wanted() == ShowState::normal) stand();
   if (!unmanaged) setWindowStates(qtStates(state_.wanted()));
   setVisible(!unmanaged || !isMinimized(state_.wanted()));
   if (unmanaged) return;
@@ -160,7 +165,7 @@ bool ShownWindow::isFree() const {
 bool ShownWindow::askPlace() {
   if (!isFree() && !desk_.isUnmanaged()) return true; // later, when it is
   limitSize(false);
-  setGeometry(relativeToOwner(place_.wanted()));
+  stand();
   return true;
 }
 
@@ -191,6 +196,17 @@ bool ShownWindow::askState(ShowState state) {
   // a Wayland compositor never tells that a window is minimized
   if (!desk_.placesWindows() && isMinimized(state)) state_.settle(state);
   return true;
+}
+
+// Takes the place that is wanted. On a Wayland compositor tips and the like have theirs from when they are shown.
+void ShownWindow::stand() {
+  const QRect place = relativeToOwner(place_.wanted());
+  const bool isFixed = !desk_.placesWindows() && transientParent() && type() == Qt::ToolTip;
+  const bool again = isVisible() && isFixed && place.topLeft() != stoodAt_;
+  stoodAt_ = place.topLeft();
+  if (again) setVisible(false);
+  setGeometry(place);
+  if (again) setVisible(true);
 }
 
 // Where places are unknown, windows that belong to another stand where they stand beside it.
