@@ -136,3 +136,20 @@ TEST_F(X11Desktop, ATipStaysOnTheScreenAndFreeOfThePointer) {
   }
   DestroyWindow(tip);
 }
+
+// There the compositor alone knows, and it moves them.
+TEST_F(SwayDesktop, ATipIsSeenAsAWhole) {
+  const HWND window = show("A"), tip = makeTip(window, "A tip that is rather long");
+  const Place area = there("A"), edge = {1280 - area.width, 800 - area.height, area.width, area.height};
+  user().place(user().window("A"), edge);
+  EXPECT_TRUE(until([&] { return there("A") == edge; })) << there("A");
+  user().point(1275, 780);
+  RECT size;
+  const auto isWhole = [&] {
+    GetClientRect(tip, &size);
+    const Place seen = seenTip();
+    return seen.width > 0 && seen.width == size.right && seen.height == size.bottom;
+  };
+  EXPECT_TRUE(until(isWhole)) << seenTip() << " of " << size.right << 'x' << size.bottom;
+  DestroyWindow(tip);
+}
