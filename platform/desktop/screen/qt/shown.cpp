@@ -109,12 +109,14 @@ void ShownWindow::place(const Stand &stand, Serial serial) {
     place_.settle(wanted, serial);
     return;
   }
+  if (std::exchange(refused_, false)) return keepDesktopsSize(wanted, serial);
   place_.want(wanted, serial);
   // the desktop has the last word on a maximized window, and has said it
   if (isMaximized(state_.known()) && state_.isQuiet()) takeDesktopsPlace();
 }
 
 void ShownWindow::setState(ShowState state, Serial serial) {
+  refused_ = false;
   if (isVisible() || state_.wanted() != state)
     state_.want(state, serial);
   else
@@ -126,7 +128,8 @@ void ShownWindow::appear() {
   desk_.linkOwned();
   const bool unmanaged = desk_.isUnmanaged();
   limitSize(state_.wanted() != ShowState::normal && !unmanaged);
-  if (unmanaged || state_.wanted() == ShowState::normal) setGeometry(relativeToOwner(place_.wanted()));
+  if (unmanaged || !desk_.placesWindows() || state_.wanted() == ShowState::normal)
+    setGeometry(relativeToOwner(place_.wanted()));
   if (!unmanaged) setWindowStates(qtStates(state_.wanted()));
   setVisible(!unmanaged || !isMinimized(state_.wanted()));
   if (unmanaged) return;
@@ -206,7 +209,9 @@ void ShownWindow::pressed() {
 }
 
 std::optional<Clock::time_point> ShownWindow::late(Clock::time_point now) {
+  const bool large = isMaximized(state_.wanted());
   state_.late(now);
+  if (large && !desk_.placesWindows()) refused_ = isFree();
   if (const auto due = state_.due()) place_.hold(*due + kPlacePause);
   if (isVisible() && !isMinimized(state_.known())) place_.learn(placeNow());
   place_.late(now);
@@ -264,6 +269,14 @@ void ShownWindow::takeDesktopsPlace() {
   if (!large || !geometrySince_ || place_.known() == place_.wanted()) return;
   deed_ = {place_.known(), place_.serial()};
   place_.settle(place_.known());
+  tell_.start(kTogether);
+}
+
+// A window that a Wayland compositor doesn't maximize, but gives a size, such as one beside others that fill the screen,
+// has no other size.
+void ShownWindow::keepDesktopsSize(const QRect &wanted, Serial serial) {
+  place_.settle({wanted.topLeft(), geometry().size()}, serial);
+  deed_ = {place_.known(), serial};
   tell_.start(kTogether);
 }
 
