@@ -105,20 +105,24 @@ class Scaling {
   } variables_[2] = {{"QT_ENABLE_HIGHDPI_SCALING", "0", {}}, {"QT_SCALE_FACTOR", nullptr, {}}};
 };
 
-// The program makes an application object of its own after the layer has made one. Qt can't have two. It calls the routine
-// while it makes the second, if it comes so far: on Wayland it stops before, with a message about a thread.
+// The program makes an application object of its own after the layer has made one. Qt can't have two. It warns of the thread
+// when the second one's making begins, and calls the routine later; between the two it may stop or hang.
 const QCoreApplication *ownApplication = nullptr;
 QtMessageHandler otherMessages = nullptr;
 
-void refuseSecond() {
-  if (!ownApplication || QCoreApplication::instance() == ownApplication) return;
+[[noreturn]] void refuse() {
   std::fprintf(stderr, "%s: an application object of Qt has to be made before the first window or metric\n",
                program_invocation_short_name);
   std::_Exit(EXIT_FAILURE);
 }
 
+void refuseSecond() {
+  if (ownApplication && QCoreApplication::instance() != ownApplication) refuse();
+}
+
 void takeMessage(QtMsgType type, const QMessageLogContext &context, const QString &text) {
   if (type == QtFatalMsg) refuseSecond();
+  if (text.contains(QLatin1String("not created in the main() thread"))) refuse();
   otherMessages(type, context, text);
 }
 

@@ -132,6 +132,7 @@ void ShownWindow::appear() {
     setGeometry(relativeToOwner(place_.wanted()));
   if (!unmanaged) setWindowStates(qtStates(state_.wanted()));
   setVisible(!unmanaged || !isMinimized(state_.wanted()));
+  desk_.appeared();
   if (unmanaged) return;
   if (state_.wanted() != ShowState::normal) return state_.insist();
   place_.insist();
