@@ -140,7 +140,8 @@ class OtherThread {
     windowClass.hInstance = wqMain.instance;
     windowClass.lpszClassName = "bench_other";
     RegisterClassA(&windowClass); // or it has been, by the one before
-    window_ = CreateWindowExA(0, "bench_other", "", WS_POPUP, 0, 0, 100, 50, nullptr, nullptr, wqMain.instance, nullptr);
+    window_ =
+        CreateWindowExA(0, "bench_other", "", WS_POPUP, 0, 0, 100, 50, nullptr, nullptr, wqMain.instance, nullptr);
     require(window_ != nullptr, "a window cannot be made on another thread");
     MSG msg;
     while (GetMessageA(&msg, nullptr, 0, 0) > 0) DispatchMessageA(&msg);

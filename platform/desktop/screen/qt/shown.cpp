@@ -304,21 +304,21 @@ POINT ShownWindow::programPoint(const QPointF &local, const QPointF &global) con
 // Result: the part of the window, in Qt's units.
 QRegion ShownWindow::show(const QImage &image, const QRegion &changed, bool all) {
   const QRect window(QPoint(), size());
-  const QRegion part = all ? QRegion(window) : desk_.toQt(changed) & window;
+  QRegion part = all ? QRegion(window) : desk_.toQt(changed) & window;
   if (part.isEmpty()) return part;
   store_.beginPaint(part);
-  QPaintDevice *const device = store_.paintDevice();
-  auto *const target = dynamic_cast<QImage *>(device);
+  QPaintDevice &device = *store_.paintDevice();
+  auto *const target = dynamic_cast<QImage *>(&device);
   const bool alike = target && target->depth() == 32 && target->devicePixelRatio() == desk_.ratio();
   if (alike)
     for (const QRect &rect : changed) copyPixels(image, *target, rect & target->rect() & image.rect());
   if (!alike || (all && !image.rect().contains(target->rect()))) {
-    QPainter painter(device);
+    QPainter painter(&device);
     const QRect taken(QPoint(), QSizeF(image.size() / desk_.ratio()).toSize());
     for (const QRect &rest : all ? QRegion(window) - taken : QRegion()) painter.fillRect(rest, QColor(look_.ground));
     painter.setClipRegion(part);
     painter.setRenderHint(QPainter::SmoothPixmapTransform,
-                          device->devicePixelRatioF() != std::floor(device->devicePixelRatioF()));
+                          device.devicePixelRatioF() != std::floor(device.devicePixelRatioF()));
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     if (!alike) painter.drawImage(QRectF(QPointF(), QSizeF(image.size()) / desk_.ratio()), image);
   }
