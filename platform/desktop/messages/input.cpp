@@ -215,6 +215,10 @@ bool pointerIsElsewhere() { return theScreen().isSeen() && !devices().pointerTop
 
 void changedUnderPointer() { devices().restsElsewhere = true; }
 
+void goneUnderPointer(HWND window) {
+  if (devices().pointerTop == window) devices().pointerTop = nullptr;
+}
+
 void lookUnderPointer() {
   if (!std::exchange(devices().restsElsewhere, false) || pointerIsElsewhere()) return;
   const POINT at = cursorPosition();

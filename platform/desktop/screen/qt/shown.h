@@ -44,6 +44,7 @@ class ShownWindow : public QWindow {
   void geometryTold();
   void stateTold(ShowState state);
   void takeDesktopsPlace();
+  void keepDesktopsSize(const QRect &wanted, Serial serial);
   void tellPlace();
   void limitSize(bool unlimited);
   bool isFree() const;
@@ -64,6 +65,7 @@ class ShownWindow : public QWindow {
   Wish<QRect> place_;
   Wish<ShowState> state_;
   bool geometrySince_ = false;                   // the last request for a state
+  bool refused_ = false;                         // a Wayland compositor has, to maximize it, and the program is told
   std::optional<std::pair<QRect, Serial>> deed_; // to be told in a moment, behind a change of state that comes with it
   QTimer tell_;
   QPointF pointerAt_; // last seen
