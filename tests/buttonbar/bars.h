@@ -15,7 +15,7 @@ class BarTest : public ObjectTest {
   using Deeds = std::map<std::string, std::function<void()>>;
 
   void SetUp() override { ObjectTest::SetUp(), SetCursorPos(900, 700); }
-  void TearDown() override { WqTimer_Stop(), ObjectTest::TearDown(); }
+  void TearDown() override { endAll(), WqTimer_Stop(), ObjectTest::TearDown(); }
 
   // A window that takes part, without a bar yet. Its letter begins what is written of it: "a10 over 3,4" for a move
   // over button 10, "a10 press" for a notification, "a down" for a message that came through to its user procedure.
@@ -53,14 +53,14 @@ class BarTest : public ObjectTest {
     if (onWindows()) Sleep(30), WqWnd_RemoveQueTimerMsg(wqMain.timer.timerId); // where input takes its time
   }
   std::string take() { return std::exchange(log_, ""); }
-  // A tick of the timers, each a period after the one before.
+  // A tick of the timers, each 100 ms after the one before.
   void tick() {
     while (tick_.message != WM_TIMER || tick_.wParam != wqMain.timer.timerId) {
       GetMessageA(&tick_, nullptr, 0, 0);
       if (tick_.message != WM_TIMER) DispatchMessageA(&tick_);
     }
     for (const WqList *node = wqMain.timer.list; node; node = node->next)
-      if (auto *elem = reinterpret_cast<WqTimerElem *>(node->data); elem->lastTick != 0) elem->elapsed = elem->period;
+      if (auto *elem = reinterpret_cast<WqTimerElem *>(node->data); elem->lastTick != 0) elem->elapsed += 100;
     DispatchMessageA(&tick_);
   }
   // The ids of the timers, newest first.

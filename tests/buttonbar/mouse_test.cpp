@@ -8,51 +8,42 @@ using BarMouseTest = BarTest;
 TEST_F(BarMouseTest, EdgesAndOverlaps) {
   Window &wnd = simple('a', {100, 100, 300, 200});
   WqMbbField *field = WqMbb_Get(WqMbbTbl_Get(wnd.hwnd), 1);
-  const RECT over = {15, 5, 24, 14};
-  WqMbbBtn_Create(field, 12, 0, 0, &over, "", 0);
-  const struct {
-    int x, y;
-    std::string hit;
-  } rows[] = {{10, 10, "a10"}, {9, 10, ""},     {10, 9, ""},      {28, 10, "a10"}, {29, 10, ""},    {10, 28, "a10"},
-              {10, 29, ""},    {30, 10, "a11"}, {48, 28, "a11"},  {49, 10, ""},    {25, 15, "a12"}, {33, 23, "a12"},
-              {34, 23, "a11"}, {33, 24, "a11"}, {10, 50, "a20"},  {28, 68, "a20"}, {29, 68, ""},    {199, 99, ""},
-              {0, 0, ""},      {-1, -1, ""},    {10, -32768, ""}, {32767, 10, ""}};
+  for (const auto &[id, rect] : {std::pair{12, RECT{15, 5, 24, 14}}, std::pair{13, RECT{-60, -30, -41, -11}}})
+    WqMbbBtn_Create(field, static_cast<uint16_t>(id), 0, 0, &rect, "", 0);
+  // clang-format off
+  const struct { int x, y; std::string hit; } rows[] = {
+      {10, 10, "a10"}, {9, 10, ""}, {10, 9, ""}, {28, 10, "a10"}, {29, 10, ""}, {10, 28, "a10"}, {10, 29, ""},
+      {30, 10, "a11"}, {48, 28, "a11"}, {49, 10, ""}, {10, 50, "a20"}, {28, 68, "a20"}, {29, 68, ""},
+      {25, 15, "a12"}, {33, 23, "a12"}, {34, 23, "a11"}, {33, 24, "a11"}, // over both
+      {-50, -20, "a13"}, {-32, -2, "a13"}, {-31, -2, ""}, // as a captured mouse tells
+      {199, 99, ""}, {0, 0, ""}, {-1, -1, ""}, {10, -32768, ""}, {32767, 10, ""}};
+  // clang-format on
   for (const auto &row : rows) {
     send(wnd, WM_LBUTTONUP, row.x, row.y);
     EXPECT_EQ(take(), row.hit.empty() ? "" : row.hit + " release") << row.x << ',' << row.y;
   }
   field->rect = {0, 0, 5, 5}, send(wnd, WM_LBUTTONUP, 15, 15);
-  EXPECT_EQ(take(), "") << "what lies outside of the field's rectangle isn't looked for";
+  EXPECT_EQ(take(), "") << "beside the field's rectangle nobody looks for buttons";
 }
 
 TEST_F(BarMouseTest, MessagesGoThroughOrNot) {
   Window &wnd = simple('a', {100, 100, 300, 200}), &empty = barred('b', {400, 100, 500, 200}),
          &none = barred('c', {400, 300, 500, 400});
   WqMbb_Create(empty.hwnd);
-  const struct {
-    const Window &wnd;
-    uint32_t msg;
-    POINT at;
-    LRESULT answer;
-    std::string expected;
-  } rows[] = {{wnd, WM_MOUSEMOVE, {13, 14}, 1, "a10 over 3,4"},
-              {wnd, WM_MOUSEMOVE, {11, 52}, 1, "a20 over 1,2"}, // disabled
-              {wnd, WM_MOUSEMOVE, {99, 99}, 1, ""},
-              {wnd, WM_LBUTTONDOWN, {13, 14}, 0, "a10 press; a down"},
-              {wnd, WM_LBUTTONDOWN, {11, 52}, 0, "a down"},
-              {wnd, WM_LBUTTONDOWN, {99, 99}, 0, "a down"},
-              {wnd, WM_LBUTTONDBLCLK, {13, 14}, 0, "a10 press; a double"},
-              {wnd, WM_LBUTTONDBLCLK, {33, 14}, 1, ""}, // WQ_MBB_NO_DOUBLE
-              {wnd, WM_LBUTTONDBLCLK, {11, 52}, 0, "a double"},
-              {wnd, WM_LBUTTONDBLCLK, {99, 99}, 0, "a double"},
-              {wnd, WM_LBUTTONUP, {13, 14}, 1, "a10 release"},
-              {wnd, WM_LBUTTONUP, {11, 52}, 1, "a20 release"}, // wherever it went down
-              {wnd, WM_LBUTTONUP, {99, 99}, 1, ""},
-              {empty, WM_MOUSEMOVE, {1, 1}, 1, ""},
-              {empty, WM_LBUTTONDOWN, {1, 1}, 0, "b down"},
-              {empty, WM_LBUTTONUP, {1, 1}, 1, ""},
-              {none, WM_MOUSEMOVE, {1, 1}, 0, "c move"},
-              {none, WM_LBUTTONUP, {1, 1}, 0, "c up"}};
+  // clang-format off
+  const struct { const Window &wnd; uint32_t msg; POINT at; LRESULT answer; std::string expected; } rows[] = {
+      {wnd, WM_MOUSEMOVE, {13, 14}, 1, "a10 over 3,4"}, {wnd, WM_MOUSEMOVE, {11, 52}, 1, "a20 over 1,2"}, // disabled
+      {wnd, WM_MOUSEMOVE, {99, 99}, 1, ""},
+      {wnd, WM_LBUTTONDOWN, {13, 14}, 0, "a10 press; a down"}, {wnd, WM_LBUTTONDOWN, {11, 52}, 0, "a down"},
+      {wnd, WM_LBUTTONDOWN, {99, 99}, 0, "a down"},
+      {wnd, WM_LBUTTONDBLCLK, {13, 14}, 0, "a10 press; a double"}, {wnd, WM_LBUTTONDBLCLK, {33, 14}, 1, ""},
+      {wnd, WM_LBUTTONDBLCLK, {11, 52}, 0, "a double"}, {wnd, WM_LBUTTONDBLCLK, {99, 99}, 0, "a double"},
+      {wnd, WM_LBUTTONUP, {13, 14}, 1, "a10 release"}, {wnd, WM_LBUTTONUP, {11, 52}, 1, "a20 release"},
+      {wnd, WM_LBUTTONUP, {99, 99}, 1, ""},
+      {empty, WM_MOUSEMOVE, {1, 1}, 1, ""}, {empty, WM_LBUTTONDOWN, {1, 1}, 0, "b down"},
+      {empty, WM_LBUTTONUP, {1, 1}, 1, ""},
+      {none, WM_MOUSEMOVE, {1, 1}, 0, "c move"}, {none, WM_LBUTTONUP, {1, 1}, 0, "c up"}};
+  // clang-format on
   for (const auto &row : rows) {
     SCOPED_TRACE(&row - rows);
     EXPECT_EQ(send(row.wnd, row.msg, row.at.x, row.at.y), row.answer);
@@ -105,12 +96,12 @@ TEST_F(BarMouseTest, ATickNoticesThatThePointerHasLeft) {
   EXPECT_EQ(button->flags, 0u);
 
   // The right and bottom edges of a button are outside; of a window they are inside.
-  const RECT corner = {180, 80, 300, 300};
-  WqMbbBtn_Create(WqMbb_Get(WqMbbTbl_Get(wnd.hwnd), 1), 13, 0, 0, &corner, "", 0);
+  for (const RECT &beyond : {RECT{180, 80, 300, 300}, RECT{-40, 60, 0, 80}, RECT{60, -40, 80, 0}})
+    WqMbbBtn_Create(WqMbb_Get(WqMbbTbl_Get(wnd.hwnd), 1), 13, 0, 0, &beyond, "", 0);
   // clang-format off
   const struct { POINT over, to; bool leaves; } rows[] = {
       {{15, 15}, {28, 28}, false}, {{15, 15}, {29, 28}, true}, {{15, 15}, {10, 10}, false}, {{15, 15}, {9, 10}, true},
-      {{15, 15}, {-1, 15}, true}, {{15, 15}, {15, -1}, true},
+      {{5, 75}, {0, 75}, false}, {{5, 75}, {-1, 75}, true}, {{75, 5}, {75, 0}, false}, {{75, 5}, {75, -1}, true},
       {{195, 95}, {200, 100}, false}, {{195, 95}, {201, 95}, true}, {{195, 95}, {195, 101}, true}};
   // clang-format on
   for (const auto &row : rows) {

@@ -73,18 +73,12 @@ class BarPaintTest : public BarTest {
 TEST_F(BarPaintTest, TheStateChoosesThePicture) {
   constexpr uint32_t kDown = WQ_MBB_DOWN, kDisabled = WQ_MBB_DISABLED, kSelected = WQ_MBB_SELECTED;
   WqMbbBtn *button = add(field(kSheet, {20, 10}), {2, 1, 5, 3});
-  const struct {
-    uint32_t flags;
-    int column, row;
-  } rows[] = {{kDisabled, 0, 0},
-              {kDisabled | kSelected | 1, 1, 0},
-              {kDisabled | kDown | 7, 7, 1},
-              {kDisabled | kDown | kSelected, 0, 1},
-              {0, 0, 2},
-              {0xFF01FFF0 | 15, 15, 2}, // the owner's bits have no picture
-              {kDown | 2, 2, 3},
-              {kSelected, 0, 4},
-              {kSelected | kDown | 15, 15, 5}};
+  // clang-format off
+  const struct { uint32_t flags; int column, row; } rows[] = {
+      {kDisabled, 0, 0}, {kDisabled | kSelected | 1, 1, 0}, {kDisabled | kDown | 7, 7, 1},
+      {kDisabled | kDown | kSelected, 0, 1}, {0, 0, 2}, {0xFF01FFF0 | 15, 15, 2}, // the owner's bits have no picture
+      {kDown | 2, 2, 3}, {kSelected, 0, 4}, {kSelected | kDown | 15, 15, 5}};
+  // clang-format on
   for (const auto &row : rows) {
     SCOPED_TRACE(&row - rows);
     WqMbbBtn_Update(button, row.flags), paint();
@@ -111,17 +105,12 @@ TEST_F(BarPaintTest, PinsMoveTheField) {
   constexpr uint32_t kLeft = WQ_MBB_PIN_LEFT, kRight = WQ_MBB_PIN_RIGHT, kTop = WQ_MBB_PIN_TOP,
                      kBottom = WQ_MBB_PIN_BOTTOM;
   // The window is 60 wide and 40 high, the button 4 and 3, and two pixels and one off the origin.
-  const struct {
-    uint32_t pins;
-    Edges expected; // the origin after the paint, and where the button is
-  } rows[] = {{0, {20, 10, 22, 11}},
-              {kLeft, {0, 10, 0, 11}},
-              {kRight, {56, 10, 56, 11}},
-              {kTop, {20, 0, 22, 0}},
-              {kBottom, {20, 37, 22, 37}},
-              {kTop | kBottom | kLeft | kRight, {20, 0, 22, 0}},
-              {kBottom | kLeft | kRight, {20, 37, 22, 37}},
-              {kLeft | kRight, {0, 10, 0, 11}}};
+  // clang-format off
+  const struct { uint32_t pins; Edges expected; } rows[] = { // the origin after the paint, and where the button is
+      {0, {20, 10, 22, 11}}, {kLeft, {0, 10, 0, 11}}, {kRight, {56, 10, 56, 11}}, {kTop, {20, 0, 22, 0}},
+      {kBottom, {20, 37, 22, 37}}, {kTop | kBottom | kLeft | kRight, {20, 0, 22, 0}},
+      {kBottom | kLeft | kRight, {20, 37, 22, 37}}, {kLeft | kRight, {0, 10, 0, 11}}};
+  // clang-format on
   for (const uint16_t bitmap : {kSheet, kUnknown})
     for (const auto &row : rows) {
       SCOPED_TRACE(testing::Message() << bitmap << ' ' << &row - rows);
@@ -152,7 +141,8 @@ TEST_F(BarPaintTest, FarPlacesAndOddSizesDoNoHarm) {
   for (const int32_t edge : {INT_MAX, INT_MIN, INT_MAX - 3, 1 << 30}) {
     WqMbbField *there = field(kSheet, {edge, edge});
     there->cellWidth = there->cellHeight = edge;
-    add(there, {0, 0, 3, 3}, 15), add(there, {edge, edge, edge, edge}, 1), add(there, {0, 0, edge, edge});
+    add(there, {0, 0, 3, 3}, 15), add(there, {edge, edge, edge, edge}, 1), add(there, {0, 0, edge, edge}),
+        add(there, {1, 1, edge, edge});
     add(field(kSheet, {0, 0}), {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, WQ_MBB_PIN_RIGHT);
     add(field(kSheet, {0, 0}), {~edge, 0, edge, 5}, WQ_MBB_PIN_BOTTOM | 3), paint();
     WqMbbTbl_Remove(wnd_->hwnd);
@@ -174,7 +164,9 @@ TEST_F(BarPaintTest, TheBarIsPaintedWithItsWindow) {
   WqWnd_BkgrndBitmap(wnd_, kSheet, &size, &place), WqWnd_Ds(wnd_, WQ_DS_BKGRND), paint();
   EXPECT_EQ(at(0, 0), picture(0, 0, 0, 0));
   EXPECT_EQ(at(56, 0), picture(0, 2, 0, 0)) << "the background shows it too";
-  corner->originX = 5, WqWnd_UserProc(wnd_, nullptr), paint();
+  corner->originX = 5, wnd_->flags &= ~WQ_DS_MBB, paint();
+  EXPECT_EQ(corner->originX, 5) << "nor is it painted without the bit";
+  WqWnd_Ds(wnd_, WQ_DS_MBB), WqWnd_UserProc(wnd_, nullptr), paint();
   EXPECT_EQ(corner->originX, 5) << "without a user procedure it isn't painted";
   WqWnd_UserProc(wnd_,
                  [](WqWnd *wnd, WqMsg *msg) { return int32_t{msg->msg == WQM_PAINT && DestroyWindow(wnd->hwnd)}; });

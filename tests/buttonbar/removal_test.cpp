@@ -53,8 +53,11 @@ class BarRemovalTest : public BarTest {
       hwnds_[i] = wnd.hwnd, build(wnd.hwnd), WqWnd_Ds(&wnd, WQ_DS_MBB);
     }
     WqWnd_WaitQueEmpty();
+    std::set<HWND> over;
     for (Window *wnd : all)
       wnd->on = [&](const WqMsg &msg) {
+        EXPECT_EQ(over.count(msg.hwnd), 0u) << "after the last word: " << msg.msg;
+        if (msg.msg == WM_DESTROY) over.insert(msg.hwnd);
         if (msg.msg == WQM_MBB_NOTIFY) {
           auto *button = reinterpret_cast<WqMbbBtn *>(msg.lParam);
           EXPECT_TRUE(isLive(button)) << "told of a button that has gone, by event " << msg.wParam;
@@ -121,4 +124,9 @@ TEST_F(BarRemovalTest, TheTimersOfAGoneBarAreSilent) {
   EXPECT_EQ(take() + '|' + timers(), "a10 repeat; a10 leave|repeat ") << "a bar that was replaced lives on";
   hwnds_[0] = a.hwnd, removeAll();
   EXPECT_EQ(timers(), "");
+
+  build(a.hwnd), build(b.hwnd), hoverAndPress(), WqTimer_Stop(), send(b, WM_LBUTTONDOWN, 15, 15), WqTimer_Start();
+  take(), WqMbbTbl_Remove(b.hwnd), leave();
+  EXPECT_EQ(take() + timers(), "a10 leave")
+      << "the button that was pressed last has gone, and its timer is the other's";
 }

@@ -23,23 +23,15 @@ TEST_F(BarStateTest, ChangesSetBitsAndDirtyThePlace) {
   const Act enable = [](WqMbbBtn *btn) { WqMbbBtn_Enable(btn, -1); },
             all = [](WqMbbBtn *btn) { WqMbbBtn_Update(btn, 0); };
   const Act disable = [](WqMbbBtn *btn) { WqMbbBtn_Enable(btn, 0); };
-  const struct {
-    Act act;
-    uint32_t before, after;
-    bool dirties;
-  } rows[] = {{WqMbbBtn_Select, 0, kSelected, true},
-              {WqMbbBtn_Select, kSelected, kSelected, false},
-              {WqMbbBtn_UnSelect, kSelected, 0, true},
-              {WqMbbBtn_UnSelect, 0, 0, false},
-              {WqMbbBtn_Down, 0, kDown, true},
-              {WqMbbBtn_Down, kDown, kDown, false},
-              {WqMbbBtn_Up, kDown, 0, true},
-              {WqMbbBtn_Up, kSelected, kSelected, false},
-              {enable, kDisabled, 0, true},
-              {enable, 0, 0, true},
-              {disable, kDown, kDown | kDisabled, true},
-              {disable, kDisabled, kDisabled, true},
-              {WqMbbBtn_UpdatePaint, kDown, kDown, true}};
+  // clang-format off
+  const struct { Act act; uint32_t before, after; bool dirties; } rows[] = {
+      {WqMbbBtn_Select, 0, kSelected, true}, {WqMbbBtn_Select, kSelected, kSelected, false},
+      {WqMbbBtn_UnSelect, kSelected, 0, true}, {WqMbbBtn_UnSelect, 0, 0, false},
+      {WqMbbBtn_Down, 0, kDown, true}, {WqMbbBtn_Down, kDown, kDown, false},
+      {WqMbbBtn_Up, kDown, 0, true}, {WqMbbBtn_Up, kSelected, kSelected, false},
+      {enable, kDisabled, 0, true}, {enable, 0, 0, true}, {disable, kDown, kDown | kDisabled, true},
+      {disable, kDisabled, kDisabled, true}, {WqMbbBtn_UpdatePaint, kDown, kDown, true}};
+  // clang-format on
   for (const auto &row : rows) {
     SCOPED_TRACE(&row - rows);
     button->flags = row.before | kOwn;

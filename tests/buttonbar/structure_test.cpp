@@ -83,20 +83,17 @@ TEST_F(BarStructureTest, LookUpsPassNullOn) {
 }
 
 TEST_F(BarStructureTest, TextsAreCutBetweenCharacters) {
-  struct {
-    WqMbbBtnDesc row;
-    char behind[4];
-  } table = {button(1, {}, 0, 0x58585858), "\x82\xA0"}; // a text without an end goes on into what follows
   const POINT origin = {};
   const SIZE cell = {};
-  const HWND hwnd = made(nullptr, {0, 0, 50, 50}).hwnd;
-  WqMbbField *field = WqMbbField_Create(WqMbb_Create(hwnd), 1, 1, &origin, &cell);
+  const RECT rect = {};
+  WqMbbField *field = WqMbbField_Create(WqMbb_Create(made(nullptr, {0, 0, 50, 50}).hwnd), 1, 1, &origin, &cell);
   const auto cut = [&](const std::string &text) {
-    std::copy(text.begin(), text.begin() + 84, table.row.text);
-    return std::string(WqMbbBtn_Create(field, 1, 0, 0, &table.row.rect, table.row.text, 0)->text);
+    const std::vector<char> noMore(text.begin(), text.end()); // what lies behind it isn't to be read
+    return std::string(WqMbbBtn_Create(field, 1, 0, 0, &rect, noMore.data(), 0)->text);
   };
   const std::string x(82, 'x');
-  EXPECT_EQ(cut(x + "y\0"), x + "y");
+  EXPECT_EQ(cut(std::string("Open\0", 5)), "Open");
+  EXPECT_EQ(cut(x + std::string("y\0", 2)), x + "y");
   EXPECT_EQ(cut(x + "yz"), x + "y");
   EXPECT_EQ(cut(x + "\x82\xA0"), x) << "not half of a character";
   EXPECT_EQ(cut(x + "y\x82"), x + "y");
