@@ -3,6 +3,7 @@
 
 #include "frame/main.h"
 
+#include "buttonbar/buttonbar.h"
 #include "files/files.h"
 #include "frame/memory.h"
 
@@ -27,8 +28,18 @@ void deleteObjects(const WqHash *table) {
     }
 }
 
+// Bars hold more than one block each. Their keys are windows.
+void removeBars(const WqHash *table) {
+  for (uint32_t ix = 0; table->buckets && ix < table->bucketCount; ++ix)
+    while (const WqList *node = table->buckets[ix])
+      WqMbbTbl_Remove(reinterpret_cast<HWND>(uintptr_t{reinterpret_cast<const WqHashEntry *>(node->data)->key}));
+}
+
 void endRegistry(WqHash *table) {
-  if (table != &wqMain.mbbTbl) deleteObjects(table); // bars are nothing of the platform's
+  if (table == &wqMain.mbbTbl)
+    removeBars(table);
+  else
+    deleteObjects(table);
   WqHash_RemoveAllWith(table);
   WqHash_Term(table);
 }

@@ -24,9 +24,9 @@ typedef struct WqMainBlock {
   WqHash colorTbl;     /* the registries: of WqColorEntry, */
   WqHash fontTbl;      /* WqFont, */
   WqHash bmpTbl;       /* WqBmpFile, */
-  WqHash brushTbl;     /* WqBrush */
-  WqHash penTbl;       /* and WqPen; */
-  WqHash mbbTbl;
+  WqHash brushTbl;     /* WqBrush, */
+  WqHash penTbl;       /* WqPen, */
+  WqHash mbbTbl;       /* and the button bars, each under its window's handle */
   WqTimerState timer;
   HINSTANCE tooltipStrInst; /* whose string resources tips are taken from */
   WqTooltip tooltip;

@@ -1,5 +1,5 @@
-// The window procedure of every window object: it finds the object, sends the library's own messages, gives the user
-// procedure its turn, and supplies what that leaves alone. Beside it, what drains the message queue.
+// The window procedure of every window object: it finds the object, sends the library's own messages, gives the button
+// bar and the user procedure their turns, and supplies what they leave alone. Beside it, what drains the message queue.
 //
 // A message may end its window on the way. The object stays valid then, while its handle is one of no window any more:
 // what is still sent to it goes nowhere.
@@ -8,6 +8,7 @@
 
 #include "drawing/drawing.h"
 #include "frame/main.h"
+#include "windows/above.h"
 
 namespace {
 
@@ -194,6 +195,10 @@ LRESULT CALLBACK WqWnd_DefProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lP
     if (boundObject(hwnd) != wnd) return 0; // the window has ended, and its user procedure has had its last word
     break;
   default: break;
+  }
+  if (wnd->flags & WQ_DS_MBB) {
+    if (const uint32_t answer = wqMbbProc(&msg)) return static_cast<LRESULT>(answer);
+    if (boundObject(hwnd) != wnd) return 0; // ended in a notification
   }
   if (wqCallUserProc(wnd, &msg)) return wnd->result;
   return defaultHandling(wnd, &msg);

@@ -52,6 +52,13 @@ typedef int32_t (*WqUserProc)(WqWnd *wnd, WqMsg *msg);
 #define WQ_MOUSE_PRESS 1u
 #define WQ_MOUSE_DRAG 2u
 
+/* To the window of a button bar: wParam WQ_MBB_EVENT_..., lParam the WqMbbBtn. When, is told in buttonbar.h. */
+#define WQM_MBB_NOTIFY 0x8110u
+#define WQ_MBB_EVENT_RELEASE 1u /* the left button was released over it */
+#define WQ_MBB_EVENT_PRESS 2u   /* it was pressed */
+#define WQ_MBB_EVENT_REPEAT 3u  /* it is still down */
+#define WQ_MBB_EVENT_LEAVE 5u   /* the pointer has left it */
+
 /* To the window itself, for a context menu: wParam the POINT on the screen, valid during the call. An answer other than
  * 0 keeps the platform from its own handling. */
 #define WQM_CONTEXT 0x8111u
@@ -65,6 +72,10 @@ typedef int32_t (*WqUserProc)(WqWnd *wnd, WqMsg *msg);
 
 /* To the main window, for every WM_MOUSEMOVE of any window: wParam 0x300. */
 #define WQM_MOUSE_MOVED 0x8113u
+
+/* To the window of a button bar, for each move over a button: wParam its id, lParam the POINT in the coordinates of its
+ * field, valid during the call. */
+#define WQM_MBB_PRESS 0x8115u
 
 /* To the main window, for every WM_LBUTTONDOWN of any window. */
 #define WQM_BUTTON_DOWN 0x8127u
@@ -107,7 +118,7 @@ typedef struct WqWheel {
  * and each object in the circle lies right to those before it. */
 
 /* WqWnd.flags */
-#define WQ_DS_MBB 0x00002000u           /* the window carries a button bar */
+#define WQ_DS_MBB 0x00002000u           /* the window's button bar is painted, and sees its messages first */
 #define WQ_DS_BKGRND 0x00004000u        /* the window shows its background picture, below what is drawn */
 #define WQ_DS_SNAP_L 0x00100000u        /* the left side is snapped, */
 #define WQ_DS_SNAP_R 0x00200000u        /* the right side, */
@@ -351,14 +362,16 @@ WQ_API void WqWndLst_SendAll(WqList **list, uint32_t mask, uint32_t msg, WPARAM 
  *   does one from the window itself, which is not laid out. The answer is 0.
  * - WQM_MOUSE is answered 0.
  * Before the user procedure sees WM_MOUSEMOVE, WM_LBUTTONDOWN and WM_LBUTTONUP, the notices for them have gone out, and
- * before it sees WM_LBUTTONDOWN, WM_RBUTTONDOWN, WM_KEYDOWN and WM_KEYUP, a tip that is up has gone. When that ended the
- * window, it sees no more of it.
+ * the button bar, with WQ_DS_MBB, has had them; it lets only presses pass. Before it sees WM_LBUTTONDOWN,
+ * WM_RBUTTONDOWN, WM_KEYDOWN and WM_KEYUP, a tip that is up has gone. When all that ended the window, the user procedure
+ * sees no more of it.
  *
  * WM_PAINT makes a bitmap as large as the client area, with what it happens to hold. The background picture, if
- * WQ_DS_BKGRND is set, is copied into it, and the user procedure gets WQM_PAINT with a WqDc that draws on it, at a zoom of
- * 1.0, its background mode TRANSPARENT. Then the part that is to be painted is copied to the window, but only if
- * WQ_DS_BKGRND is set or something was drawn through WqDcDraw: so a user procedure draws all of its area or nothing. Where
- * memory for the bitmap is short, it is called all the same and the window stays as it is.
+ * WQ_DS_BKGRND is set, is copied into it, and the user procedure gets WQM_PAINT with a WqDc that draws on it, at a zoom
+ * of 1.0, its background mode TRANSPARENT. Over that the button bar is painted, if WQ_DS_MBB is set. Then the part that
+ * is to be painted is copied to the window, but only if WQ_DS_BKGRND is set or something was drawn through WqDcDraw: so a
+ * user procedure draws all of its area or nothing. Where memory for the bitmap is short, it is called all the same and
+ * the window stays as it is.
  *
  * At its end a window tells its parent, leaves all lists but wqMain.wndList, ends the message loop if it has WQ_ID_QUIT,
  * and as the last message its user procedure sees WM_DESTROY, with hwnd still there; the bond is cut already. */
