@@ -37,8 +37,8 @@ QCursor cursorOf(const Pointer &pointer) {
 
 } // namespace
 
-Desk::Desk(std::function<void()> firsts)
-    : firsts_(std::move(firsts)), wayland_(QGuiApplication::platformName().startsWith("wayland")),
+Desk::Desk()
+    : wayland_(QGuiApplication::platformName().startsWith("wayland")),
       active_(activation(), nullptr) {
   if (usesRealPixels()) ratio_ = QGuiApplication::primaryScreen()->devicePixelRatio();
   for (QTimer *timer : {&wishes_, &flush_, &learn_}) timer->setSingleShot(true);
@@ -179,13 +179,6 @@ void Desk::remove(HWND window) {
 }
 
 void Desk::flushSoon() { flush_.start(kUnflushed); }
-
-void Desk::seen(int eventType) {
-  const auto at = static_cast<size_t>(eventType);
-  if (at >= seen_.size() || seen_[at]) return;
-  seen_[at] = true;
-  firsts_();
-}
 
 // ---- Activation
 

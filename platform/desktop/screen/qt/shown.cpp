@@ -213,13 +213,6 @@ std::optional<Clock::time_point> ShownWindow::late(Clock::time_point now) {
 // ---- What the desktop tells
 
 bool ShownWindow::event(QEvent *event) {
-  Desk &desk = desk_; // the event may be the window's last
-  const bool known = dealWith(event);
-  desk.seen(event->type());
-  return known;
-}
-
-bool ShownWindow::dealWith(QEvent *event) {
   switch (event->type()) {
   case QEvent::Close:
     event->ignore();

@@ -36,7 +36,6 @@ class ShownWindow : public QWindow {
   bool event(QEvent *event) override;
 
  private:
-  bool dealWith(QEvent *event);
   Wish<QRect>::Rule placing();
   Wish<ShowState>::Rule stating();
   void askPlace();
