@@ -213,6 +213,10 @@ bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG 
 
 void changedUnderPointer() { devices().restsElsewhere = true; }
 
+void goneUnderPointer(HWND window) {
+  if (devices().pointerTop == window) devices().pointerTop = nullptr;
+}
+
 void lookUnderPointer() {
   if (!std::exchange(devices().restsElsewhere, false)) return;
   // it may be over other programs

@@ -22,6 +22,8 @@ bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG 
 
 // Something has changed, perhaps where the pointer rests: the window that is there may be another one now.
 void changedUnderPointer();
+// A top-level window isn't there any more for the pointer to be over it.
+void goneUnderPointer(HWND window);
 // Tells that window, if so.
 void lookUnderPointer();
 // Moves the pointer to where it is.

@@ -6,6 +6,7 @@
 #include "platform/desktop/drawing/objects.h"
 #include "platform/desktop/drawing/surface.h"
 #include "platform/desktop/messages/above.h"
+#include "platform/desktop/messages/input.h"
 #include "platform/desktop/windows/focus.h"
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/placing.h"
@@ -102,6 +103,7 @@ void hideOnScreen(Window &window) {
   if (!window.onScreen.open) return;
   ++window.onScreen.placeSerial, ++window.onScreen.stateSerial; // what the desktop tells from now on came too late
   theScreen().hide(window.handle);
+  goneUnderPointer(window.handle);
 }
 
 void placeOnScreen(Window &window) {
@@ -140,6 +142,7 @@ void lookOnScreen(Window &window) {
 void closeOnScreen(Window &window) {
   if (window.onScreen.open) theScreen().close(window.handle);
   window.onScreen.open = false;
+  goneUnderPointer(window.handle);
 }
 
 void activateOnScreen(Window *window) {

@@ -33,7 +33,12 @@ class Desk : public QObject {
   // Null for a window that isn't there.
   ShownWindow *find(HWND window);
   ShownWindow &findOrMake(HWND window);
+  void hide(ShownWindow &window);
   void remove(HWND window);
+  // An owner or a window that it owns has come.
+  void linkOwned();
+  // A window has, which the desktop may activate.
+  void appeared() { active_.expectAnswer(); }
 
   void activate(HWND window, Serial serial);
   void setPointer(const Pointer &pointer);

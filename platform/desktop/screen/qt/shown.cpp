@@ -26,7 +26,7 @@ constexpr auto kTogether = 8ms; // within which a change of state and one of pla
 bool is(DWORD bits, DWORD wanted) { return (bits & wanted) == wanted; }
 
 Qt::WindowFlags flagsOf(const Look &look) {
-  Qt::WindowFlags flags = Qt::Window;
+  Qt::WindowFlags flags = look.owner ? Qt::Dialog : Qt::Window; // plain windows of Qt's aren't kept above others
   const bool caption = is(look.style, WS_CAPTION);
   if (!caption && !is(look.style, WS_THICKFRAME)) flags |= Qt::FramelessWindowHint;
   if (is(look.style, WS_POPUP) && !caption) flags |= look.exStyle & WS_EX_TOOLWINDOW ? Qt::ToolTip : Qt::Tool;
@@ -94,8 +94,10 @@ void ShownWindow::setLook(const Look &look) {
   if (first || flagsOf(look) != flagsOf(look_)) setFlags(flagsOf(look));
   if (first || look.title != look_.title) setTitle(QString::fromStdString(look.title));
   if (look.icons != look_.icons) setIcon(iconOf(look));
+  const bool moves = look.owner != look_.owner;
   if (look.alpha != look_.alpha && desk_.placesWindows()) setOpacity(look.alpha / 255.0); // Wayland knows none
   look_ = look;
+  if (moves) desk_.linkOwned();
 }
 
 void ShownWindow::place(const Stand &stand, Serial serial) {
@@ -107,12 +109,14 @@ void ShownWindow::place(const Stand &stand, Serial serial) {
     place_.settle(wanted, serial);
     return;
   }
+  if (std::exchange(refused_, false)) return keepDesktopsSize(wanted, serial);
   place_.want(wanted, serial);
   // the desktop has the last word on a maximized window, and has said it
   if (isMaximized(state_.known()) && state_.isQuiet()) takeDesktopsPlace();
 }
 
 void ShownWindow::setState(ShowState state, Serial serial) {
+  refused_ = false;
   if (isVisible() || state_.wanted() != state)
     state_.want(state, serial);
   else
@@ -121,19 +125,21 @@ void ShownWindow::setState(ShowState state, Serial serial) {
 
 void ShownWindow::appear() {
   if (isVisible()) return;
-  setTransientParent(look_.owner ? desk_.find(look_.owner) : nullptr); // which may be shown only now
+  desk_.linkOwned();
   const bool unmanaged = desk_.isUnmanaged();
   limitSize(state_.wanted() != ShowState::normal && !unmanaged);
-  if (unmanaged || state_.wanted() == ShowState::normal) setGeometry(relativeToOwner(place_.wanted()));
+  if (unmanaged || !desk_.placesWindows() || state_.wanted() == ShowState::normal)
+    setGeometry(relativeToOwner(place_.wanted()));
   if (!unmanaged) setWindowStates(qtStates(state_.wanted()));
   setVisible(!unmanaged || !isMinimized(state_.wanted()));
+  desk_.appeared();
   if (unmanaged) return;
   if (state_.wanted() != ShowState::normal) return state_.insist();
   place_.insist();
 }
 
 Wish<QRect>::Rule ShownWindow::placing() {
-  return {kPlacePause, false, [this](const QRect &) { askPlace(); },
+  return {kPlacePause, false, [this](const QRect &) { return askPlace(); },
           [this](const QRect &place, Serial serial) {
             deed_ = {place, serial};
             tell_.start(kTogether);
@@ -142,7 +148,7 @@ Wish<QRect>::Rule ShownWindow::placing() {
 }
 
 Wish<ShowState>::Rule ShownWindow::stating() {
-  return {kStatePause, true, [this](ShowState state) { askState(state); },
+  return {kStatePause, true, [this](ShowState state) { return askState(state); },
           [this](ShowState state, Serial serial) {
             above::take(StateChanged{id_, state, serial});
             if (deed_) tellPlace();
@@ -155,10 +161,11 @@ bool ShownWindow::isFree() const {
   return state_.wanted() == ShowState::normal && state_.known() == ShowState::normal && !state_.isAsked();
 }
 
-void ShownWindow::askPlace() {
-  if (!isFree() && !desk_.isUnmanaged()) return; // later, when it is
+bool ShownWindow::askPlace() {
+  if (!isFree() && !desk_.isUnmanaged()) return true; // later, when it is
   limitSize(false);
   setGeometry(relativeToOwner(place_.wanted()));
+  return true;
 }
 
 // Without limits a window can take the place that the desktop has for it.
@@ -175,18 +182,19 @@ void ShownWindow::limitSize(bool unlimited) {
 }
 
 // Without a window manager there is nobody to ask.
-void ShownWindow::askState(ShowState state) {
+bool ShownWindow::askState(ShowState state) {
   geometrySince_ = false;
   if (desk_.isUnmanaged()) {
     state_.settle(state);
     setVisible(!isMinimized(state));
     if (!isMinimized(state)) setGeometry(place_.wanted());
-    return;
+    return true;
   }
   if (state != ShowState::normal) limitSize(true);
   setWindowStates(qtStates(state));
   // a Wayland compositor never tells that a window is minimized
   if (!desk_.placesWindows() && isMinimized(state)) state_.settle(state);
+  return true;
 }
 
 // Where places are unknown, windows that belong to another stand where they stand beside it.
@@ -202,7 +210,9 @@ void ShownWindow::pressed() {
 }
 
 std::optional<Clock::time_point> ShownWindow::late(Clock::time_point now) {
+  const bool large = isMaximized(state_.wanted());
   state_.late(now);
+  if (large && !desk_.placesWindows()) refused_ = isFree();
   if (const auto due = state_.due()) place_.hold(*due + kPlacePause);
   if (isVisible() && !isMinimized(state_.known())) place_.learn(placeNow());
   place_.late(now);
@@ -263,6 +273,14 @@ void ShownWindow::takeDesktopsPlace() {
   tell_.start(kTogether);
 }
 
+// A window that a Wayland compositor doesn't maximize, but gives a size, such as one beside others that fill the screen,
+// has no other size.
+void ShownWindow::keepDesktopsSize(const QRect &wanted, Serial serial) {
+  place_.settle({wanted.topLeft(), geometry().size()}, serial);
+  deed_ = {place_.known(), serial};
+  tell_.start(kTogether);
+}
+
 void ShownWindow::tellPlace() {
   tell_.stop();
   if (!deed_) return;
@@ -286,21 +304,21 @@ POINT ShownWindow::programPoint(const QPointF &local, const QPointF &global) con
 // Result: the part of the window, in Qt's units.
 QRegion ShownWindow::show(const QImage &image, const QRegion &changed, bool all) {
   const QRect window(QPoint(), size());
-  const QRegion part = all ? QRegion(window) : desk_.toQt(changed) & window;
+  QRegion part = all ? QRegion(window) : desk_.toQt(changed) & window;
   if (part.isEmpty()) return part;
   store_.beginPaint(part);
-  QPaintDevice *const device = store_.paintDevice();
-  auto *const target = dynamic_cast<QImage *>(device);
+  QPaintDevice &device = *store_.paintDevice();
+  auto *const target = dynamic_cast<QImage *>(&device);
   const bool alike = target && target->depth() == 32 && target->devicePixelRatio() == desk_.ratio();
   if (alike)
     for (const QRect &rect : changed) copyPixels(image, *target, rect & target->rect() & image.rect());
   if (!alike || (all && !image.rect().contains(target->rect()))) {
-    QPainter painter(device);
+    QPainter painter(&device);
     const QRect taken(QPoint(), QSizeF(image.size() / desk_.ratio()).toSize());
     for (const QRect &rest : all ? QRegion(window) - taken : QRegion()) painter.fillRect(rest, QColor(look_.ground));
     painter.setClipRegion(part);
     painter.setRenderHint(QPainter::SmoothPixmapTransform,
-                          device->devicePixelRatioF() != std::floor(device->devicePixelRatioF()));
+                          device.devicePixelRatioF() != std::floor(device.devicePixelRatioF()));
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     if (!alike) painter.drawImage(QRectF(QPointF(), QSizeF(image.size()) / desk_.ratio()), image);
   }

@@ -14,6 +14,7 @@ class ShownWindow : public QWindow {
   ~ShownWindow() override;
 
   HWND id() const { return id_; }
+  HWND owner() const { return look_.owner; }
 
   void setPicture(std::shared_ptr<Picture> picture) { picture_ = std::move(picture); }
   void setLook(const Look &look);
@@ -38,11 +39,12 @@ class ShownWindow : public QWindow {
  private:
   Wish<QRect>::Rule placing();
   Wish<ShowState>::Rule stating();
-  void askPlace();
-  void askState(ShowState state);
+  bool askPlace();
+  bool askState(ShowState state);
   void geometryTold();
   void stateTold(ShowState state);
   void takeDesktopsPlace();
+  void keepDesktopsSize(const QRect &wanted, Serial serial);
   void tellPlace();
   void limitSize(bool unlimited);
   bool isFree() const;
@@ -61,6 +63,7 @@ class ShownWindow : public QWindow {
   Wish<QRect> place_;
   Wish<ShowState> state_;
   bool geometrySince_ = false;                   // the last request for a state
+  bool refused_ = false;                         // a Wayland compositor has, to maximize it, and the program is told
   std::optional<std::pair<QRect, Serial>> deed_; // to be told in a moment, behind a change of state that comes with it
   QTimer tell_;
   QPointF pointerAt_; // last seen
