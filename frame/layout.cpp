@@ -203,6 +203,13 @@ FIELD32(WqTimerElem, period, 20);
 RECORD32(WqTimerState, 12);
 FIELD32(WqTimerState, running, 4);
 FIELD32(WqTimerState, timerId, 8);
+RECORD32(WqClipBoard, 28);
+FIELD32(WqClipBoard, pasteMask, 4);
+FIELD32(WqClipBoard, copyMask, 8);
+FIELD32(WqClipBoard, cutMask, 12);
+FIELD32(WqClipBoard, format, 16);
+FIELD32(WqClipBoard, userData, 20);
+FIELD32(WqClipBoard, callback, 24);
 
 RECORD32(WqMemBlockElem, 12);
 FIELD32(WqMemBlockElem, cursor, 4);
@@ -226,3 +233,4 @@ FIELD32(WqMainBlock, brushTbl, 1044);
 FIELD32(WqMainBlock, penTbl, 1052);
 FIELD32(WqMainBlock, mbbTbl, 1060);
 FIELD32(WqMainBlock, timer, 1068);
+FIELD32(WqMainBlock, clipBoard, 1080);

@@ -28,6 +28,7 @@ typedef struct WqMainBlock {
   WqHash penTbl;       /* and WqPen; */
   WqHash mbbTbl;
   WqTimerState timer;
+  WqClipBoard clipBoard;
 } WqMainBlock;
 
 extern WQ_API WqMainBlock wqMain;

@@ -49,9 +49,9 @@ extern "C" {
 /* Posted to the listeners: the content has changed. */
 #define WM_CLIPBOARDUPDATE 0x031Du
 
-/* Opens the clipboard for a window of the program, or for none, until CloseClipboard. Of all threads of the program one has
- * it open at a time, for one window; it may do so once more. Other programs are not kept out: what they put there
- * meanwhile counts from CloseClipboard on.
+/* Opens the clipboard for a window of the program, or for none, until CloseClipboard. One thread of the program has it
+ * open at a time; one that opens it for the same window, or for none as well, takes it over. Other programs are not kept
+ * out: what they put there meanwhile counts from CloseClipboard on.
  * Result: FALSE, with ERROR_ACCESS_DENIED, while it is open for another one. */
 PLATFORM_API BOOL WINAPI OpenClipboard(HWND window);
 

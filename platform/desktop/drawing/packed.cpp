@@ -35,9 +35,7 @@ constexpr size_t kAlphaMaskAt = 52;
 template <typename Record> void append(std::string &bytes, const Record &record) {
   bytes.append(reinterpret_cast<const char *>(&record), sizeof record);
 }
-void append(std::string &bytes, Bytes more) {
-  bytes.append(reinterpret_cast<const char *>(more.data()), more.size());
-}
+void append(std::string &bytes, Bytes more) { bytes.append(reinterpret_cast<const char *>(more.data()), more.size()); }
 
 Bytes from(Bytes bytes, size_t at) { return at < bytes.size() ? bytes.subspan(at) : Bytes(); }
 
