@@ -114,6 +114,36 @@ double message() {
   return seconds;
 }
 
+// The pointer goes to and fro over the main window, which has so many tools; none: there is no tooltip.
+double mouseMessage(int tools) {
+  static int arrived;
+  Frame frame;
+  frame.object()->userProc = [](WqWnd *, WqMsg *msg) {
+    arrived += msg->msg == WM_MOUSEMOVE;
+    return 0;
+  };
+  WqMain_Config(frame.window());
+  if (tools == 0) WqTooltip_Term(0);
+  for (int i = 0; i < tools; ++i) {
+    const POINT cell = cellOf(i);
+    const RECT rect = {cell.x, cell.y, cell.x + kSize, cell.y + kSize};
+    WqTooltip_AddRect(frame.window(), &rect, static_cast<uint32_t>(i + 1));
+  }
+  WqWnd_WaitQueEmpty();
+  arrived = 0;
+  int moves = 0;
+  const double seconds = secondsPerIteration([&] {
+    SetCursorPos(kFrame.left + 2 + ++moves % 2, kFrame.top + 2);
+    MSG msg;
+    do {
+      GetMessageA(&msg, nullptr, 0, 0);
+      DispatchMessageA(&msg);
+    } while (msg.message != WM_MOUSEMOVE);
+  });
+  require(arrived == moves, "a mouse message was lost");
+  return seconds;
+}
+
 // A thread with a window, which answers until it is told to quit.
 class OtherThread {
  public:
@@ -229,6 +259,9 @@ void addWindows(std::vector<Subject> &subjects) {
   subjects.push_back({"layout of 1,000 windows in a chain", layoutChain});
   subjects.push_back({"layout of 1,000 windows round one", layoutStar});
   subjects.push_back({"message posted, got, dispatched", message});
+  subjects.push_back({"mouse moved, no tooltip", [] { return mouseMessage(0); }});
+  subjects.push_back({"mouse moved, tooltip with 1 tool", [] { return mouseMessage(1); }});
+  subjects.push_back({"mouse moved, tooltip with 1,000 tools", [] { return mouseMessage(kCount); }});
   subjects.push_back({"message sent to another thread", messageToOtherThread});
   subjects.push_back({"child window created, destroyed", childWindow});
   subjects.push_back({"text of 1 MB to the clipboard and back", textThroughClipboard});

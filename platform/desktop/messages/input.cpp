@@ -211,6 +211,8 @@ bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG 
   return false;
 }
 
+bool pointerIsElsewhere() { return theScreen().isSeen() && !devices().pointerTop && !devices().programMoved; }
+
 void changedUnderPointer() { devices().restsElsewhere = true; }
 
 void goneUnderPointer(HWND window) {
@@ -218,9 +220,7 @@ void goneUnderPointer(HWND window) {
 }
 
 void lookUnderPointer() {
-  if (!std::exchange(devices().restsElsewhere, false)) return;
-  // it may be over other programs
-  if (theScreen().isSeen() && !devices().pointerTop && !devices().programMoved) return;
+  if (!std::exchange(devices().restsElsewhere, false) || pointerIsElsewhere()) return;
   const POINT at = cursorPosition();
   const HWND under = above::placedAt(at, devices().pointerTop);
   Queue *const queue = above::queueOfWindow(under);

@@ -36,7 +36,8 @@ HWND moveFocus(const WindowRef &window) {
 }
 
 bool canBeActive(const Window &window) {
-  return !window.isChild() && window.is(WS_VISIBLE) && !window.is(WS_DISABLED) && !(window.exStyle & WS_EX_NOACTIVATE);
+  return !window.isChild() && window.is(WS_VISIBLE) && !window.is(WS_DISABLED) && !window.passesInput &&
+         !(window.exStyle & WS_EX_NOACTIVATE);
 }
 
 // The keyboard goes to a window of this thread, or to nobody in it. Another thread that had it hears of that.

@@ -25,14 +25,19 @@ constexpr auto kTogether = 8ms; // within which a change of state and one of pla
 
 bool is(DWORD bits, DWORD wanted) { return (bits & wanted) == wanted; }
 
+Qt::WindowType typeOf(const Look &look) {
+  const bool isPlainPopup = is(look.style, WS_POPUP) && !is(look.style, WS_CAPTION);
+  if (isPlainPopup) return look.exStyle & WS_EX_TOOLWINDOW ? Qt::ToolTip : Qt::Tool;
+  return look.owner ? Qt::Dialog : Qt::Window; // plain windows of Qt's aren't kept above others
+}
+
 Qt::WindowFlags flagsOf(const Look &look) {
-  Qt::WindowFlags flags = look.owner ? Qt::Dialog : Qt::Window; // plain windows of Qt's aren't kept above others
+  Qt::WindowFlags flags = typeOf(look);
   const bool caption = is(look.style, WS_CAPTION);
   if (!caption && !is(look.style, WS_THICKFRAME)) flags |= Qt::FramelessWindowHint;
-  if (is(look.style, WS_POPUP) && !caption) flags |= look.exStyle & WS_EX_TOOLWINDOW ? Qt::ToolTip : Qt::Tool;
   if (look.exStyle & WS_EX_TOPMOST) flags |= Qt::WindowStaysOnTopHint;
   if (look.exStyle & WS_EX_NOACTIVATE) flags |= Qt::WindowDoesNotAcceptFocus;
-  if (look.exStyle & WS_EX_LAYERED && look.exStyle & WS_EX_TRANSPARENT) flags |= Qt::WindowTransparentForInput;
+  if (look.passesInput) flags |= Qt::WindowTransparentForInput;
   if (caption) {
     flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint;
     if (is(look.style, WS_SYSMENU)) flags |= Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
@@ -128,11 +133,10 @@ void ShownWindow::appear() {
   desk_.linkOwned();
   const bool unmanaged = desk_.isUnmanaged();
   limitSize(state_.wanted() != ShowState::normal && !unmanaged);
-  if (unmanaged || !desk_.placesWindows() || state_.wanted() == ShowState::normal)
-    setGeometry(relativeToOwner(place_.wanted()));
+  if (unmanaged || !desk_.placesWindows() || state_.wanted() == ShowState::normal) stand();
   if (!unmanaged) setWindowStates(qtStates(state_.wanted()));
   setVisible(!unmanaged || !isMinimized(state_.wanted()));
-  desk_.appeared();
+  if (type() != Qt::ToolTip) desk_.appeared(); // which no desktop activates
   if (unmanaged) return;
   if (state_.wanted() != ShowState::normal) return state_.insist();
   place_.insist();
@@ -164,7 +168,7 @@ bool ShownWindow::isFree() const {
 bool ShownWindow::askPlace() {
   if (!isFree() && !desk_.isUnmanaged()) return true; // later, when it is
   limitSize(false);
-  setGeometry(relativeToOwner(place_.wanted()));
+  stand();
   return true;
 }
 
@@ -195,6 +199,17 @@ bool ShownWindow::askState(ShowState state) {
   // a Wayland compositor never tells that a window is minimized
   if (!desk_.placesWindows() && isMinimized(state)) state_.settle(state);
   return true;
+}
+
+// Takes the place that is wanted. On a Wayland compositor tips and the like have theirs from when they are shown.
+void ShownWindow::stand() {
+  const QRect place = relativeToOwner(place_.wanted());
+  const bool isFixed = !desk_.placesWindows() && transientParent() && type() == Qt::ToolTip;
+  const bool again = isVisible() && isFixed && place.topLeft() != stoodAt_;
+  stoodAt_ = place.topLeft();
+  if (again) setVisible(false);
+  setGeometry(place);
+  if (again) setVisible(true);
 }
 
 // Where places are unknown, windows that belong to another stand where they stand beside it.

@@ -48,6 +48,7 @@ class ShownWindow : public QWindow {
   void tellPlace();
   void limitSize(bool unlimited);
   bool isFree() const;
+  void stand();
   QRect relativeToOwner(const QRect &qt) const;
 
   QRect placeNow() const;
@@ -59,7 +60,8 @@ class ShownWindow : public QWindow {
   Look look_;
   bool looks_ = false; // look_ is set
   Stand stand_;
-  QPoint origin_; // of the client area, in the program's eyes and pixels
+  QPoint origin_;  // of the client area, in the program's eyes and pixels
+  QPoint stoodAt_; // where stand() put it last
   Wish<QRect> place_;
   Wish<ShowState> state_;
   bool geometrySince_ = false;                   // the last request for a state
