@@ -2,6 +2,7 @@
 
 #include "ids.h"
 #include "loader.h"
+#include "report.h"
 
 #include <cmath>
 #include <utility>
@@ -37,7 +38,8 @@ void setIcons(HWND window) {
 Viewer::Viewer(Scene &scene, Settings &settings)
     : scene_(scene), settings_(settings), frame_(this), bar_(&frame_.wnd, look_, *this),
       status_(&frame_.wnd, scene, look_), levels_(&frame_.wnd, scene, look_),
-      overview_(&frame_.wnd, scene, look_, *this), wave_(&frame_.wnd, scene, look_, *this) {
+      overview_(&frame_.wnd, scene, look_, *this), wave_(&frame_.wnd, scene, look_, *this),
+      copier_([&scene] { return reportText(measure(scene.name, scene.recording)); }) {
   WqWnd &wnd = frame_.wnd;
   WqWnd_ID(&wnd, WQ_ID_QUIT);
   WqWnd_Style(&wnd, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN);
@@ -171,8 +173,8 @@ void Viewer::carryOut(Command command) {
   case Command::all: visible.zoom(1 / visible.factor(), 0); break;
   case Command::start: visible.moveTo(0); break;
   case Command::end: visible.moveTo(visible.frames()); break;
-  case Command::open:
-  case Command::copy: return;
+  case Command::copy: return copier_.copy(frame_.wnd.hwnd);
+  case Command::open: return;
   }
   show(visible);
 }
@@ -207,6 +209,10 @@ bool Viewer::pressKey(WPARAM key) {
   const double width = visible.width();
   const LONG held = scene_.pointer.value_or(visible.width() / 2);
   switch (key) {
+  case 'C':
+    if (GetKeyState(VK_CONTROL) >= 0) return false;
+    carryOut(Command::copy);
+    return true;
   case VK_ESCAPE: PostMessageA(frame_.wnd.hwnd, WM_CLOSE, 0, 0); return true;
   case VK_LEFT: visible.scroll(-width / 10); break;
   case VK_RIGHT: visible.scroll(width / 10); break;
@@ -228,6 +234,8 @@ int32_t Viewer::frameProc(WqWnd *wnd, WqMsg *msg) {
   Viewer &viewer = *reinterpret_cast<Frame *>(wnd)->viewer;
   switch (msg->msg) {
   case WM_DESTROY: viewer.rememberPlace(); return 0;
+  case WM_RENDERFORMAT: Copier::render(msg->wParam); return 0;
+  case WM_RENDERALLFORMATS: Copier::renderAll(msg->hwnd); return 0;
   case WQM_WHEEL: viewer.turnWheel(*reinterpret_cast<const WqWheel *>(msg->wParam)); return 0;
   case WQM_KEY: return wnd->result = viewer.pressKey(msg->wParam);
   default: return 0;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "bar.h"
+#include "copier.h"
 #include "level_view.h"
 #include "look.h"
 #include "overview.h"
@@ -56,4 +57,5 @@ class Viewer final : private Control {
   LevelView levels_;
   Overview overview_;
   WaveView wave_;
+  Copier copier_;
 };
