@@ -121,5 +121,6 @@ TEST_F(WqClipBoardTest, WhileAnotherOneHasItOpenNothingIsFoundOrChanged) {
   over = true;
   ASSERT_TRUE(other->within(5000));
   EXPECT_EQ(other->result, TRUE) << "it still had it open";
+  if (onWine()) GTEST_SKIP() << "a promise that it refuses takes the program's own data away there";
   EXPECT_EQ(lookAt(CF_TEXT), narrow("theirs"));
 }
