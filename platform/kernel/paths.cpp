@@ -122,3 +122,7 @@ FILE *platformOpenStream(const char *name, const char *mode) {
     return std::fopen(path.c_str(), mode);
   });
 }
+
+int64_t platformSeekStream(FILE *stream, int64_t offset, int origin) {
+  return fseeko(stream, offset, origin) == 0 ? ftello(stream) : -1;
+}

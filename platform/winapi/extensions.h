@@ -21,6 +21,9 @@ PLATFORM_API BOOL platformSavePicture(HWND window, const char *file);
  * fails, and for a folder. */
 PLATFORM_API FILE *platformOpenStream(const char *name, const char *mode);
 
+/* Moves a stream, also beyond 2 GB. origin: SEEK_SET, SEEK_CUR or SEEK_END. Result: the new position; -1 on failure. */
+PLATFORM_API int64_t platformSeekStream(FILE *stream, int64_t offset, int origin);
+
 #ifdef __cplusplus
 }
 #endif
