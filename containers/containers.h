@@ -367,7 +367,7 @@ WQ_API int WqRingBuf_Ungetc(WqRingBuf *ring, uint8_t byte);
 
 /* Appends a block whole or not at all. At least one byte stays free behind it: a block as large as the free space is
  * refused, and so is any block, of 0 bytes too, on a full ring.
- * size: in bytes.
+ * bytes: may be null where size is 0. size: in bytes.
  * Result: 1; 0 if refused, and the ring stays as it was. */
 WQ_API int WqRingBuf_PutBlock(WqRingBuf *ring, const void *bytes, uint32_t size);
 
