@@ -13,7 +13,7 @@ using namespace platform;
 BOOL GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector, LPDWORD freeClusters,
                        LPDWORD clusters) {
   return guarded(FALSE, [&] {
-    const std::string path = root ? nativePath(root) : ".";
+    const std::string path = root ? existingPath(root) : ".";
     struct statvfs status;
     if (path.empty() || statvfs(path.c_str(), &status) != 0) return failWith(ERROR_PATH_NOT_FOUND);
     constexpr uint64_t sector = 512;
@@ -40,7 +40,7 @@ UINT GetDriveTypeA(LPCSTR root) {
     const bool letter = name.size() >= 2 && name[1] == ':';
     const Drive drive = driveOf(letter ? name[0] : 'C');
     if (letter && name.size() <= 3) return drive.type; // a drive without its medium has its kind too
-    const std::string path = nativePath(name);
+    const std::string path = existingPath(name);
     struct stat status;
     return !path.empty() && stat(path.c_str(), &status) == 0 ? drive.type : DRIVE_NO_ROOT_DIR;
   });

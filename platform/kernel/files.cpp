@@ -3,12 +3,13 @@
 
 #include "platform/kernel/files.h"
 
+#include "platform/kernel/codepage.h"
 #include "platform/kernel/errors.h"
-#include "platform/kernel/paths.h"
 #include "platform/kernel/sharing.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <optional>
@@ -35,17 +36,33 @@ Descriptor systemOpen(const std::string &path, DWORD access, int flags) {
   return file;
 }
 
-// Opens or creates by a creation word, cutting nothing yet.
-Descriptor openOrCreate(const std::string &path, DWORD access, DWORD creation, bool *existed) {
+bool isMissing(int systemError) { return systemError == ENOENT || systemError == ENOTDIR; }
+
+Descriptor notOpened(int systemError) {
+  errno = systemError;
+  return Descriptor();
+}
+
+// Opens or creates by a creation word, cutting nothing yet. A new file gets the case that was asked for, in folders with
+// the case that they have.
+Descriptor openOrCreate(std::string &path, DWORD access, DWORD creation, bool *existed) {
   const bool creates = creation == CREATE_NEW || creation == CREATE_ALWAYS || creation == OPEN_ALWAYS;
   for (;;) {
+    int error = EEXIST;
     *existed = true;
     if (creation != CREATE_NEW) {
       Descriptor file = systemOpen(path, access, 0);
-      if (file.valid() || errno != ENOENT || !creates) return file;
+      if (file.valid() || !isMissing(errno)) return file;
+      error = errno;
     }
+    FoundPath found = findPath(path);
+    const bool other = found.exists && found.path != path;
+    path = std::move(found.path);
+    if (creation == CREATE_NEW ? found.exists : !creates && !other) return notOpened(error);
+    if (other) continue;
     *existed = false;
-    Descriptor file = systemOpen(path, access, O_CREAT | O_EXCL);
+    // what is there and can't be opened is a link that leads nowhere: its goal is made
+    Descriptor file = systemOpen(path, access, found.exists ? O_CREAT : O_CREAT | O_EXCL);
     if (file.valid() || errno != EEXIST || creation == CREATE_NEW) return file;
   }
 }
@@ -60,7 +77,7 @@ std::optional<DWORD> refusal(int file, DWORD access, DWORD share, bool existed) 
   if (fstat(file, &status) != 0) return errorOf(errno);
   if (S_ISDIR(status.st_mode)) return ERROR_ACCESS_DENIED;
   if (existed && (access & GENERIC_WRITE) && isReadOnly(status)) return ERROR_ACCESS_DENIED;
-  if (!claim(file, access, share)) return ERROR_SHARING_VIOLATION;
+  if (S_ISREG(status.st_mode) && !claim(file, access, share)) return ERROR_SHARING_VIOLATION;
   return std::nullopt;
 }
 
@@ -119,7 +136,7 @@ bool copyContent(int from, int to) {
 }
 
 // Copies a file with its time and attributes. A copy that fails on the way leaves no new file behind.
-bool copyFile(const std::string &from, const std::string &to, DWORD creation) {
+bool copyFile(std::string from, std::string to, DWORD creation) {
   bool existed;
   const Descriptor source =
       openFile(from, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, &existed);
@@ -128,6 +145,7 @@ bool copyFile(const std::string &from, const std::string &to, DWORD creation) {
   if (fstat(source.get(), &status) != 0) return failWithErrno();
   const Descriptor copy = openFile(to, GENERIC_WRITE, 0, creation, FILE_ATTRIBUTE_NORMAL, &existed);
   if (!copy.valid()) return false;
+  if (isNullDevice(to)) return true;
   if (!copyContent(source.get(), copy.get())) {
     const DWORD error = GetLastError();
     if (!existed) unlink(to.c_str());
@@ -141,19 +159,30 @@ bool copyFile(const std::string &from, const std::string &to, DWORD creation) {
   return true;
 }
 
-bool moveFile(const std::string &from, const std::string &to) {
-  struct stat status;
-  if (lstat(from.c_str(), &status) != 0) return failWith(errno == ENOENT ? missingError(from) : errorOf(errno));
-  if (from == to) return true;
-  if (const DWORD error = removalError(from)) return failWith(error);
+// Gives what there is under a path another one, under which there is nothing but itself in another case.
+bool rename(const std::string &from, const std::string &to, bool sameFile) {
+  if (sameFile) return std::rename(from.c_str(), to.c_str()) == 0 || failWithErrno();
   if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
-  if (errno == EXDEV && S_ISREG(status.st_mode))
-    return copyFile(from, to, CREATE_NEW) && (unlink(from.c_str()) == 0 || failWithErrno());
-  if (errno == EINVAL || errno == ENOSYS) { // a file system without that flag
-    if (lstat(to.c_str(), &status) == 0) return failWith(ERROR_ALREADY_EXISTS);
-    return rename(from.c_str(), to.c_str()) == 0 || failWithErrno();
-  }
+  const bool knowsFlag = errno != EINVAL && errno != ENOSYS;
+  if (!knowsFlag && std::rename(from.c_str(), to.c_str()) == 0) return true;
   return failWith(errno == ENOENT ? ERROR_PATH_NOT_FOUND : errorOf(errno));
+}
+
+bool moveFile(std::string from, const std::string &name) {
+  struct stat status, there;
+  if (onPath(from, [&](const char *path) { return lstat(path, &status); }) != 0)
+    return failWith(errno == ENOENT ? missingError(from) : errorOf(errno));
+  const FoundPath found = findPath(name);
+  const bool sameFile = found.exists && lstat(found.path.c_str(), &there) == 0 && there.st_dev == status.st_dev &&
+                        there.st_ino == status.st_ino && differInCaseOnly(lastPart(from), lastPart(found.path));
+  if (found.exists && !sameFile) return failWith(ERROR_ALREADY_EXISTS);
+  if (const DWORD error = removalError(from)) return failWith(error);
+  // the folders have the case that they have, and the file gets the one that was asked for
+  const std::string_view last = lastPart(name);
+  const std::string to = found.path.substr(0, found.path.size() - last.size()) + std::string(last);
+  if (rename(from, to, sameFile)) return true;
+  if (GetLastError() != ERROR_NOT_SAME_DEVICE || !S_ISREG(status.st_mode)) return false;
+  return copyFile(from, to, CREATE_NEW) && (unlink(from.c_str()) == 0 || failWithErrno());
 }
 
 } // namespace
@@ -175,8 +204,9 @@ int Descriptor::release() {
   return number;
 }
 
-Descriptor openFile(const std::string &path, DWORD access, DWORD share, DWORD creation, DWORD attributes,
-                    bool *existed) {
+Descriptor openFile(std::string &path, DWORD access, DWORD share, DWORD creation, DWORD attributes, bool *existed) {
+  *existed = false;
+  if (isNullDevice(path)) return systemOpen(path, access, 0); // always there, and nobody has it alone
   Descriptor file = openOrCreate(path, access, creation, existed);
   if (!file.valid()) {
     SetLastError(openError(path, creation));
@@ -193,14 +223,12 @@ Descriptor openFile(const std::string &path, DWORD access, DWORD share, DWORD cr
 }
 
 DWORD missingError(const std::string &path) {
-  const size_t slash = path.find_last_of('/');
+  const size_t slash = path.find_last_of('/', path.find_last_not_of('/'));
   if (slash == std::string::npos || slash == 0) return ERROR_FILE_NOT_FOUND;
   struct stat status;
   const bool folder = stat(path.substr(0, slash).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
   return folder ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
 }
-
-std::string_view lastPart(std::string_view path) { return path.substr(path.find_last_of('/') + 1); }
 
 DWORD attributesOf(const std::string &path, const struct stat &status) {
   const std::string_view name = lastPart(path);
@@ -242,7 +270,7 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES
       SetLastError(ERROR_INVALID_PARAMETER);
       return INVALID_HANDLE_VALUE;
     }
-    const std::string path = nativePath(name);
+    std::string path = openablePath(name);
     if (path.empty()) return INVALID_HANDLE_VALUE;
     bool existed;
     Descriptor descriptor = openFile(path, access, share, creation, attributes, &existed);
@@ -291,10 +319,11 @@ BOOL SetEndOfFile(HANDLE handle) {
 
 BOOL DeleteFileA(LPCSTR name) {
   return guarded(FALSE, [&] {
-    const std::string path = nativePath(name);
+    std::string path = nativePath(name);
     if (path.empty()) return FALSE;
     struct stat status;
-    if (lstat(path.c_str(), &status) != 0) return failWith(errno == ENOENT ? missingError(path) : errorOf(errno));
+    if (onPath(path, [&](const char *each) { return lstat(each, &status); }) != 0)
+      return failWith(errno == ENOENT ? missingError(path) : errorOf(errno));
     if (S_ISDIR(status.st_mode) || (S_ISREG(status.st_mode) && isReadOnly(status)))
       return failWith(ERROR_ACCESS_DENIED);
     if (const DWORD error = removalError(path)) return failWith(error);
@@ -313,17 +342,18 @@ BOOL MoveFileA(LPCSTR from, LPCSTR to) {
 BOOL CopyFileA(LPCSTR from, LPCSTR to, BOOL failIfExists) {
   return guarded(FALSE, [&]() -> BOOL {
     const std::string source = nativePath(from);
-    const std::string copy = source.empty() ? source : nativePath(to);
+    const std::string copy = source.empty() ? source : openablePath(to);
     return !copy.empty() && copyFile(source, copy, failIfExists ? CREATE_NEW : CREATE_ALWAYS);
   });
 }
 
 DWORD GetFileAttributesA(LPCSTR name) {
   return guarded(INVALID_FILE_ATTRIBUTES, [&] {
-    const std::string path = nativePath(name);
+    std::string path = openablePath(name);
     struct stat status;
     if (path.empty()) return INVALID_FILE_ATTRIBUTES;
-    if (stat(path.c_str(), &status) == 0) return attributesOf(path, status);
+    if (isNullDevice(path)) return DWORD{FILE_ATTRIBUTE_ARCHIVE};
+    if (onPath(path, [&](const char *each) { return stat(each, &status); }) == 0) return attributesOf(path, status);
     SetLastError(errno == ENOENT ? missingError(path) : errorOf(errno));
     return INVALID_FILE_ATTRIBUTES;
   });
@@ -331,7 +361,7 @@ DWORD GetFileAttributesA(LPCSTR name) {
 
 BOOL SetFileAttributesA(LPCSTR name, DWORD attributes) {
   return guarded(FALSE, [&]() -> BOOL {
-    const std::string path = nativePath(name);
-    return !path.empty() && setAttributes(path, attributes);
+    const std::string path = existingPath(name);
+    return !path.empty() && (isNullDevice(path) || setAttributes(path, attributes));
   });
 }

@@ -56,18 +56,24 @@ std::unordered_map<std::string, Kept> &kept() {
 // The file of a profile. One named without a folder lies in the user's folder for settings.
 std::string profilePath(LPCSTR name) {
   const std::string_view text = name ? name : "";
-  std::string path = nativePath(text);
+  std::string path = openablePath(text);
   if (path.empty()) return path;
-  const bool hasFolder = path.find('/') != std::string::npos || (text.size() >= 2 && text[1] == ':');
-  if (!hasFolder) {
+  if (lastPartAt(text) == 0 && !isNullDevice(path)) {
     const char *settings = std::getenv("XDG_CONFIG_HOME");
     const char *home = std::getenv("HOME");
     std::string folder = settings && *settings ? settings : std::string(home ? home : "") + "/.config";
     mkdir(folder.c_str(), 0700);
     path = folder + '/' + path;
   }
-  const std::unique_ptr<char, void (*)(void *)> real(realpath(path.c_str(), nullptr), std::free);
-  return real ? real.get() : path; // a link stays one, and its goal is replaced
+  const auto realPath = [](const std::string &path) {
+    const std::unique_ptr<char, void (*)(void *)> real(realpath(path.c_str(), nullptr), std::free);
+    return std::string(real ? real.get() : ""); // a link stays one, and its goal is replaced
+  };
+  std::string real = realPath(path);
+  if (!real.empty()) return real;
+  path = findPath(path).path;
+  real = realPath(path);
+  return real.empty() ? path : real;
 }
 
 bool readAll(int file, std::string &content) {
@@ -108,7 +114,7 @@ Kept *load(const std::string &path, int file) {
 
 // The profile for reading; null when there is no file, or somebody keeps it for himself.
 const Profile *profileForReading(LPCSTR name) {
-  const std::string path = profilePath(name);
+  std::string path = profilePath(name);
   if (path.empty()) return nullptr;
   struct stat status {};
   if (stat(path.c_str(), &status) == 0)
@@ -121,16 +127,18 @@ const Profile *profileForReading(LPCSTR name) {
 }
 
 // Opens a profile that is about to be replaced, and keeps other writers waiting until it is.
-Descriptor openForWriting(const std::string &path) {
+Descriptor openForWriting(std::string &path) {
   for (;;) {
     bool existed;
     Descriptor file =
         openFile(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                  OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, &existed);
-    if (!file.valid() || flock(file.get(), LOCK_EX) != 0) return file;
     struct stat opened {};
     struct stat named {};
-    if (fstat(file.get(), &opened) != 0 || stat(path.c_str(), &named) != 0) continue;
+    if (!file.valid() || fstat(file.get(), &opened) != 0) return file;
+    if (!S_ISREG(opened.st_mode)) return failWith(ERROR_ACCESS_DENIED), Descriptor();
+    if (flock(file.get(), LOCK_EX) != 0) return file;
+    if (stat(path.c_str(), &named) != 0) continue;
     if (opened.st_dev == named.st_dev && opened.st_ino == named.st_ino) return file;
   }
 }
@@ -170,8 +178,9 @@ void edit(Profile &profile, LPCSTR section, LPCSTR key, LPCSTR text) {
 }
 
 bool change(LPCSTR name, LPCSTR section, LPCSTR key, LPCSTR text) {
-  const std::string path = profilePath(name);
+  std::string path = profilePath(name);
   if (path.empty()) return false;
+  if (isNullDevice(path)) return true;
   const Descriptor old = openForWriting(path);
   if (!old.valid()) return false;
   Kept *known = load(path, old.get());

@@ -23,7 +23,7 @@ struct CommandLine {
   CommandLine() {
     std::ifstream source("/proc/self/cmdline", std::ios::binary);
     for (std::string argument; std::getline(source, argument, '\0');)
-      texts.push_back(platform::codePageFromUtf8(argument));
+      texts.push_back(platform::nameOfArgument(argument));
     for (std::string &text : texts) pointers.push_back(text.data());
     count = static_cast<int>(pointers.size());
     pointers.push_back(nullptr);
