@@ -88,21 +88,18 @@ void Queue::letGo() {
 
 const std::shared_ptr<Queue> &currentQueue() {
   if (current) return *current;
-  // At the end of the thread, whoever waits for it goes on. The end of the main thread is that of the process.
+  // At the end of the thread, whoever waits for it goes on.
   struct Own {
     const pid_t process = getpid();
     std::shared_ptr<Queue> queue;
     ~Own() {
       current = nullptr;
       if (!queue || getpid() != process) return; // a forked child has no part in it
-      {
-        const DesktopLock lock;
-        queue->gone = true;
-        above::endThread(*queue);
-        queue->letGo();
-        queues().erase(queue->thread);
-      }
-      if (queue->thread == static_cast<DWORD>(process) && hasScreen()) theScreen().end();
+      const DesktopLock lock;
+      queue->gone = true;
+      above::endThread(*queue);
+      queue->letGo();
+      queues().erase(queue->thread);
     }
   };
   static thread_local Own own;

@@ -100,9 +100,6 @@ class Screen {
   // Ends that wait. thread: the one that has something to do; others are passed over.
   virtual void wake(DWORD thread) = 0;
 
-  // The process ends. Nothing is shown any more when this returns.
-  virtual void end() = 0;
-
  protected:
   Screen() = default;
 };

@@ -27,7 +27,6 @@ class NullScreen final : public Screen {
   void runEvents() override {}
   void waitForEvents(const std::optional<std::chrono::steady_clock::time_point> &) override {}
   void wake(DWORD) override {}
-  void end() override {}
 
  private:
   static constexpr SIZE kSize = {1280, 1024};

@@ -37,8 +37,8 @@ QCursor cursorOf(const Pointer &pointer) {
 
 } // namespace
 
-Desk::Desk(std::function<void()> firsts)
-    : firsts_(std::move(firsts)), wayland_(QGuiApplication::platformName().startsWith("wayland")),
+Desk::Desk()
+    : wayland_(QGuiApplication::platformName().startsWith("wayland")),
       active_(activation(), nullptr) {
   if (usesRealPixels()) ratio_ = QGuiApplication::primaryScreen()->devicePixelRatio();
   for (QTimer *timer : {&wishes_, &flush_, &learn_}) timer->setSingleShot(true);
@@ -173,19 +173,24 @@ ShownWindow &Desk::findOrMake(HWND window) {
 void Desk::remove(HWND window) {
   const auto at = windows_.find(window);
   if (at == windows_.end()) return;
-  at->second->hide();
+  hide(*at->second);
   at->second.release()->deleteLater(); // one of its events may be under way
   windows_.erase(at);
 }
 
-void Desk::flushSoon() { flush_.start(kUnflushed); }
-
-void Desk::seen(int eventType) {
-  const auto at = static_cast<size_t>(eventType);
-  if (at >= seen_.size() || seen_[at]) return;
-  seen_[at] = true;
-  firsts_();
+void Desk::hide(ShownWindow &window) {
+  window.setVisible(false);
+  active_.noAnswer(window.id());
 }
+
+void Desk::linkOwned() {
+  for (const auto &[handle, window] : windows_) {
+    QWindow *const owner = window->owner() ? find(window->owner()) : nullptr;
+    if (window->transientParent() != owner) window->setTransientParent(owner);
+  }
+}
+
+void Desk::flushSoon() { flush_.start(kUnflushed); }
 
 // ---- Activation
 
@@ -193,7 +198,9 @@ Wish<HWND>::Rule Desk::activation() {
   return {kActivationPause, true,
           [this](HWND window) {
             ShownWindow *const shown = find(window);
-            if (shown && shown->isVisible()) shown->requestActivate();
+            if (!shown || !shown->isVisible()) return false;
+            shown->requestActivate();
+            return true;
           },
           [](HWND window, Serial serial) {
             above::take(Activated{window, serial});

@@ -10,9 +10,7 @@
 #include <QTimer>
 
 #include <atomic>
-#include <bitset>
 #include <deque>
-#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -25,8 +23,7 @@ class ShownWindow;
 
 class Desk : public QObject {
  public:
-  // firsts: is called when something has happened for the first time.
-  explicit Desk(std::function<void()> firsts);
+  Desk();
   ~Desk() override;
   // Everything of Qt's goes.
   void close();
@@ -36,7 +33,10 @@ class Desk : public QObject {
   // Null for a window that isn't there.
   ShownWindow *find(HWND window);
   ShownWindow &findOrMake(HWND window);
+  void hide(ShownWindow &window);
   void remove(HWND window);
+  // An owner or a window that it owns has come.
+  void linkOwned();
 
   void activate(HWND window, Serial serial);
   void setPointer(const Pointer &pointer);
@@ -66,9 +66,6 @@ class Desk : public QObject {
   void moved(HWND window, POINT at);
   void left(HWND window, const QPointF &last, const QSize &size);
 
-  // A kind of event has been dealt with.
-  void seen(int eventType);
-
   const Pointer &pointer() const { return pointer_; }
 
  private:
@@ -78,8 +75,6 @@ class Desk : public QObject {
   void focusChanged(QWindow *window);
   Wish<HWND>::Rule activation();
 
-  const std::function<void()> firsts_;
-  std::bitset<256> seen_;
   const bool wayland_;
   double ratio_ = 1;
   std::map<HWND, std::unique_ptr<ShownWindow>> windows_;

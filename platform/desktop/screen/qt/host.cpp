@@ -1,6 +1,7 @@
 #include "platform/desktop/screen/qt/host.h"
 
 #include "platform/desktop/screen/above.h"
+#include "platform/desktop/screen/qt/ending.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
@@ -25,6 +26,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds kStart{20000};    // a display may be slow to answer
 constexpr std::chrono::milliseconds kEnd{3000};       // what Qt may take to end
+constexpr std::chrono::milliseconds kFork{200};       // how long a fork waits for Qt's thread
 constexpr std::chrono::milliseconds kLastWords{5000}; // what the program has when the desktop has ended
 
 bool isSet(const char *variable) {
@@ -103,17 +105,25 @@ class Scaling {
   } variables_[2] = {{"QT_ENABLE_HIGHDPI_SCALING", "0", {}}, {"QT_SCALE_FACTOR", nullptr, {}}};
 };
 
-// The program makes an application object of its own after the layer has made one. Qt can't have two.
-bool secondIsOne = false;
+// The program makes an application object of its own after the layer has made one. Qt can't have two. It calls the routine
+// while it makes the second, if it comes so far: on Wayland it stops before, with a message about a thread.
+const QCoreApplication *ownApplication = nullptr;
+QtMessageHandler otherMessages = nullptr;
 
 void refuseSecond() {
-  if (!secondIsOne) return;
+  if (!ownApplication || QCoreApplication::instance() == ownApplication) return;
   std::fprintf(stderr, "%s: an application object of Qt has to be made before the first window or metric\n",
                program_invocation_short_name);
   std::_Exit(EXIT_FAILURE);
 }
 
-Host *guestHost = nullptr;
+void takeMessage(QtMsgType type, const QMessageLogContext &context, const QString &text) {
+  if (type == QtFatalMsg) refuseSecond();
+  otherMessages(type, context, text);
+}
+
+Host *theHost = nullptr;
+thread_local Host::Work goOn; // Qt's thread, which stands still for this one's fork
 
 } // namespace
 
@@ -155,16 +165,25 @@ bool Host::startThread() {
   const std::string displays = displaysToTry();
   if (displays.empty()) return false;
   const Scaling scaling;
+  theHost = this;
   thread_ = std::thread([this, displays] { run(displays); });
+  whenProcessEnds([](const int *status) { theHost->end(status); });
   if (waitUntil(Phase::running, kStart)) {
-    secondIsOne = false;
+    ownApplication = QCoreApplication::instance();
     qAddPreRoutine(refuseSecond); // calls it at once, for the one that is there
-    secondIsOne = true;
-    endLater();
+    otherMessages = qInstallMessageHandler(takeMessage);
+    pthread_atfork([] { theHost->standStill(); },
+                   [] {
+                     if (goOn) std::exchange(goOn, nullptr)();
+                   },
+                   nullptr);
     return true;
   }
   tellUnusable();
-  if (phase_ == Phase::failed) thread_.join();
+  if (phase_ == Phase::failed) {
+    whenProcessEnds(nullptr);
+    thread_.join();
+  }
   return false;
 }
 
@@ -176,10 +195,10 @@ bool Host::visit() {
   worker_ = new Worker(*this);
   worker_->moveToThread(application->thread());
   phase_ = Phase::running;
-  guestHost = this;
+  theHost = this;
   qAddPostRoutine([] { // the object ends, and with it all windows
-    guestHost->enter(Phase::ended);
-    guestHost->cleanUp_();
+    theHost->enter(Phase::ended);
+    theHost->cleanUp_();
   });
   const auto learn = [this] {
     threadId_ = GetCurrentThreadId();
@@ -209,6 +228,7 @@ void Host::run(const std::string &displays) {
     worker_ = new Worker(*this);
     enter(Phase::running);
     QApplication::exec();
+    enter(Phase::ending); // nobody posts to the worker any more
     cleanUp_();
     delete worker_;
   }
@@ -219,7 +239,7 @@ void Host::enter(Phase phase) {
   {
     const std::lock_guard lock(mutex_);
     phase_ = phase;
-    if (phase == Phase::ended) works_.clear();
+    if (phase == Phase::ending || phase == Phase::ended) works_.clear();
   }
   changed_.notify_all();
 }
@@ -230,11 +250,12 @@ bool Host::waitUntil(Phase phase, std::chrono::milliseconds limit) {
   return phase_ == phase;
 }
 
-void Host::post(Work work) {
+bool Host::post(Work work) {
   const std::lock_guard lock(mutex_);
-  if (phase_ != Phase::running) return;
+  if (phase_ != Phase::running) return false;
   works_.push_back(std::move(work));
   if (works_.size() == 1) QCoreApplication::postEvent(worker_, new QEvent(QEvent::User));
+  return true;
 }
 
 bool Host::finish(Work work, std::chrono::milliseconds limit) {
@@ -248,13 +269,14 @@ bool Host::finish(Work work, std::chrono::milliseconds limit) {
     bool done = false, abandoned = false;
   };
   const auto state = std::make_shared<State>();
-  post([state, work = std::move(work)] {
+  const bool posted = post([state, work = std::move(work)] {
     const std::lock_guard lock(state->mutex);
     if (state->abandoned) return;
     work();
     state->done = true;
     state->changed.notify_all();
   });
+  if (!posted) return false;
   std::unique_lock lock(state->mutex);
   state->abandoned = !state->changed.wait_for(lock, limit, [&] { return state->done; });
   return state->done;
@@ -312,39 +334,60 @@ void Host::dispatch() {
   if (waits_ == 0) worker_->dispatchAt(above::dispatchWaiting());
 }
 
-// The process has two ways to its end. Where its main thread has used windows, that thread's own data go first, and Qt is
-// ended then (messages/queue.cpp). Else handlers run, the last one that was registered first; Qt registers its own whenever
-// it makes something, and they must not run while Qt still does.
-void Host::endLater() {
-  if (!guest_) on_exit(atExit, this);
+// Where the program made Qt's application object it is its own to end. A forked child has none of the threads that could
+// end anything, and what Qt would take down in it belongs to threads it doesn't have. status: null on the return from main.
+void Host::end(const int *status) {
+  if (getpid() != process_) {
+    if (status) leave(*status, nullptr);
+    return static_cast<void>(on_exit(leave, nullptr));
+  }
+  if (GetCurrentThreadId() == threadId_) return stayBehind();
+  const std::lock_guard lock(endMutex_);
+  if (gone_ || !thread_.joinable()) return;
+  if (waitUntil(Phase::running, kEnd)) post([] { QCoreApplication::exit(); });
+  if (waitUntil(Phase::ended, kEnd))
+    thread_.join();
+  else
+    on_exit(leave, nullptr); // Qt hangs, and would trip over what goes away under it
 }
 
-void Host::atExit(int status, void *address) {
-  auto *const host = static_cast<Host *>(address);
-  // a forked child has none of the threads that could end what they own
-  if (getpid() == host->process_ && host->end()) return;
+// A handler of the process's end, that lets no other run after it.
+void Host::leave(int status, void *) {
   std::fflush(nullptr);
   std::_Exit(status);
 }
 
-bool Host::end() {
-  if (guest_ || gone_) return true;
-  if (GetCurrentThreadId() == threadId_) {
-    gone_ = true;
-    enter(Phase::ended);
-    stayBehind();
-  }
-  const std::lock_guard lock(endMutex_);
-  if (!thread_.joinable()) return true;
-  post([] { QCoreApplication::exit(); });
-  if (!waitUntil(Phase::ended, kEnd)) return false;
-  thread_.join();
-  return true;
+// A fork copies the locks of all threads, but not the threads that would unlock them. So Qt's thread stands still, outside
+// of everything, while another one forks.
+void Host::standStill() {
+  if (getpid() != process_ || GetCurrentThreadId() == threadId_) return;
+  struct State {
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool stands = false, over = false;
+  };
+  const auto state = std::make_shared<State>();
+  const bool posted = post([state] {
+    std::unique_lock lock(state->mutex);
+    state->stands = true;
+    state->changed.notify_all();
+    state->changed.wait(lock, [&] { return state->over; });
+  });
+  if (!posted) return;
+  std::unique_lock lock(state->mutex);
+  state->changed.wait_for(lock, kFork, [&] { return state->stands; });
+  goOn = [state] {
+    const std::lock_guard over(state->mutex);
+    state->over = true;
+    state->changed.notify_all();
+  };
 }
 
 // Qt ends the process by itself when the desktop has ended under it. The program is told, and has a while to end in its own
 // way, on its own threads; ending here and now would take their data away from them.
 void Host::stayBehind() {
+  gone_ = true;
+  enter(Phase::ended);
   above::take(ScreenGone{});
   std::this_thread::sleep_for(kLastWords);
   std::fflush(nullptr);

@@ -29,8 +29,8 @@ class Host {
   // Null when there is no display. It lives as long as the process.
   static Host *start(Work cleanUp);
 
-  // From any thread. Work that comes after the end is dropped.
-  void post(Work work);
+  // From any thread. Result: false after the end, when nothing more is done.
+  bool post(Work work);
   // Waits until work is done, but not for ever: a program whose event loop doesn't run does none.
   bool finish(Work work, std::chrono::milliseconds limit);
 
@@ -40,15 +40,9 @@ class Host {
   void waitForEvents(const std::optional<Moment> &until);
   void wake(DWORD thread);
 
-  // The end of the process, from any thread.
-  // Result: whether Qt has ended.
-  bool end();
-  // Ends Qt when the process ends, before everything that Qt has made so far.
-  void endLater();
-
  private:
   class Worker;
-  enum class Phase { starting, running, failed, ended };
+  enum class Phase { starting, running, failed, ending, ended };
 
   explicit Host(Work cleanUp);
   bool startThread();
@@ -58,7 +52,9 @@ class Host {
   bool waitUntil(Phase phase, std::chrono::milliseconds limit);
   void doWork();
   void dispatch();
-  static void atExit(int status, void *host);
+  void end(const int *status);
+  void standStill();
+  static void leave(int status, void *);
   void stayBehind();
 
   const Work cleanUp_;

@@ -40,7 +40,7 @@ class QtScreen final : public Screen {
     });
   }
   void hide(HWND window) override {
-    onWindow(window, [](ShownWindow &shown) { shown.setVisible(false); });
+    onWindow(window, [this](ShownWindow &shown) { desk_->hide(shown); });
   }
   void close(HWND window) override {
     post([=, this] { desk_->remove(window); });
@@ -83,12 +83,9 @@ class QtScreen final : public Screen {
   void runEvents() override { host_->runEvents(); }
   void waitForEvents(const std::optional<Host::Moment> &until) override { host_->waitForEvents(until); }
   void wake(DWORD thread) override { host_->wake(thread); }
-  void end() override { host_->end(); }
 
  private:
-  void openDesk() {
-    desk_ = new Desk([this] { host_->endLater(); });
-  }
+  void openDesk() { desk_ = new Desk; }
   void closeDesk() {
     if (desk_) desk_->close();
   }

@@ -26,7 +26,7 @@ constexpr auto kTogether = 8ms; // within which a change of state and one of pla
 bool is(DWORD bits, DWORD wanted) { return (bits & wanted) == wanted; }
 
 Qt::WindowFlags flagsOf(const Look &look) {
-  Qt::WindowFlags flags = Qt::Window;
+  Qt::WindowFlags flags = look.owner ? Qt::Dialog : Qt::Window; // plain windows of Qt's aren't kept above others
   const bool caption = is(look.style, WS_CAPTION);
   if (!caption && !is(look.style, WS_THICKFRAME)) flags |= Qt::FramelessWindowHint;
   if (is(look.style, WS_POPUP) && !caption) flags |= look.exStyle & WS_EX_TOOLWINDOW ? Qt::ToolTip : Qt::Tool;
@@ -94,8 +94,10 @@ void ShownWindow::setLook(const Look &look) {
   if (first || flagsOf(look) != flagsOf(look_)) setFlags(flagsOf(look));
   if (first || look.title != look_.title) setTitle(QString::fromStdString(look.title));
   if (look.icons != look_.icons) setIcon(iconOf(look));
+  const bool moves = look.owner != look_.owner;
   if (look.alpha != look_.alpha && desk_.placesWindows()) setOpacity(look.alpha / 255.0); // Wayland knows none
   look_ = look;
+  if (moves) desk_.linkOwned();
 }
 
 void ShownWindow::place(const Stand &stand, Serial serial) {
@@ -121,7 +123,7 @@ void ShownWindow::setState(ShowState state, Serial serial) {
 
 void ShownWindow::appear() {
   if (isVisible()) return;
-  setTransientParent(look_.owner ? desk_.find(look_.owner) : nullptr); // which may be shown only now
+  desk_.linkOwned();
   const bool unmanaged = desk_.isUnmanaged();
   limitSize(state_.wanted() != ShowState::normal && !unmanaged);
   if (unmanaged || state_.wanted() == ShowState::normal) setGeometry(relativeToOwner(place_.wanted()));
@@ -133,7 +135,7 @@ void ShownWindow::appear() {
 }
 
 Wish<QRect>::Rule ShownWindow::placing() {
-  return {kPlacePause, false, [this](const QRect &) { askPlace(); },
+  return {kPlacePause, false, [this](const QRect &) { return askPlace(); },
           [this](const QRect &place, Serial serial) {
             deed_ = {place, serial};
             tell_.start(kTogether);
@@ -142,7 +144,7 @@ Wish<QRect>::Rule ShownWindow::placing() {
 }
 
 Wish<ShowState>::Rule ShownWindow::stating() {
-  return {kStatePause, true, [this](ShowState state) { askState(state); },
+  return {kStatePause, true, [this](ShowState state) { return askState(state); },
           [this](ShowState state, Serial serial) {
             above::take(StateChanged{id_, state, serial});
             if (deed_) tellPlace();
@@ -155,10 +157,11 @@ bool ShownWindow::isFree() const {
   return state_.wanted() == ShowState::normal && state_.known() == ShowState::normal && !state_.isAsked();
 }
 
-void ShownWindow::askPlace() {
-  if (!isFree() && !desk_.isUnmanaged()) return; // later, when it is
+bool ShownWindow::askPlace() {
+  if (!isFree() && !desk_.isUnmanaged()) return true; // later, when it is
   limitSize(false);
   setGeometry(relativeToOwner(place_.wanted()));
+  return true;
 }
 
 // Without limits a window can take the place that the desktop has for it.
@@ -175,18 +178,19 @@ void ShownWindow::limitSize(bool unlimited) {
 }
 
 // Without a window manager there is nobody to ask.
-void ShownWindow::askState(ShowState state) {
+bool ShownWindow::askState(ShowState state) {
   geometrySince_ = false;
   if (desk_.isUnmanaged()) {
     state_.settle(state);
     setVisible(!isMinimized(state));
     if (!isMinimized(state)) setGeometry(place_.wanted());
-    return;
+    return true;
   }
   if (state != ShowState::normal) limitSize(true);
   setWindowStates(qtStates(state));
   // a Wayland compositor never tells that a window is minimized
   if (!desk_.placesWindows() && isMinimized(state)) state_.settle(state);
+  return true;
 }
 
 // Where places are unknown, windows that belong to another stand where they stand beside it.
@@ -213,13 +217,6 @@ std::optional<Clock::time_point> ShownWindow::late(Clock::time_point now) {
 // ---- What the desktop tells
 
 bool ShownWindow::event(QEvent *event) {
-  Desk &desk = desk_; // the event may be the window's last
-  const bool known = dealWith(event);
-  desk.seen(event->type());
-  return known;
-}
-
-bool ShownWindow::dealWith(QEvent *event) {
   switch (event->type()) {
   case QEvent::Close:
     event->ignore();

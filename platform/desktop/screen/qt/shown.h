@@ -14,6 +14,7 @@ class ShownWindow : public QWindow {
   ~ShownWindow() override;
 
   HWND id() const { return id_; }
+  HWND owner() const { return look_.owner; }
 
   void setPicture(std::shared_ptr<Picture> picture) { picture_ = std::move(picture); }
   void setLook(const Look &look);
@@ -36,11 +37,10 @@ class ShownWindow : public QWindow {
   bool event(QEvent *event) override;
 
  private:
-  bool dealWith(QEvent *event);
   Wish<QRect>::Rule placing();
   Wish<ShowState>::Rule stating();
-  void askPlace();
-  void askState(ShowState state);
+  bool askPlace();
+  bool askState(ShowState state);
   void geometryTold();
   void stateTold(ShowState state);
   void takeDesktopsPlace();

@@ -27,7 +27,7 @@ template <typename Value> class Wish {
   struct Rule {
     std::chrono::milliseconds pause;
     bool asksAgain;
-    std::function<void(const Value &)> ask;          // of the desktop
+    std::function<bool(const Value &)> ask;          // of the desktop; false when there is nothing to ask
     std::function<void(const Value &, Serial)> tell; // the program
     std::function<void()> wait;                      // until due(); then late() is to be called
   };
@@ -61,6 +61,11 @@ template <typename Value> class Wish {
         enter(Phase::pause, rule_.pause);
       break;
     }
+  }
+
+  // What may be asked for just now can't be any more.
+  void noAnswer(const Value &value) {
+    if (phase_ == Phase::asked && asked_ == value) answered();
   }
 
   // The user has pressed a button of the mouse in one of the windows.
@@ -124,7 +129,7 @@ template <typename Value> class Wish {
     asked_ = wanted_;
     pressed_ = false;
     enter(Phase::asked, kAnswer);
-    rule_.ask(asked_);
+    if (!rule_.ask(asked_) && phase_ == Phase::asked) enter(Phase::pause, rule_.pause);
   }
 
   void answered() {
