@@ -207,17 +207,19 @@ int Descriptor::release() {
 Descriptor openFile(std::string &path, DWORD access, DWORD share, DWORD creation, DWORD attributes, bool *existed) {
   *existed = false;
   if (isNullDevice(path)) return systemOpen(path, access, 0); // always there, and nobody has it alone
-  Descriptor file = openOrCreate(path, access, creation, existed);
+  const bool cuts = creation == CREATE_ALWAYS || creation == TRUNCATE_EXISTING;
+  const DWORD needed = cuts ? access | GENERIC_WRITE : access; // who cuts a file writes it, whatever comes then
+  Descriptor file = openOrCreate(path, needed, creation, existed);
   if (!file.valid()) {
     SetLastError(openError(path, creation));
     return file;
   }
-  if (const std::optional<DWORD> error = refusal(file.get(), access, share, *existed)) {
+  if (const std::optional<DWORD> error = refusal(file.get(), needed, share, *existed)) {
     SetLastError(*error);
     return Descriptor();
   }
-  const bool cuts = *existed && (creation == CREATE_ALWAYS || creation == TRUNCATE_EXISTING);
-  if (cuts && !cut(file.get(), 0)) return Descriptor();
+  if (*existed && cuts && !cut(file.get(), 0)) return Descriptor();
+  if (needed != access) narrowClaim(file.get(), access);
   if (!*existed && (attributes & (FILE_ATTRIBUTE_READONLY | kKeptAttributes))) setAttributes(path, attributes);
   return file;
 }
@@ -266,7 +268,8 @@ using namespace platform;
 HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD creation, DWORD attributes,
                    HANDLE) {
   return guarded<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE {
-    if (creation < CREATE_NEW || creation > TRUNCATE_EXISTING) {
+    const bool cutsUnwritten = creation == TRUNCATE_EXISTING && !(access & GENERIC_WRITE);
+    if (creation < CREATE_NEW || creation > TRUNCATE_EXISTING || cutsUnwritten) {
       SetLastError(ERROR_INVALID_PARAMETER);
       return INVALID_HANDLE_VALUE;
     }

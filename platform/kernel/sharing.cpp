@@ -45,9 +45,9 @@ bool isSetElsewhere(int file, Mark mark) {
   return fcntl(file, F_OFD_GETLK, &range) == 0 && range.l_type != F_UNLCK;
 }
 
-void clearAll(int file) {
-  struct flock range = rangeOf(kReads, F_UNLCK);
-  range.l_len = kMapped + 1;
+void clear(int file, Mark first, Mark last) {
+  struct flock range = rangeOf(first, F_UNLCK);
+  range.l_len = last - first + 1;
   fcntl(file, F_OFD_SETLK, &range);
 }
 
@@ -65,7 +65,7 @@ bool claimOnce(int file, DWORD access, DWORD share) {
   bool agreed = (share & FILE_SHARE_DELETE) != 0 || set(file, kDeniesDelete);
   for (const Rule &rule : rules) agreed = agreed && (!rule.applies || set(file, rule.own));
   for (const Rule &rule : rules) agreed = agreed && (!rule.applies || !isSetElsewhere(file, rule.opposing));
-  if (!agreed) clearAll(file);
+  if (!agreed) clear(file, kReads, kDeniesDelete);
   return agreed;
 }
 
@@ -78,6 +78,13 @@ bool claim(int file, DWORD access, DWORD share) {
   std::minstd_rand random(std::random_device{}());
   std::this_thread::sleep_for(std::chrono::microseconds(20 + random() % 200));
   return claimOnce(file, access, share);
+}
+
+void narrowClaim(int file, DWORD access) {
+  if (!(access & (GENERIC_READ | GENERIC_WRITE)))
+    clear(file, kReads, kDeniesDelete);
+  else if (!(access & GENERIC_WRITE))
+    clear(file, kWrites, kWrites);
 }
 
 bool isReadable(int file) { return !isSetElsewhere(file, kDeniesRead); }

@@ -9,6 +9,9 @@ namespace platform {
 // Result: whether the claim agrees with those of all other openers; if not, nothing is claimed.
 bool claim(int file, DWORD access, DWORD share);
 
+// Gives up what a claim has beyond an access, which need not read or write.
+void narrowClaim(int file, DWORD access);
+
 // Whether no opener keeps the file from being read.
 bool isReadable(int file);
 

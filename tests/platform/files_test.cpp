@@ -1,4 +1,5 @@
 #include "platform/files.h"
+#include "support/desktop.h"
 
 using Files = FilesTest;
 
@@ -21,6 +22,58 @@ TEST_F(Files, ShareAsTheirOpenersAllow) {
     run(access == 0 || (share & FILE_SHARE_DELETE) ? "size 4; erase a ok; close ok; attr a 2"
                                                    : "size 4; erase a 32; close ok; attr a 0");
   }
+}
+
+// To cut a file is to write it, whatever the access that comes of it.
+TEST_F(Files, AreCutWithoutBeingWritten) {
+  for (DWORD access = 0; access < 4; ++access) {
+    writeFile(folder_.file("a"), "text");
+    EXPECT_EQ(open(at("a"), access, 7, CREATE_ALWAYS), "ok") << access;
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_ALREADY_EXISTS}) << access;
+    EXPECT_EQ(GetFileSize(file_, nullptr), 0u) << access;
+    const HANDLE first = file_;
+    run(std::string("open a 3 0 ") + (access == 0 ? "ok; close ok" : "32")); // no more is claimed than was asked for
+    run(std::string("open a 1 ") + (access & 2 ? "3" : "1") + " ok; close ok");
+    file_ = first;
+    run(std::string("write x ") + (access & 2 ? "ok" : "5") + "; close ok; erase a ok");
+  }
+  if (onWine()) return; // which cuts read-only files, and those whose openers forbid that
+  run("put a text ok; set a 1 ok");
+  for (DWORD access = 0; access < 2; ++access) EXPECT_EQ(open(at("a"), access, 7, CREATE_ALWAYS), "5") << access;
+  run("set a 128 ok; open a 1 1 ok");
+  const HANDLE reader = file_;
+  for (DWORD access = 0; access < 2; ++access) {
+    EXPECT_EQ(open(at("a"), access, 7, CREATE_ALWAYS), "32") << access;
+    EXPECT_EQ(open(at("a"), access, 7, TRUNCATE_EXISTING), "87") << access;
+  }
+  file_ = reader;
+  run("size 4; close ok");
+}
+
+// A stream lets others read and write, forbids them to delete, and is refused what they forbid.
+TEST_F(Files, AreSharedWithStreams) {
+  const std::pair<const char *, DWORD> modes[] = {{"rb", 1}, {"r+b", 3}, {"wb", 2}, {"w+b", 3}, {"ab", 2}, {"a+b", 3}};
+  for (const auto &[mode, need] : modes)
+    for (DWORD both = 0; both < 32; ++both) {
+      SCOPED_TRACE(std::string(mode) + ' ' + std::to_string(both));
+      const DWORD access = both / 8, share = both % 8;
+      writeFile(folder_.file("a"), "text");
+      open(at("a"), access, share, OPEN_EXISTING);
+      FILE *stream = platformOpenStream(at("a").c_str(), mode);
+      EXPECT_EQ(stream != nullptr, access == 0 || (share & need) == need);
+      if (!stream) run("size 4; close ok");
+      if (!stream) continue;
+      run("close ok");
+      EXPECT_EQ(open(at("a"), access, share, OPEN_EXISTING), access == 0 || (share & need) == need ? "ok" : "32");
+      run("close ok; erase a 32; move a b 32");
+      std::fclose(stream);
+      run("erase a ok");
+    }
+
+  run("put a text ok; open a 1 7 ok; map 2 0 ok; view 4 0 0 ok; unmap ok; close ok");
+  for (const char *cutting : {"wb", "w+b"}) EXPECT_EQ(platformOpenStream(at("a").c_str(), cutting), nullptr) << cutting;
+  EXPECT_EQ(std::string(view_, 4), "text");
+  run("unview ok");
 }
 
 TEST_F(Files, AreOpenedReadAndWritten) {
