@@ -232,13 +232,21 @@ DWORD missingError(const std::string &path) {
   return folder ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
 }
 
+bool isFolderLink(const std::string &path) {
+  const std::string own = path.substr(0, path.find_last_not_of('/') + 1); // with a slash behind it, a link is its goal
+  struct stat status;
+  return lstat(own.c_str(), &status) == 0 && S_ISLNK(status.st_mode) && stat(own.c_str(), &status) == 0 &&
+         S_ISDIR(status.st_mode);
+}
+
 DWORD attributesOf(const std::string &path, const struct stat &status) {
   const std::string_view name = lastPart(path);
   char text[16] = "";
   const ssize_t length = getxattr(path.c_str(), kAttributeName, text, sizeof text - 1);
   DWORD attributes = length > 0 ? static_cast<DWORD>(std::strtoul(text, nullptr, 16)) & kKeptAttributes : 0;
   if (name.size() > 1 && name[0] == '.' && name != "..") attributes |= FILE_ATTRIBUTE_HIDDEN;
-  if (S_ISDIR(status.st_mode)) return attributes | FILE_ATTRIBUTE_DIRECTORY;
+  if (S_ISDIR(status.st_mode))
+    return attributes | FILE_ATTRIBUTE_DIRECTORY | (isFolderLink(path) ? FILE_ATTRIBUTE_REPARSE_POINT : 0);
   if (isReadOnly(status)) attributes |= FILE_ATTRIBUTE_READONLY;
   return attributes | FILE_ATTRIBUTE_ARCHIVE;
 }
@@ -327,7 +335,7 @@ BOOL DeleteFileA(LPCSTR name) {
     struct stat status;
     if (onPath(path, [&](const char *each) { return lstat(each, &status); }) != 0)
       return failWith(errno == ENOENT ? missingError(path) : errorOf(errno));
-    if (S_ISDIR(status.st_mode) || (S_ISREG(status.st_mode) && isReadOnly(status)))
+    if (S_ISDIR(status.st_mode) || isFolderLink(path) || (S_ISREG(status.st_mode) && isReadOnly(status)))
       return failWith(ERROR_ACCESS_DENIED);
     if (const DWORD error = removalError(path)) return failWith(error);
     return unlink(path.c_str()) == 0 ? TRUE : failWithErrno();

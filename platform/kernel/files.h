@@ -44,6 +44,9 @@ Descriptor openFile(std::string &path, DWORD access, DWORD share, DWORD creation
 // ERROR_PATH_NOT_FOUND when the folder of a missing file is missing too, else ERROR_FILE_NOT_FOUND.
 DWORD missingError(const std::string &path);
 
+// Whether the last part of a path is a link to a folder.
+bool isFolderLink(const std::string &path);
+
 // The attributes of a file whose status is known, and their setting.
 DWORD attributesOf(const std::string &path, const struct stat &status);
 bool setAttributes(const std::string &path, DWORD attributes);

@@ -120,6 +120,13 @@ bool listFolder(std::string &folder, std::string_view text, std::vector<std::str
   return true;
 }
 
+// A link is taken away as such, whatever its goal holds.
+int removeFolder(const char *path) {
+  const std::string name(path);
+  if (isFolderLink(name)) return unlink(name.substr(0, name.find_last_not_of('/') + 1).c_str());
+  return rmdir(path);
+}
+
 // The name under which a folder has what a path leads to.
 std::string realName(const std::string &path) {
   const std::string_view last = lastPart(path);
@@ -300,7 +307,7 @@ BOOL RemoveDirectoryA(LPCSTR name) {
   return guarded(FALSE, [&] {
     std::string path = nativePath(name);
     if (path.empty()) return FALSE;
-    if (onPath(path, rmdir) == 0) return TRUE;
+    if (onPath(path, removeFolder) == 0) return TRUE;
     if (errno == ENOTDIR) return failWith(ERROR_DIRECTORY);
     return failWith(errno == ENOENT ? missingError(path) : errorOf(errno));
   });
