@@ -7,6 +7,7 @@
 #include <string>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <utility>
 
 using namespace platform;
 
@@ -24,10 +25,10 @@ BOOL GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerS
       all /= 2;
       free /= 2;
     }
-    *sectorsPerCluster = static_cast<DWORD>(perCluster);
-    *bytesPerSector = sector;
-    *freeClusters = static_cast<DWORD>(free);
-    *clusters = static_cast<DWORD>(all);
+    const std::pair<LPDWORD, uint64_t> answers[] = {
+        {sectorsPerCluster, perCluster}, {bytesPerSector, sector}, {freeClusters, free}, {clusters, all}};
+    for (const auto &[room, value] : answers)
+      if (room) *room = static_cast<DWORD>(value);
     return TRUE;
   });
 }

@@ -100,12 +100,12 @@ template <typename Call> BOOL transfer(DWORD size, DWORD *count, Call call) {
     done += static_cast<DWORD>(step);
     if (static_cast<size_t>(step) < kPiece) break;
   }
-  *count = done;
+  if (count) *count = done;
   return TRUE;
 }
 
 std::shared_ptr<File> usable(HANDLE handle, DWORD access, DWORD *count) {
-  *count = 0;
+  if (count) *count = 0;
   std::shared_ptr<File> file = handles().get<File>(handle);
   if (!file)
     SetLastError(ERROR_INVALID_HANDLE);
@@ -281,7 +281,7 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES
       SetLastError(ERROR_INVALID_PARAMETER);
       return INVALID_HANDLE_VALUE;
     }
-    std::string path = openablePath(name);
+    std::string path = openablePath(given(name));
     if (path.empty()) return INVALID_HANDLE_VALUE;
     bool existed;
     Descriptor descriptor = openFile(path, access, share, creation, attributes, &existed);
@@ -296,7 +296,7 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES
 
 BOOL ReadFile(HANDLE handle, LPVOID bytes, DWORD size, LPDWORD count, LPOVERLAPPED) {
   const std::shared_ptr<File> file = usable(handle, GENERIC_READ, count);
-  if (!file) return FALSE;
+  if (!file || (!bytes && size > 0)) return file ? failWith(ERROR_NOACCESS) : FALSE;
   return transfer(size, count, [&](DWORD done, size_t piece) {
     return read(file->descriptor(), static_cast<char *>(bytes) + done, piece);
   });
@@ -304,7 +304,7 @@ BOOL ReadFile(HANDLE handle, LPVOID bytes, DWORD size, LPDWORD count, LPOVERLAPP
 
 BOOL WriteFile(HANDLE handle, LPCVOID bytes, DWORD size, LPDWORD count, LPOVERLAPPED) {
   const std::shared_ptr<File> file = usable(handle, GENERIC_WRITE, count);
-  if (!file) return FALSE;
+  if (!file || (!bytes && size > 0)) return file ? failWith(ERROR_INVALID_USER_BUFFER) : FALSE;
   return transfer(size, count, [&](DWORD done, size_t piece) {
     return write(file->descriptor(), static_cast<const char *>(bytes) + done, piece);
   });
@@ -323,14 +323,13 @@ DWORD GetFileSize(HANDLE handle, LPDWORD high) {
 }
 
 BOOL SetEndOfFile(HANDLE handle) {
-  DWORD ignored;
-  const std::shared_ptr<File> file = usable(handle, GENERIC_WRITE, &ignored);
+  const std::shared_ptr<File> file = usable(handle, GENERIC_WRITE, nullptr);
   return file && cut(file->descriptor(), lseek(file->descriptor(), 0, SEEK_CUR));
 }
 
 BOOL DeleteFileA(LPCSTR name) {
   return guarded(FALSE, [&] {
-    std::string path = nativePath(name);
+    std::string path = nativePath(given(name));
     if (path.empty()) return FALSE;
     struct stat status;
     if (onPath(path, [&](const char *each) { return lstat(each, &status); }) != 0)
@@ -344,23 +343,23 @@ BOOL DeleteFileA(LPCSTR name) {
 
 BOOL MoveFileA(LPCSTR from, LPCSTR to) {
   return guarded(FALSE, [&]() -> BOOL {
-    const std::string source = nativePath(from);
-    const std::string destination = source.empty() ? source : nativePath(to);
+    const std::string source = nativePath(given(from));
+    const std::string destination = source.empty() ? source : nativePath(given(to));
     return !destination.empty() && moveFile(source, destination);
   });
 }
 
 BOOL CopyFileA(LPCSTR from, LPCSTR to, BOOL failIfExists) {
   return guarded(FALSE, [&]() -> BOOL {
-    const std::string source = nativePath(from);
-    const std::string copy = source.empty() ? source : openablePath(to);
+    const std::string source = nativePath(given(from));
+    const std::string copy = source.empty() ? source : openablePath(given(to));
     return !copy.empty() && copyFile(source, copy, failIfExists ? CREATE_NEW : CREATE_ALWAYS);
   });
 }
 
 DWORD GetFileAttributesA(LPCSTR name) {
   return guarded(INVALID_FILE_ATTRIBUTES, [&] {
-    std::string path = openablePath(name);
+    std::string path = openablePath(given(name));
     struct stat status;
     if (path.empty()) return INVALID_FILE_ATTRIBUTES;
     if (isNullDevice(path)) return DWORD{FILE_ATTRIBUTE_ARCHIVE};
@@ -372,7 +371,7 @@ DWORD GetFileAttributesA(LPCSTR name) {
 
 BOOL SetFileAttributesA(LPCSTR name, DWORD attributes) {
   return guarded(FALSE, [&]() -> BOOL {
-    const std::string path = existingPath(name);
+    const std::string path = existingPath(given(name));
     return !path.empty() && (isNullDevice(path) || setAttributes(path, attributes));
   });
 }

@@ -178,7 +178,7 @@ HANDLE findMany(std::string_view folderName, std::string_view pattern, WIN32_FIN
 // Copies a name to a caller's room.
 // Result: its length, or the room needed with the NUL where there is less.
 DWORD handOut(const std::string &name, DWORD size, LPSTR text) {
-  if (name.size() >= size) return static_cast<DWORD>(name.size() + 1);
+  if (!text || name.size() >= size) return static_cast<DWORD>(name.size() + 1);
   std::memcpy(text, name.c_str(), name.size() + 1);
   return static_cast<DWORD>(name.size());
 }
@@ -251,7 +251,7 @@ using namespace platform;
 
 HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA *entry) {
   return guarded<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE {
-    const std::string_view name = pattern;
+    const std::string_view name = given(pattern);
     const size_t last = lastPartAt(name);
     if (name.empty() || last == name.size()) { // a separator or a drive at the end leads to no entry
       SetLastError(name.empty() ? ERROR_PATH_NOT_FOUND : ERROR_FILE_NOT_FOUND);
@@ -287,14 +287,14 @@ DWORD SearchPathA(LPCSTR path, LPCSTR name, LPCSTR extension, DWORD size, LPSTR 
       return 0;
     }
     const DWORD length = handOut(full, size, found);
-    if (filePart && length < size) *filePart = found + lastPartAt(full);
+    if (filePart && found && length < size) *filePart = found + lastPartAt(full);
     return length;
   });
 }
 
 BOOL CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES) {
   return guarded(FALSE, [&] {
-    const std::string path = nativePath(name);
+    const std::string path = nativePath(given(name));
     if (path.empty()) return FALSE;
     const FoundPath found = findPath(path);
     if (found.exists) return failWith(ERROR_ALREADY_EXISTS);
@@ -305,7 +305,7 @@ BOOL CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES) {
 
 BOOL RemoveDirectoryA(LPCSTR name) {
   return guarded(FALSE, [&] {
-    std::string path = nativePath(name);
+    std::string path = nativePath(given(name));
     if (path.empty()) return FALSE;
     if (onPath(path, removeFolder) == 0) return TRUE;
     if (errno == ENOTDIR) return failWith(ERROR_DIRECTORY);

@@ -9,6 +9,9 @@
 
 namespace platform {
 
+// A name that a caller gave; none is as good as an empty one.
+inline std::string_view given(LPCSTR name) { return name ? name : ""; }
+
 // The path on this system that a name in code page 932 stands for. Backslash and slash both separate. Drive C: is the
 // root of the file system; a name without a drive is relative to the current folder. "." and ".." are folded without a
 // look at the disk, and what Windows drops at the end of a name, points and blanks, is dropped.

@@ -46,7 +46,7 @@ int errnoOf(DWORD error) {
 }
 
 FILE *openStream(const char *name, const Mode &mode) {
-  std::string path = openablePath(name);
+  std::string path = openablePath(given(name));
   if (path.empty()) return nullptr;
   bool existed;
   Descriptor file =
@@ -60,7 +60,7 @@ FILE *openStream(const char *name, const Mode &mode) {
 
 FILE *platformOpenStream(const char *name, const char *mode) {
   return guarded<FILE *>(nullptr, [&]() -> FILE * {
-    const std::optional<Mode> known = name && mode ? modeOf(mode) : std::nullopt;
+    const std::optional<Mode> known = mode ? modeOf(mode) : std::nullopt;
     SetLastError(ERROR_SUCCESS);
     FILE *const stream = known ? openStream(name, *known) : nullptr;
     if (!stream) errno = errnoOf(GetLastError());
