@@ -4,6 +4,7 @@
 #include "platform/kernel/files.h"
 
 #include "platform/kernel/codepage.h"
+#include "platform/kernel/durable.h"
 #include "platform/kernel/errors.h"
 #include "platform/kernel/sharing.h"
 
@@ -77,8 +78,10 @@ std::optional<DWORD> refusal(int file, DWORD access, DWORD share, bool existed) 
   if (fstat(file, &status) != 0) return errorOf(errno);
   if (S_ISDIR(status.st_mode)) return ERROR_ACCESS_DENIED;
   if (existed && (access & GENERIC_WRITE) && isReadOnly(status)) return ERROR_ACCESS_DENIED;
-  if (S_ISREG(status.st_mode) && !claim(file, access, share)) return ERROR_SHARING_VIOLATION;
-  return std::nullopt;
+  if (!S_ISREG(status.st_mode)) return std::nullopt;
+  const bool writes = (access & GENERIC_WRITE) != 0;
+  const bool claimed = share == kOfProfile ? claimForProfile(file, writes) : claim(file, access, share);
+  return claimed ? std::nullopt : std::optional<DWORD>(ERROR_SHARING_VIOLATION);
 }
 
 bool cut(int file, off_t size) {
@@ -168,6 +171,13 @@ bool rename(const std::string &from, const std::string &to, bool sameFile) {
   return failWith(errno == ENOENT ? ERROR_PATH_NOT_FOUND : errorOf(errno));
 }
 
+// Whether a file's bytes are on the disk. One that can't be opened keeps its own time.
+bool syncPath(const std::string &path) {
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  return !file.valid() || syncFile(file.get());
+}
+
+// A power cut leaves the file whole under one of the two names.
 bool moveFile(std::string from, const std::string &name) {
   struct stat status, there;
   if (onPath(from, [&](const char *path) { return lstat(path, &status); }) != 0)
@@ -180,9 +190,14 @@ bool moveFile(std::string from, const std::string &name) {
   // the folders have the case that they have, and the file gets the one that was asked for
   const std::string_view last = lastPart(name);
   const std::string to = found.path.substr(0, found.path.size() - last.size()) + std::string(last);
-  if (rename(from, to, sameFile)) return true;
-  if (GetLastError() != ERROR_NOT_SAME_DEVICE || !S_ISREG(status.st_mode)) return false;
-  return copyFile(from, to, CREATE_NEW) && (unlink(from.c_str()) == 0 || failWithErrno());
+  if (S_ISREG(status.st_mode) && !syncPath(from)) return failWithErrno();
+  if (!rename(from, to, sameFile)) {
+    if (GetLastError() != ERROR_NOT_SAME_DEVICE || !S_ISREG(status.st_mode)) return false;
+    if (!copyFile(from, to, CREATE_NEW)) return false;
+    if (!syncPath(to) || unlink(from.c_str()) != 0) return failWithErrno();
+  }
+  syncFolderOf(to);
+  return true;
 }
 
 } // namespace

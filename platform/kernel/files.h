@@ -36,6 +36,9 @@ class File : public Closable {
   DWORD access_;
 };
 
+// In place of a share mode: a call on a profile opens the file.
+constexpr DWORD kOfProfile = 0xFFFFFFFF;
+
 // Opens a file as CreateFileA does.
 // path: becomes that of what is found without regard to case. existed: gets whether the file was there before.
 // Result: an invalid descriptor, with the last error set, on failure.
