@@ -125,13 +125,13 @@ void Profile::addLine(std::string_view raw) {
   const size_t close = lastBracket(text);
   const bool isHeader = text.starts_with('[') && close != std::string_view::npos;
   if (isHeader) {
-    const std::string name(trimmed(text.substr(1, close - 1)));
+    const std::string name(nameOf(text.substr(1, close - 1)));
     sections_.push_back({name, foldedName(name), {}, {}});
   }
   Line line{std::string(raw), {}, false};
   const size_t equals = text.find('=');
   if (!isHeader && !text.starts_with(';') && equals != std::string_view::npos) {
-    line.key = trimmed(text.substr(0, equals));
+    line.key = nameOf(text.substr(0, equals));
     line.isKey = true;
   }
   sections_.back().lines.push_back(std::move(line));
@@ -234,7 +234,7 @@ std::string Profile::content() const {
 }
 
 void Profile::settle(const std::string &content) {
-  if (!exact_ || encodingOf(content) != encoding_) *this = Profile(content);
+  if (!exact_ || isUtf16(encoding_) || encodingOf(content) != encoding_) *this = Profile(content);
 }
 
 } // namespace platform
