@@ -168,15 +168,6 @@ Coded codedAt(std::string_view text, size_t at) {
 
 } // namespace
 
-bool isLeadByte(unsigned char byte) { return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC); }
-
-bool isTrailByte(unsigned char byte) { return (byte >= 0x40 && byte <= 0x7E) || (byte >= 0x80 && byte <= 0xFC); }
-
-bool isDoubleByteAt(std::string_view text, size_t at) {
-  return at + 1 < text.size() && isLeadByte(static_cast<unsigned char>(text[at])) &&
-         isTrailByte(static_cast<unsigned char>(text[at + 1]));
-}
-
 size_t copyWhole(std::string_view text, char *room, size_t size) {
   size_t length = 0;
   while (length < text.size()) {

@@ -12,10 +12,13 @@
 
 namespace platform {
 
-bool isLeadByte(unsigned char byte);
-bool isTrailByte(unsigned char byte);
+inline bool isLeadByte(unsigned char byte) { return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC); }
+inline bool isTrailByte(unsigned char byte) { return (byte >= 0x40 && byte <= 0x7E) || (byte >= 0x80 && byte <= 0xFC); }
 // Whether a double-byte code stands at a place of a text.
-bool isDoubleByteAt(std::string_view text, size_t at);
+inline bool isDoubleByteAt(std::string_view text, size_t at) {
+  return at + 1 < text.size() && isLeadByte(static_cast<unsigned char>(text[at])) &&
+         isTrailByte(static_cast<unsigned char>(text[at + 1]));
+}
 
 // Copies the whole characters of a text that fit in front of a NUL, into room for size bytes, at least 1.
 // Result: their length.

@@ -19,6 +19,7 @@ namespace {
 
 constexpr std::string_view kForbidden = "*?\"<>|";
 constexpr std::string_view kReserved = "\\:*?\"<>|"; // what means something in a name and nothing in a part of a path
+constexpr std::string_view kDeviceLetters = "ACLNPaclnp"; // one of which each device's name begins with
 constexpr std::string_view kNullName = "NUL";
 constexpr const char *kNullPath = "/dev/null";
 
@@ -51,14 +52,14 @@ std::string withSlashes(std::string_view name) {
   return out;
 }
 
+constexpr bool isForbidden(unsigned char byte) {
+  return byte < 0x20 || byte == '|' || (byte < 0x40 && kForbidden.find(static_cast<char>(byte)) != kForbidden.npos);
+}
+
 // Whether a name has one of the bytes that no file's name has. They are no second halves of characters here.
 bool hasForbidden(std::string_view name) {
-  for (size_t at = 0; at < name.size(); ++at) {
-    if (isDoubleByteAt(name, at))
-      ++at;
-    else if (static_cast<unsigned char>(name[at]) < 0x20 || kForbidden.find(name[at]) != std::string_view::npos)
-      return true;
-  }
+  for (size_t at = 0; at < name.size(); at += isDoubleByteAt(name, at) ? 2 : 1)
+    if (isForbidden(static_cast<unsigned char>(name[at]))) return true;
   return false;
 }
 
@@ -101,6 +102,7 @@ std::string_view deviceOf(std::string_view path) {
   std::string_view part = lastPart(path);
   part = part.substr(0, std::min(part.find_first_of(".:"), part.size()));
   part = part.substr(0, part.find_last_not_of(' ') + 1);
+  if (part.size() < 3 || part.size() > 7 || kDeviceLetters.find(part[0]) == std::string_view::npos) return {};
   for (const std::string_view device : {"NUL", "CON", "PRN", "AUX", "CONIN$", "CONOUT$"})
     if (differInCaseOnly(part, device)) return device;
   const bool numbered = part.size() == 4 && part[3] >= '1' && part[3] <= '9';

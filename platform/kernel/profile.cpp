@@ -52,19 +52,20 @@ size_t lineLength(std::string_view text) {
 }
 
 std::string_view withoutHalf(std::string_view text) {
+  if (text.empty() || !isLeadByte(static_cast<unsigned char>(text.back()))) return text;
   size_t at = 0;
   while (at + 1 < text.size()) at += isDoubleByteAt(text, at) ? 2 : 1;
-  const bool half = at < text.size() && isLeadByte(static_cast<unsigned char>(text[at]));
-  return half ? text.substr(0, at) : text;
+  return text.substr(0, at);
 }
 
 // A name as it is compared and written.
 std::string_view nameOf(std::string_view text) {
-  for (size_t before = text.size() + 1; text.size() < before;) {
-    before = text.size();
-    text = withoutHalf(trimmed(text));
+  for (;;) {
+    text = trimmed(text);
+    const std::string_view name = withoutHalf(text);
+    if (name.size() == text.size()) return name;
+    text = name;
   }
-  return text;
 }
 
 // Whether a line of a key reads as it was written.

@@ -194,10 +194,7 @@ bool store(const std::string &path, int old, const std::string &content, bool &r
   if (!replaced) return overwrite(old, content, status) && (fstat(old, &status) == 0 || failWithErrno());
   const bool whole = writeAll(file.get(), content) && syncFile(file.get()) && fstat(file.get(), &status) == 0 &&
                      rename(fresh.c_str(), path.c_str()) == 0;
-  if (whole) {
-    syncFolderOf(path);
-    return true;
-  }
+  if (whole) return true; // a power cut leaves the one or the other
   failWithErrno();
   unlink(fresh.c_str());
   return false;

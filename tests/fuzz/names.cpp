@@ -18,6 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr size_t kLongest = 60; // as escapes three times as long, and then the path must still have less than 260 bytes
+
 // An empty folder of this process, removed at its end.
 class Folder {
  public:
@@ -110,7 +112,7 @@ void made(const std::string &name) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   if (size < 2) return 0;
-  std::string text(textOf(data + 1, size - 1, 100));
+  std::string text(textOf(data + 1, size - 1, kLongest));
   if (data[0] % 2 == 0) {
     if (text.find('/') != std::string::npos || text == "." || text == "..") return 0;
     listed(text);
