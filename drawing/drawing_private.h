@@ -1,16 +1,11 @@
-// What the drawing families share: coordinates that wrap, and the bodies behind the resources and their registries.
+// What the drawing families share: the bodies behind the resources and their registries.
 #pragma once
 
 #include "drawing/drawing.h"
+#include "drawing/wrapping.h"
 #include "frame/memory.h"
 
 #include <cstdint>
-
-// Coordinates wrap instead of overflowing.
-inline LONG wqSum(LONG a, LONG b) { return static_cast<LONG>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b)); }
-inline LONG wqDifference(LONG a, LONG b) {
-  return static_cast<LONG>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
-}
 
 constexpr bool wqIsDirect(uint32_t colourValue) { return (colourValue & WQ_COLOR_DIRECT) == WQ_COLOR_DIRECT; }
 

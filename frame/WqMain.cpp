@@ -3,6 +3,7 @@
 
 #include "frame/main.h"
 
+#include "buttonbar/buttonbar.h"
 #include "files/files.h"
 #include "frame/memory.h"
 
@@ -27,8 +28,18 @@ void deleteObjects(const WqHash *table) {
     }
 }
 
+// Bars hold more than one block each. Their keys are windows.
+void removeBars(const WqHash *table) {
+  for (uint32_t ix = 0; table->buckets && ix < table->bucketCount; ++ix)
+    while (const WqList *node = table->buckets[ix])
+      WqMbbTbl_Remove(reinterpret_cast<HWND>(uintptr_t{reinterpret_cast<const WqHashEntry *>(node->data)->key}));
+}
+
 void endRegistry(WqHash *table) {
-  if (table != &wqMain.mbbTbl) deleteObjects(table); // bars are nothing of the platform's
+  if (table == &wqMain.mbbTbl)
+    removeBars(table);
+  else
+    deleteObjects(table);
   WqHash_RemoveAllWith(table);
   WqHash_Term(table);
 }
@@ -40,6 +51,8 @@ WqMainBlock wqMain;
 void WqMain_Init(HINSTANCE instance) {
   wqMain = {};
   wqMain.instance = instance;
+  InitCommonControls(); // the tooltip is one of them
+  CoInitialize(nullptr);
   WqWnd_RegClass(instance);
   WqMem_Init();
   WqColorPal_Init(&wqMain.palette, 0);
@@ -51,16 +64,20 @@ void WqMain_Init(HINSTANCE instance) {
 
 int WqMain_Config(HWND mainWnd) {
   wqMain.mainWnd = mainWnd;
+  WqTooltip_Init(&wqMain.tooltip);
+  WqTooltip_Create(&wqMain.tooltip);
   return 1;
 }
 
 void WqMain_Term() {
   WqList_RemoveAllWith(wqMain.timer.list);
   wqMain.timer.list = nullptr; // for a tick that nobody stopped
+  WqTooltip_Term(0);
   for (const auto registry : kRegistries) endRegistry(&(wqMain.*registry));
   WqColorTbl_Term(&wqMain.colorTbl);
   WqColorPal_Term(&wqMain.palette);
   wqMain.wndList = WqList_RemoveAll(wqMain.wndList); // windows that are still open go on without a layout
   WqLog_Term();
   WqMem_Term();
+  CoUninitialize();
 }

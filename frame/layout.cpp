@@ -1,4 +1,5 @@
-// In 32-bit memory every record has its documented layout; a build for such a target holds it to that here.
+// In 32-bit memory every record has its documented layout; a build for such a target holds it to that here. Tables that an
+// application writes down have theirs everywhere.
 
 #include "wq.h"
 
@@ -7,6 +8,9 @@
 #define RECORD32(type, size) static_assert(sizeof(void *) != 4 || sizeof(type) == (size), #type)
 #define FIELD32(type, field, offset)                                                                                   \
   static_assert(sizeof(void *) != 4 || offsetof(type, field) == (offset), #type "." #field)
+
+#define RECORD(type, size) static_assert(sizeof(type) == (size), #type)
+#define FIELD(type, field, offset) static_assert(offsetof(type, field) == (offset), #type "." #field)
 
 RECORD32(WqWord, 4);
 
@@ -203,6 +207,44 @@ FIELD32(WqTimerElem, period, 20);
 RECORD32(WqTimerState, 12);
 FIELD32(WqTimerState, running, 4);
 FIELD32(WqTimerState, timerId, 8);
+RECORD32(WqTooltip, 272);
+FIELD32(WqTooltip, anchor, 4);
+FIELD32(WqTooltip, shown, 12);
+FIELD32(WqTooltip, text, 16);
+
+RECORD32(WqMbb, 12);
+FIELD32(WqMbb, window, 4);
+FIELD32(WqMbb, fieldCount, 8);
+RECORD32(WqMbbField, 48);
+FIELD32(WqMbbField, id, 4);
+FIELD32(WqMbbField, bitmapId, 6);
+FIELD32(WqMbbField, originX, 8);
+FIELD32(WqMbbField, originY, 12);
+FIELD32(WqMbbField, cellWidth, 16);
+FIELD32(WqMbbField, cellHeight, 20);
+FIELD32(WqMbbField, rect, 24);
+FIELD32(WqMbbField, buttonCount, 40);
+FIELD32(WqMbbField, bar, 44);
+RECORD32(WqMbbBtn, 120);
+FIELD32(WqMbbBtn, userData, 4);
+FIELD32(WqMbbBtn, flags, 8);
+FIELD32(WqMbbBtn, rect, 12);
+FIELD32(WqMbbBtn, text, 28);
+FIELD32(WqMbbBtn, field, 112);
+FIELD32(WqMbbBtn, options, 116);
+RECORD(WqMbbFieldDesc, 24);
+FIELD(WqMbbFieldDesc, bitmapId, 2);
+FIELD(WqMbbFieldDesc, buttonCount, 4);
+FIELD(WqMbbFieldDesc, originX, 8);
+FIELD(WqMbbFieldDesc, originY, 12);
+FIELD(WqMbbFieldDesc, cellWidth, 16);
+FIELD(WqMbbFieldDesc, cellHeight, 20);
+RECORD(WqMbbBtnDesc, 116);
+FIELD(WqMbbBtnDesc, userData, 4);
+FIELD(WqMbbBtnDesc, flags, 8);
+FIELD(WqMbbBtnDesc, rect, 12);
+FIELD(WqMbbBtnDesc, text, 28);
+FIELD(WqMbbBtnDesc, options, 112);
 
 RECORD32(WqMemBlockElem, 12);
 FIELD32(WqMemBlockElem, cursor, 4);
@@ -226,3 +268,5 @@ FIELD32(WqMainBlock, brushTbl, 1044);
 FIELD32(WqMainBlock, penTbl, 1052);
 FIELD32(WqMainBlock, mbbTbl, 1060);
 FIELD32(WqMainBlock, timer, 1068);
+FIELD32(WqMainBlock, tooltipStrInst, 1080);
+FIELD32(WqMainBlock, tooltip, 1084);

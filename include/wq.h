@@ -23,6 +23,7 @@
 #include "sync/sync.h"
 #include "drawing/drawing.h"
 #include "windows/windows.h"
+#include "buttonbar/buttonbar.h"
 #include "frame/frame.h"
 /* clang-format on */
 

@@ -12,6 +12,9 @@
 #define NOMINMAX /* std::min and std::max keep their names */
 #endif
 #include <windows.h>
+/* in this order */
+#include <commctrl.h>
+#include <objbase.h>
 
 #define PLATFORM_EXPORT __declspec(dllexport)
 #define PLATFORM_IMPORT __declspec(dllimport)

@@ -22,6 +22,7 @@
 #include "platform/winapi/folders.h"
 #include "platform/winapi/profiles.h"
 #include "platform/winapi/sync.h"
+#include "platform/winapi/com.h"
 
 /* Windows. */
 #include "platform/winapi/windows.h"
@@ -33,6 +34,8 @@
 #include "platform/winapi/metrics.h"
 #include "platform/winapi/icons.h"
 #include "platform/winapi/menus.h"
+#include "platform/winapi/controls.h"
+#include "platform/winapi/tooltips.h"
 #include "platform/winapi/boxes.h"
 
 /* Drawing. */

@@ -23,7 +23,7 @@ inline size_t wqFittingLength(const char *text, size_t limit) {
   const auto *end = static_cast<const char *>(std::memchr(text, 0, limit + 1));
   if (end) return static_cast<size_t>(end - text); // all of it, whatever its characters are
   size_t length = 0;
-  while (text[length]) {
+  while (length < limit) { // what lies behind the limit and its end is not looked at
     const size_t next = length + (wqIsDoubleByte(text + length) ? 2 : 1);
     if (next > limit) break;
     length = next;

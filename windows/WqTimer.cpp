@@ -5,6 +5,7 @@
 
 #include "frame/main.h"
 #include "frame/memory.h"
+#include "windows/above.h"
 
 namespace {
 
@@ -40,6 +41,15 @@ void CALLBACK onTick(HWND, UINT, UINT_PTR, DWORD) {
 }
 
 } // namespace
+
+void wqDropTimers(bool (*isDropped)(const WqTimerElem *elem, const void *context), const void *context) {
+  for (WqList *node = wqMain.timer.list, *next; node; node = next) {
+    next = node->next;
+    if (!isDropped(elemOf(node), context)) continue;
+    wqMain.timer.list = wqDisconnect(node, wqMain.timer.list);
+    WqList_RemoveWith(node, node);
+  }
+}
 
 void WqTimer_Start() {
   WqTimerState &state = wqMain.timer;

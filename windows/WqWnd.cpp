@@ -129,6 +129,7 @@ HWND WqWnd_Create(WqWnd *wnd) {
     WqWnd_SetMsgReq(wnd, WQ_MSGREQ_LAYOUT);
     SendMessageA(wnd->hwnd, WQM_LAYOUT, 0, 0);
   }
+  WqTooltip_AddWnd(wnd);
   return wnd->hwnd;
 }
 

@@ -1,5 +1,5 @@
-// The window procedure of every window object: it finds the object, sends the library's own messages, gives the user
-// procedure its turn, and supplies what that leaves alone. Beside it, what drains the message queue.
+// The window procedure of every window object: it finds the object, sends the library's own messages, gives the button
+// bar and the user procedure their turns, and supplies what they leave alone. Beside it, what drains the message queue.
 //
 // A message may end its window on the way. The object stays valid then, while its handle is one of no window any more:
 // what is still sent to it goes nowhere.
@@ -8,6 +8,7 @@
 
 #include "drawing/drawing.h"
 #include "frame/main.h"
+#include "windows/above.h"
 
 namespace {
 
@@ -33,6 +34,13 @@ LRESULT sendToMainWnd(UINT msg, WPARAM wParam, LPARAM lParam) {
 
 LRESULT platformDefault(const WqMsg *msg) { return DefWindowProcA(msg->hwnd, msg->msg, msg->wParam, msg->lParam); }
 
+// Takes down a tip that is up.
+void resetTooltip() {
+  if (!wqMain.tooltip.hwnd) return;
+  SendMessageA(wqMain.tooltip.hwnd, TTM_ACTIVATE, FALSE, 0);
+  SendMessageA(wqMain.tooltip.hwnd, TTM_ACTIVATE, TRUE, 0);
+}
+
 LRESULT sendMouse(HWND hwnd, WPARAM event) {
   POINT point = {};
   GetCursorPos(&point);
@@ -52,17 +60,22 @@ void releaseMouse(HWND hwnd) {
   mouseCaptured = 0;
 }
 
-void noticeMouse(const WqMsg *msg) {
+// What goes out before the user procedure sees a message of the mouse or the keyboard.
+void noticeInput(const WqMsg *msg) {
   switch (msg->msg) {
   case WM_MOUSEMOVE:
     if (mouseCaptured) sendMouse(msg->hwnd, WQ_MOUSE_DRAG);
     sendToMainWnd(WQM_MOUSE_MOVED, 0x300, 0);
     break;
   case WM_LBUTTONDOWN:
+    resetTooltip();
     sendToMainWnd(WQM_BUTTON_DOWN, 0, 0);
     pressMouse(msg->hwnd);
     break;
   case WM_LBUTTONUP: releaseMouse(msg->hwnd); break;
+  case WM_RBUTTONDOWN:
+  case WM_KEYDOWN:
+  case WM_KEYUP: resetTooltip(); break;
   default: break;
   }
 }
@@ -83,6 +96,7 @@ void limitTrack(const RECT *limit, POINT *track) {
 void endWindow(WqWnd *wnd, WqMsg *msg) {
   if (wnd->parent && wnd->parent->hwnd)
     SendMessageA(wnd->parent->hwnd, WQM_CHILD_DESTROYED, reinterpret_cast<WPARAM>(wnd), static_cast<LPARAM>(wnd->id));
+  if (wnd->hwnd) WqTooltip_RemoveWnd(wnd);
   if (boundObject(msg->hwnd) != wnd) return; // the parent has ended the window once more, and that is done
   WqWndLst_RemoveAll(&wnd->dependants);
   wnd->msgReq = 0;
@@ -105,6 +119,14 @@ void postLayout(const WqMsg *msg) {
     PostMessageA(msg->hwnd, WQM_LAYOUT, reinterpret_cast<WPARAM>(msg->hwnd), 0);
 }
 
+// Answers the tooltip, if it is the one that notifies.
+bool giveTitle(const WqMsg *msg) {
+  auto *info = reinterpret_cast<NMTTDISPINFOA *>(msg->lParam);
+  if (info->hdr.code != TTN_NEEDTEXTA) return false;
+  WqTooltip_WindowText(info, msg->hwnd);
+  return true;
+}
+
 LRESULT sendContext(const WqMsg *msg) {
   POINT point = {lowPart(msg->lParam), highPart(msg->lParam)};
   return SendMessageA(msg->hwnd, WQM_CONTEXT, reinterpret_cast<WPARAM>(&point), 0);
@@ -124,6 +146,7 @@ LRESULT defaultHandling(WqWnd *wnd, const WqMsg *msg) {
   case WM_SIZE:
   case WM_SIZING: postLayout(msg); return 1;
   case WM_ERASEBKGND: return 1;
+  case WM_NOTIFY: return giveTitle(msg) ? 1 : platformDefault(msg);
   case WM_CONTEXTMENU: return sendContext(msg) ? 1 : platformDefault(msg);
   case WM_KEYDOWN: return sendKey(msg) ? 1 : platformDefault(msg);
   case WQM_LAYOUT: layOut(wnd, reinterpret_cast<HWND>(msg->wParam)); return 0;
@@ -165,10 +188,17 @@ LRESULT CALLBACK WqWnd_DefProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lP
   case WM_MOUSEMOVE:
   case WM_LBUTTONDOWN:
   case WM_LBUTTONUP:
-    noticeMouse(&msg);
+  case WM_RBUTTONDOWN:
+  case WM_KEYDOWN:
+  case WM_KEYUP:
+    noticeInput(&msg);
     if (boundObject(hwnd) != wnd) return 0; // the window has ended, and its user procedure has had its last word
     break;
   default: break;
+  }
+  if (wnd->flags & WQ_DS_MBB) {
+    if (const uint32_t answer = wqMbbProc(&msg)) return static_cast<LRESULT>(answer);
+    if (boundObject(hwnd) != wnd) return 0; // ended in a notification
   }
   if (wqCallUserProc(wnd, &msg)) return wnd->result;
   return defaultHandling(wnd, &msg);

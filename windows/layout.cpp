@@ -4,13 +4,10 @@
 #include "windows/windows_private.h"
 
 #include "drawing/drawing.h"
+#include "drawing/wrapping.h"
 #include "frame/main.h"
 
 namespace {
-
-// Coordinates wrap instead of overflowing.
-LONG sum(LONG a, LONG b) { return static_cast<LONG>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b)); }
-LONG difference(LONG a, LONG b) { return static_cast<LONG>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b)); }
 
 struct Side {
   uint32_t snapBit;
@@ -41,12 +38,12 @@ void snapSides(WqWnd *wnd) {
     if (!(wnd->flags & side.snapBit)) continue;
     const WqWnd *target = wnd->*side.target;
     if (target)
-      rect.*side.edge = sum(target->rect.*side.opposite, wnd->*side.margin);
+      rect.*side.edge = wqSum(target->rect.*side.opposite, wnd->*side.margin);
     else if (hasClient)
-      rect.*side.edge = sum(client.*side.edge, wnd->*side.margin);
+      rect.*side.edge = wqSum(client.*side.edge, wnd->*side.margin);
     if (!(wnd->flags & side.keepBit)) continue;
     const LONG extent = size.*side.extent;
-    rect.*side.opposite = side.first ? sum(rect.*side.edge, extent) : difference(rect.*side.edge, extent);
+    rect.*side.opposite = side.first ? wqSum(rect.*side.edge, extent) : wqDifference(rect.*side.edge, extent);
   }
   wnd->rect = rect;
 }
@@ -69,8 +66,8 @@ void moveWindow(const WqWnd *wnd, const RECT *old) {
   else if (size.cx == oldSize.cx && size.cy == oldSize.cy)
     flags |= SWP_NOSIZE;
   const bool sized = !(flags & SWP_NOSIZE);
-  SetWindowPos(hwnd, nullptr, rect.left, rect.top, sized ? difference(rect.right, rect.left) : 0,
-               sized ? difference(rect.bottom, rect.top) : 0, flags);
+  SetWindowPos(hwnd, nullptr, rect.left, rect.top, sized ? wqDifference(rect.right, rect.left) : 0,
+               sized ? wqDifference(rect.bottom, rect.top) : 0, flags);
   if (sized || !(wnd->flags & WQ_DS_NO_MOVE_PAINT)) InvalidateRect(hwnd, nullptr, FALSE);
 }
 
@@ -128,20 +125,20 @@ void WqWnd_Left(WqWnd *wnd, int32_t left) {
 
 void WqWnd_Size(WqWnd *wnd, const SIZE *size) {
   RECT rect = wnd->rect;
-  rect.right = sum(rect.left, size->cx);
-  rect.bottom = sum(rect.top, size->cy);
+  rect.right = wqSum(rect.left, size->cx);
+  rect.bottom = wqSum(rect.top, size->cy);
   WqWnd_Rect(wnd, &rect);
 }
 
 void WqWnd_Width(WqWnd *wnd, int32_t width) {
   RECT rect = wnd->rect;
-  rect.right = difference(sum(rect.left, width), 1);
+  rect.right = wqDifference(wqSum(rect.left, width), 1);
   WqWnd_Rect(wnd, &rect);
 }
 
 void WqWnd_Height(WqWnd *wnd, int32_t height) {
   RECT rect = wnd->rect;
-  rect.bottom = difference(sum(rect.top, height), 1);
+  rect.bottom = wqDifference(wqSum(rect.top, height), 1);
   WqWnd_Rect(wnd, &rect);
 }
 

@@ -5,6 +5,7 @@
 
 #include "drawing/drawing.h"
 #include "frame/main.h"
+#include "windows/above.h"
 
 namespace {
 
@@ -62,6 +63,7 @@ void drawBuffered(WqWnd *wnd, WqMsg *msg, WqDc *dc) {
     WqMsg_Set(msg, msg->hwnd, WQM_PAINT, reinterpret_cast<WPARAM>(dc), 0);
     wqCallUserProc(wnd, msg);
   }
+  if (wnd->flags & WQ_DS_MBB) wqMbbProc(msg); // which draws at WQM_PAINT only
   if (dc->draw.drawn) buffer.show();
 }
 

@@ -1,4 +1,4 @@
-/* Windows: window objects with snap layout, messages and their loop, timers. */
+/* Windows: window objects with snap layout, messages and their loop, timers, tooltips. */
 #ifndef WQ_WINDOWS_WINDOWS_H
 #define WQ_WINDOWS_WINDOWS_H
 
@@ -52,6 +52,13 @@ typedef int32_t (*WqUserProc)(WqWnd *wnd, WqMsg *msg);
 #define WQ_MOUSE_PRESS 1u
 #define WQ_MOUSE_DRAG 2u
 
+/* To the window of a button bar: wParam WQ_MBB_EVENT_..., lParam the WqMbbBtn. When, is told in buttonbar.h. */
+#define WQM_MBB_NOTIFY 0x8110u
+#define WQ_MBB_EVENT_RELEASE 1u /* the left button was released over it */
+#define WQ_MBB_EVENT_PRESS 2u   /* it was pressed */
+#define WQ_MBB_EVENT_REPEAT 3u  /* it is still down */
+#define WQ_MBB_EVENT_LEAVE 5u   /* the pointer has left it */
+
 /* To the window itself, for a context menu: wParam the POINT on the screen, valid during the call. An answer other than
  * 0 keeps the platform from its own handling. */
 #define WQM_CONTEXT 0x8111u
@@ -65,6 +72,10 @@ typedef int32_t (*WqUserProc)(WqWnd *wnd, WqMsg *msg);
 
 /* To the main window, for every WM_MOUSEMOVE of any window: wParam 0x300. */
 #define WQM_MOUSE_MOVED 0x8113u
+
+/* To the window of a button bar, for each move over a button: wParam its id, lParam the POINT in the coordinates of its
+ * field, valid during the call. */
+#define WQM_MBB_PRESS 0x8115u
 
 /* To the main window, for every WM_LBUTTONDOWN of any window. */
 #define WQM_BUTTON_DOWN 0x8127u
@@ -107,7 +118,7 @@ typedef struct WqWheel {
  * and each object in the circle lies right to those before it. */
 
 /* WqWnd.flags */
-#define WQ_DS_MBB 0x00002000u           /* the window carries a button bar */
+#define WQ_DS_MBB 0x00002000u           /* the window's button bar is painted, and sees its messages first */
 #define WQ_DS_BKGRND 0x00004000u        /* the window shows its background picture, below what is drawn */
 #define WQ_DS_SNAP_L 0x00100000u        /* the left side is snapped, */
 #define WQ_DS_SNAP_R 0x00200000u        /* the right side, */
@@ -271,8 +282,8 @@ WQ_API int WqWnd_HitTest(WqWnd *wnd, const POINT *point);
 WQ_API int WqWnd_RegClass(HINSTANCE instance);
 
 /* Makes the window, with a width of right - left + 1 and likewise for the height; then rect is what the platform made of
- * it, with right and bottom outside. An object with snaps asks its parent for WQM_LAYOUT and is laid out. createParam is
- * freed, whatever the result.
+ * it, with right and bottom outside. An object with snaps asks its parent for WQM_LAYOUT and is laid out, and each becomes
+ * a tool of the tooltip. createParam is freed, whatever the result.
  * Result: the window; null without createParam, when the platform refuses, and when the window has ended meanwhile. */
 WQ_API HWND WqWnd_Create(WqWnd *wnd);
 
@@ -345,18 +356,22 @@ WQ_API void WqWndLst_SendAll(WqList **list, uint32_t mask, uint32_t msg, WPARAM 
  * - WM_SIZE and WM_SIZING with wParam 0 or 2 post WQM_LAYOUT to the window itself, and any of them is answered 1. So a
  *   user procedure that handles WM_SIZE stops the layout.
  * - WM_ERASEBKGND is answered 1; nothing is erased.
+ * - WM_NOTIFY with TTN_NEEDTEXTA gives the window's title to the tooltip, and is answered 1.
  * - WM_CONTEXTMENU and WM_KEYDOWN send WQM_CONTEXT and WQM_KEY, and are answered 1 when those are not answered 0.
  * - WQM_LAYOUT from elsewhere lays the window out with WqWnd_Rect. It then goes on to the objects in dependants, and so
  *   does one from the window itself, which is not laid out. The answer is 0.
  * - WQM_MOUSE is answered 0.
- * Before the user procedure sees WM_MOUSEMOVE, WM_LBUTTONDOWN and WM_LBUTTONUP, the notices for them have gone out.
- * When they ended the window, it sees no more of it.
+ * Before the user procedure sees WM_MOUSEMOVE, WM_LBUTTONDOWN and WM_LBUTTONUP, the notices for them have gone out, and
+ * the button bar, with WQ_DS_MBB, has had them; it lets only presses pass. Before it sees WM_LBUTTONDOWN,
+ * WM_RBUTTONDOWN, WM_KEYDOWN and WM_KEYUP, a tip that is up has gone. When all that ended the window, the user procedure
+ * sees no more of it.
  *
  * WM_PAINT makes a bitmap as large as the client area, with what it happens to hold. The background picture, if
- * WQ_DS_BKGRND is set, is copied into it, and the user procedure gets WQM_PAINT with a WqDc that draws on it, at a zoom of
- * 1.0, its background mode TRANSPARENT. Then the part that is to be painted is copied to the window, but only if
- * WQ_DS_BKGRND is set or something was drawn through WqDcDraw: so a user procedure draws all of its area or nothing. Where
- * memory for the bitmap is short, it is called all the same and the window stays as it is.
+ * WQ_DS_BKGRND is set, is copied into it, and the user procedure gets WQM_PAINT with a WqDc that draws on it, at a zoom
+ * of 1.0, its background mode TRANSPARENT. Over that the button bar is painted, if WQ_DS_MBB is set. Then the part that
+ * is to be painted is copied to the window, but only if WQ_DS_BKGRND is set or something was drawn through WqDcDraw: so a
+ * user procedure draws all of its area or nothing. Where memory for the bitmap is short, it is called all the same and
+ * the window stays as it is.
  *
  * At its end a window tells its parent, leaves all lists but wqMain.wndList, ends the message loop if it has WQ_ID_QUIT,
  * and as the last message its user procedure sees WM_DESTROY, with hwnd still there; the bond is cut already. */
@@ -486,6 +501,83 @@ WQ_API void WqTimerElem_Param(WqTimerElem *elem, uint32_t id, WqTimerProc proc, 
  * tick: the platform's, in milliseconds.
  * Result: 1 when the period is over, and the next one begins; else 0. */
 WQ_API int WqTimerElem_Update(WqTimerElem *elem, uint32_t tick);
+
+/* ---- WqTooltip: tips ---------------------------------------------------------------------------------------------
+ *
+ * There is one tooltip for the whole application. It comes with WqMain_Config and goes with WqMain_Term; before and
+ * after, these functions do nothing. A window object is a tool of it from WqWnd_Create until its window ends: when the
+ * pointer rests over the window, its title comes up as a tip. The window is asked before, by WM_NOTIFY with the code
+ * TTN_NEEDTEXTA, and a user procedure that answers with a text of its own returns not 0:
+ *
+ *   case WM_NOTIFY:
+ *     if (((NMHDR *)msg->lParam)->code != TTN_NEEDTEXTA) return 0;
+ *     WqTooltip_SetText((NMTTDISPINFOA *)msg->lParam, "Peak of the left channel");
+ *     return 1;
+ *
+ * An empty text brings no tip, and neither does a window without a title. A tip goes after 30 seconds, when a mouse button
+ * or a key is pressed in a window object, and when the pointer has moved away from where it was then by the width or height
+ * within which two clicks make a double click. */
+
+/* wqMain.tooltip */
+typedef struct WqTooltip {
+  HWND hwnd;      /* the platform's control; null without one */
+  POINT anchor;   /* where the pointer was when the tip was painted, on the screen */
+  uint32_t shown; /* not 0 while the tip is up */
+  char text[256]; /* of the tip that was asked for last */
+} WqTooltip;
+
+/* Clears the record. */
+WQ_API void WqTooltip_Init(WqTooltip *tooltip);
+
+/* Makes the control, owned by the main window. Where the platform refuses, there are no tips. */
+WQ_API void WqTooltip_Create(WqTooltip *tooltip);
+
+/* Ends wqMain.tooltip's control.
+ * unused: any value. */
+WQ_API void WqTooltip_Term(WqWord unused);
+
+/* Sets whose string resources WqTooltip_AddRect and WqTooltip_LoadString use. Tools that are there keep theirs. */
+WQ_API void WqTooltip_StrResInst(HINSTANCE instance);
+
+/* Makes a window a tool; its text is asked for whenever it is to come up.
+ * hwnd: the window that is asked. id: the handle of the window that is the tool. */
+WQ_API void WqTooltip_Add(HWND hwnd, WqWord id);
+
+/* Makes an object's window a tool, as WqWnd_Create does. */
+WQ_API void WqTooltip_AddWnd(WqWnd *wnd);
+
+/* Makes a part of a window a tool. Its text is a string resource.
+ * rect: in the window's client area, right and bottom outside. id: names the tool in that window and is the number of the
+ * string, 1 to 65535. */
+WQ_API void WqTooltip_AddRect(HWND hwnd, const RECT *rect, uint32_t id);
+
+/* Takes a tool back: that of WqTooltip_Add or WqTooltip_AddRect with the same window and id. */
+WQ_API void WqTooltip_Remove(HWND hwnd, WqWord id);
+
+/* Takes back what WqTooltip_AddWnd made, as the end of the window does. */
+WQ_API void WqTooltip_RemoveWnd(WqWnd *wnd);
+
+/* These give a tip its text, while the window is being asked for it. The text is kept in wqMain.tooltip until the next one;
+ * info->lpszText is set to it.
+ * info: lParam of that WM_NOTIFY. */
+
+/* A string resource, cut at 255 bytes.
+ * instance: whose; null for that of WqTooltip_StrResInst. id: its number.
+ * Result: 1; 0 when there is no such string, or when it is empty. */
+WQ_API int WqTooltip_LoadString(NMTTDISPINFOA *info, HINSTANCE instance, uint32_t id);
+
+/* A text. Of a longer one it is the first 255 bytes. */
+WQ_API void WqTooltip_SetText(NMTTDISPINFOA *info, const char *text);
+
+/* Formatted print, cut at 255 bytes between characters. */
+WQ_API void WqTooltip_Printf(NMTTDISPINFOA *info, const char *format, ...) WQ_PRINTF(2, 3);
+
+/* A window's title, cut at 255 bytes; '&' at its beginning is left out. */
+WQ_API void WqTooltip_WindowText(NMTTDISPINFOA *info, HWND hwnd);
+
+/* The window procedure in front of the control's own. It keeps shown and anchor, and takes the tip down when the pointer
+ * has moved too far. */
+WQ_API LRESULT CALLBACK WqTooltip_Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
 
 #ifdef __cplusplus
 }

@@ -24,3 +24,4 @@ struct Subject {
 
 void addWindows(std::vector<Subject> &subjects);
 void addDrawing(std::vector<Subject> &subjects);
+void addBars(std::vector<Subject> &subjects);

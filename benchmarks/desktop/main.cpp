@@ -53,6 +53,7 @@ int main(int argc, char **argv) {
   std::vector<Subject> subjects;
   addWindows(subjects);
   addDrawing(subjects);
+  addBars(subjects);
   for (const Subject &subject : subjects) {
     if (argc > 1 && subject.name.find(argv[1]) == std::string::npos) continue;
     WqMain_Init(GetModuleHandleA(nullptr));

@@ -2,6 +2,8 @@
 
 #include "desktop/desktop.h"
 
+#include <atomic>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -111,6 +113,83 @@ double message() {
   return seconds;
 }
 
+// The pointer goes to and fro over the main window, which has so many tools; none: there is no tooltip.
+double mouseMessage(int tools) {
+  static int arrived;
+  Frame frame;
+  frame.object()->userProc = [](WqWnd *, WqMsg *msg) {
+    arrived += msg->msg == WM_MOUSEMOVE;
+    return 0;
+  };
+  WqMain_Config(frame.window());
+  if (tools == 0) WqTooltip_Term(0);
+  for (int i = 0; i < tools; ++i) {
+    const POINT cell = cellOf(i);
+    const RECT rect = {cell.x, cell.y, cell.x + kSize, cell.y + kSize};
+    WqTooltip_AddRect(frame.window(), &rect, static_cast<uint32_t>(i + 1));
+  }
+  WqWnd_WaitQueEmpty();
+  arrived = 0;
+  int moves = 0;
+  const double seconds = secondsPerIteration([&] {
+    SetCursorPos(kFrame.left + 2 + ++moves % 2, kFrame.top + 2);
+    MSG msg;
+    do {
+      GetMessageA(&msg, nullptr, 0, 0);
+      DispatchMessageA(&msg);
+    } while (msg.message != WM_MOUSEMOVE);
+  });
+  require(arrived == moves, "a mouse message was lost");
+  return seconds;
+}
+
+// A thread with a window, which answers until it is told to quit.
+class OtherThread {
+ public:
+  OtherThread() : thread_([this] { work(); }) {
+    while (!window_) std::this_thread::yield();
+  }
+  ~OtherThread() {
+    PostMessageA(window_, WM_CLOSE, 0, 0);
+    thread_.join();
+  }
+  OtherThread(const OtherThread &) = delete;
+  OtherThread &operator=(const OtherThread &) = delete;
+
+  HWND window() const { return window_; }
+
+ private:
+  static LRESULT CALLBACK answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_APP) return static_cast<LRESULT>(wParam) + 1;
+    if (message == WM_DESTROY) PostQuitMessage(0);
+    return DefWindowProcA(window, message, wParam, lParam);
+  }
+  void work() {
+    WNDCLASSA windowClass = {};
+    windowClass.lpfnWndProc = answer;
+    windowClass.hInstance = wqMain.instance;
+    windowClass.lpszClassName = "bench_other";
+    RegisterClassA(&windowClass); // or it has been, by the one before
+    window_ =
+        CreateWindowExA(0, "bench_other", "", WS_POPUP, 0, 0, 100, 50, nullptr, nullptr, wqMain.instance, nullptr);
+    require(window_ != nullptr, "a window cannot be made on another thread");
+    MSG msg;
+    while (GetMessageA(&msg, nullptr, 0, 0) > 0) DispatchMessageA(&msg);
+  }
+
+  std::atomic<HWND> window_ = nullptr;
+  std::thread thread_;
+};
+
+double messageToOtherThread() {
+  const OtherThread other;
+  WPARAM sent = 0;
+  return secondsPerIteration([&] {
+    ++sent;
+    require(SendMessageA(other.window(), WM_APP, sent, 0) == static_cast<LRESULT>(sent) + 1, "an answer is wrong");
+  });
+}
+
 double childWindow() {
   WNDCLASSA windowClass = {};
   windowClass.lpfnWndProc = DefWindowProcA;
@@ -155,6 +234,10 @@ void addWindows(std::vector<Subject> &subjects) {
   subjects.push_back({"layout of 1,000 windows in a chain", layoutChain});
   subjects.push_back({"layout of 1,000 windows round one", layoutStar});
   subjects.push_back({"message posted, got, dispatched", message});
+  subjects.push_back({"mouse moved, no tooltip", [] { return mouseMessage(0); }});
+  subjects.push_back({"mouse moved, tooltip with 1 tool", [] { return mouseMessage(1); }});
+  subjects.push_back({"mouse moved, tooltip with 1,000 tools", [] { return mouseMessage(kCount); }});
+  subjects.push_back({"message sent to another thread", messageToOtherThread});
   subjects.push_back({"child window created, destroyed", childWindow});
   subjects.push_back({"tick of 10,000 timers", timerTick});
 }

@@ -31,3 +31,7 @@ BOOL IntersectRect(RECT *result, const RECT *first, const RECT *second) {
   *result = {};
   return FALSE;
 }
+
+BOOL PtInRect(const RECT *rect, POINT point) {
+  return rect && point.x >= rect->left && point.x < rect->right && point.y >= rect->top && point.y < rect->bottom;
+}

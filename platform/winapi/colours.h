@@ -29,6 +29,8 @@ extern "C" {
 #define COLOR_BTNHIGHLIGHT 20
 #define COLOR_3DDKSHADOW 21
 #define COLOR_3DLIGHT 22
+#define COLOR_INFOTEXT 23
+#define COLOR_INFOBK 24
 
 PLATFORM_API DWORD WINAPI GetSysColor(int index);
 PLATFORM_API HBRUSH WINAPI GetSysColorBrush(int index);

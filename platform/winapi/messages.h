@@ -43,6 +43,8 @@ typedef struct tagMSG {
 #define WM_MOUSEACTIVATE 0x0021u
 #define WM_CHILDACTIVATE 0x0022u
 #define WM_GETMINMAXINFO 0x0024u
+#define WM_SETFONT 0x0030u /* wParam: a font, which stays the sender's; low word of lParam: whether to draw again */
+#define WM_GETFONT 0x0031u
 #define WM_WINDOWPOSCHANGING 0x0046u
 #define WM_WINDOWPOSCHANGED 0x0047u
 #define WM_NOTIFY 0x004Eu

@@ -14,6 +14,8 @@ PLATFORM_API BOOL WINAPI IsRectEmpty(const RECT *rect);
 PLATFORM_API BOOL WINAPI OffsetRect(RECT *rect, int dx, int dy);
 /* result: all 0 when there is nothing that both hold. It may be one of the two. */
 PLATFORM_API BOOL WINAPI IntersectRect(RECT *result, const RECT *first, const RECT *second);
+/* FALSE for null. */
+PLATFORM_API BOOL WINAPI PtInRect(const RECT *rect, POINT point);
 
 #ifdef __cplusplus
 }

@@ -78,6 +78,9 @@ TEST_F(X11Desktop, TheIconIsThatOfTheProgram) {
   EXPECT_TRUE(until([&] { return colour() == 0xFFC80000; })) << std::hex << colour();
   SendMessageA(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(other));
   EXPECT_TRUE(until([&] { return colour() == 0xFF0000C8; })) << std::hex << colour();
+  const auto icons = [] { return x11User().icons(user().window("A")).size(); };
+  SendMessageA(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(LoadIconA(nullptr, IDI_WARNING)));
+  EXPECT_TRUE(until([&] { return colour() == 0 && icons() > 0; })) << std::hex << colour() << " of " << icons();
   SendMessageA(window, WM_SETICON, ICON_BIG, 0);
   EXPECT_TRUE(until([&] { return colour() == 0xFFC80000; })) << std::hex << colour();
   DestroyWindow(window);

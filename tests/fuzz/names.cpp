@@ -63,14 +63,9 @@ bool opens(const std::string &part, DWORD creation) {
 
 // A text with its letters in the other case, as far as they are single bytes.
 std::string inOtherCase(std::string text) {
-  for (size_t at = 0; at < text.size(); ++at) {
-    const auto c = static_cast<unsigned char>(text[at]);
-    if (IsDBCSLeadByte(c)) {
-      ++at;
-    } else if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')) {
-      text[at] = static_cast<char>(c ^ 0x20);
-    }
-  }
+  for (size_t at = 0; at < text.size(); at += isDoubleByte(text, at) ? 2 : 1)
+    if ((text[at] >= 'a' && text[at] <= 'z') || (text[at] >= 'A' && text[at] <= 'Z'))
+      text[at] = static_cast<char>(text[at] ^ 0x20);
   return text;
 }
 
@@ -118,14 +113,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     listed(text);
   } else {
     // no separators, so that the name stays in the folder; a second half may look like one
-    std::string part;
-    for (size_t at = 0; at < text.size(); ++at) {
-      if (text[at] == '/' || text[at] == '\\') continue;
-      part += text[at];
-      const bool lead = IsDBCSLeadByte(static_cast<BYTE>(text[at])) && at + 1 < text.size() && text[at + 1] != '/';
-      if (lead) part += text[++at];
+    for (size_t at = 0; at < text.size();) {
+      if (isDoubleByte(text, at))
+        at += 2;
+      else if (text[at] == '/' || text[at] == '\\')
+        text[at] = 'x';
+      else
+        ++at;
     }
-    made(part);
+    made(text);
   }
   REQUIRE(found("*").empty());
   return 0;

@@ -169,11 +169,7 @@ std::string trimmed(std::string text) {
 // A text without half a double byte at its end.
 std::string whole(const std::string &text) {
   size_t at = 0;
-  while (at + 1 < text.size()) {
-    const auto trail = static_cast<unsigned char>(text[at + 1]);
-    const bool both = IsDBCSLeadByte(static_cast<BYTE>(text[at])) && trail >= 0x40 && trail <= 0xFC && trail != 0x7F;
-    at += both ? 2 : 1;
-  }
+  while (at + 1 < text.size()) at += isDoubleByte(text, at) ? 2 : 1;
   return at < text.size() && IsDBCSLeadByte(static_cast<BYTE>(text[at])) ? text.substr(0, at) : text;
 }
 

@@ -211,12 +211,16 @@ bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG 
   return false;
 }
 
+bool pointerIsElsewhere() { return theScreen().isSeen() && !devices().pointerTop && !devices().programMoved; }
+
 void changedUnderPointer() { devices().restsElsewhere = true; }
 
+void goneUnderPointer(HWND window) {
+  if (devices().pointerTop == window) devices().pointerTop = nullptr;
+}
+
 void lookUnderPointer() {
-  if (!std::exchange(devices().restsElsewhere, false)) return;
-  // it may be over other programs
-  if (theScreen().isSeen() && !devices().pointerTop && !devices().programMoved) return;
+  if (!std::exchange(devices().restsElsewhere, false) || pointerIsElsewhere()) return;
   const POINT at = cursorPosition();
   const HWND under = above::placedAt(at, devices().pointerTop);
   Queue *const queue = above::queueOfWindow(under);

@@ -20,8 +20,12 @@ class InputFilter {
 // The next message that comes of the actions in a queue, if there is one that the caller wants.
 bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG &message);
 
+// The pointer may be over another program, wherever the windows of this one are.
+bool pointerIsElsewhere();
 // Something has changed, perhaps where the pointer rests: the window that is there may be another one now.
 void changedUnderPointer();
+// A top-level window isn't there any more for the pointer to be over it.
+void goneUnderPointer(HWND window);
 // Tells that window, if so.
 void lookUnderPointer();
 // Moves the pointer to where it is.

@@ -157,7 +157,8 @@ void sendNotice(Queue &queue, const std::shared_ptr<Sent> &sent) {
 
 bool sendTo(Queue &queue, const std::shared_ptr<Sent> &sent, const std::optional<Queue::Moment> &limit) {
   if (queue.gone) return false;
-  const std::shared_ptr<Queue> own = currentQueue(), kept = queue.shared_from_this();
+  const std::shared_ptr<Queue> &own = currentQueue();
+  const std::shared_ptr<Queue> kept = queue.shared_from_this();
   sent->sender = own;
   sendNotice(queue, sent);
   while (!sent->done) {

@@ -69,6 +69,7 @@ class Queue : public std::enable_shared_from_this<Queue> {
   HWND capture = nullptr;
   HWND tracked = nullptr;       // waits for WM_MOUSELEAVE
   bool pointerDue = false;      // what is under the pointer may have changed, although it rests
+  DWORD messageTime = 0;        // of the last message taken
   std::array<BYTE, 256> keys{}; // as of the last message taken; bit 7 down, bit 0 toggled
   std::string typed;            // what the last key message taken types, where the desktop has told it
   bool hasTyped = false;

@@ -12,7 +12,8 @@ namespace {
 
 void takeReport(const PointerMoved &moved) {
   Devices &all = devices();
-  if (moved.serial != all.pointerSerial) return; // from before the program moved it
+  if (moved.serial != all.pointerSerial) return;   // from before the program moved it
+  if (!above::queueOfWindow(moved.window)) return; // the window is gone
   const bool entered = std::exchange(all.pointerTop, moved.window) != moved.window;
   all.programMoved = false;
   if (all.pointer && all.pointer->x == moved.at.x && all.pointer->y == moved.at.y) {

@@ -101,9 +101,11 @@ bool take(Queue &queue, const Filter &filter, bool remove, MSG &message) {
   queue.serveSent();
   runEvents();
   carryOutDeeds(queue);
-  return takePosted(queue, filter, remove, message) || takeQuit(queue, remove, message) ||
-         takeInput(queue, filter, remove, message) || takePosted(queue, filter, remove, message) ||
-         takePaint(queue, filter, message) || takeTimer(queue, filter, remove, message);
+  const bool taken = takePosted(queue, filter, remove, message) || takeQuit(queue, remove, message) ||
+                     takeInput(queue, filter, remove, message) || takePosted(queue, filter, remove, message) ||
+                     takePaint(queue, filter, message) || takeTimer(queue, filter, remove, message);
+  if (taken) queue.messageTime = message.time;
+  return taken;
 }
 
 } // namespace

@@ -5,40 +5,47 @@
 #include "platform/desktop/windows/focus.h"
 #include "platform/desktop/windows/update.h"
 
+#include <QVarLengthArray>
+
 namespace platform {
 
 namespace {
 
 bool takesPart(const Window &window) {
-  if (!window.is(WS_VISIBLE)) return false;
+  if (!window.is(WS_VISIBLE) || window.passesInput) return false;
   if (window.isChild() && window.is(WS_DISABLED)) return false;
   return !((window.exStyle & WS_EX_LAYERED) && (window.exStyle & WS_EX_TRANSPARENT));
 }
 
-// The windows under a point from the innermost to the outermost, to be asked in turn. point: in client coordinates of the
-// parent.
-void collectIn(Window &child, POINT point, std::vector<WindowRef> &found);
-
-void collectAt(const Window &window, POINT point, std::vector<WindowRef> &found) {
-  for (Window *child : window.children) collectIn(*child, point, found);
-}
-
-void collectIn(Window &child, POINT point, std::vector<WindowRef> &found) {
-  if (!takesPart(child) || !contains(child.rect, point)) return;
+// Shows the windows under a point to a visitor, from the innermost to the outermost, until it answers true.
+// point: in client coordinates of the parent. Result: whether it did.
+template <typename Visitor> bool visitIn(Window &child, POINT point, Visitor &visit) {
+  if (!takesPart(child) || !contains(child.rect, point)) return false;
   if (!child.is(WS_MINIMIZE) && !child.is(WS_DISABLED) && contains(child.client, point))
-    collectAt(child, {point.x - child.client.left, point.y - child.client.top}, found);
-  found.push_back(refOf(&child));
+    for (Window *inner : child.children)
+      if (visitIn(*inner, {point.x - child.client.left, point.y - child.client.top}, visit)) return true;
+  return visit(child);
 }
 
 // The desktop knows which of the program's windows is in front of the others where the pointer is. Behind it the program's
 // own order counts.
-std::vector<WindowRef> collectAt(POINT point, HWND top) {
-  std::vector<WindowRef> found;
-  const WindowRef front = windowOrNone(top);
-  if (front && front->isTopLevel()) collectIn(*front, point, found);
-  if (front && !found.empty() && !theScreen().info().placesWindows) return found;
+template <typename Visitor> void visitAt(POINT point, HWND top, Visitor visit) {
+  Window *const known = recordOf(top);
+  Window *const front = known && known->isTopLevel() ? known : nullptr;
+  if (front) {
+    bool any = false;
+    const auto inFront = [&](Window &window) { return any = true, visit(window); };
+    if (visitIn(*front, point, inFront) || (any && !theScreen().info().placesWindows)) return;
+  }
   for (Window *window : desktopWindow().children)
-    if (window != front.get()) collectIn(*window, point, found);
+    if (window != front && visitIn(*window, point, visit)) return;
+}
+
+// All of them, to be asked in turn. They are few.
+using Found = QVarLengthArray<WindowRef, 16>;
+Found collectAt(POINT point, HWND top) {
+  Found found;
+  visitAt(point, top, [&](const Window &window) { return found.push_back(refOf(&window)), false; });
   return found;
 }
 
@@ -93,8 +100,9 @@ HWND above::windowAt(POINT point, HWND top, LRESULT &hit) {
 }
 
 HWND above::placedAt(POINT point, HWND top) {
-  const std::vector<WindowRef> found = collectAt(point, top);
-  return found.empty() ? nullptr : found.front()->handle;
+  HWND first = nullptr;
+  visitAt(point, top, [&](const Window &window) { return first = window.handle, true; });
+  return first;
 }
 
 POINT above::clientOrigin(HWND window) {

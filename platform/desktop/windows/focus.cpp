@@ -36,7 +36,8 @@ HWND moveFocus(const WindowRef &window) {
 }
 
 bool canBeActive(const Window &window) {
-  return !window.isChild() && window.is(WS_VISIBLE) && !window.is(WS_DISABLED) && !(window.exStyle & WS_EX_NOACTIVATE);
+  return !window.isChild() && window.is(WS_VISIBLE) && !window.is(WS_DISABLED) && !window.passesInput &&
+         !(window.exStyle & WS_EX_NOACTIVATE);
 }
 
 // The keyboard goes to a window of this thread, or to nobody in it. Another thread that had it hears of that.
@@ -53,7 +54,7 @@ void takeForeground(const std::shared_ptr<Queue> &queue, HWND window, Cause caus
 } // namespace
 
 bool activate(const WindowRef &window, Cause cause, bool focuses) {
-  const std::shared_ptr<Queue> queue = currentQueue();
+  const std::shared_ptr<Queue> &queue = currentQueue();
   const WindowRef previous = windowOrNone(queue->active);
   const HWND next = handleOf(window.get()), last = handleOf(previous.get());
   if (previous == window) {
@@ -153,7 +154,7 @@ namespace {
 
 // A window of this thread. Null, with the error set, for another one and for a handle that is none.
 WindowRef ownWindow(HWND handle) {
-  const WindowRef window = windowOf(handle);
+  WindowRef window = windowOf(handle);
   if (!window || window->queue == currentQueue()) return window;
   SetLastError(ERROR_ACCESS_DENIED);
   return nullptr;

@@ -6,6 +6,7 @@
 #include "platform/desktop/drawing/objects.h"
 #include "platform/desktop/drawing/surface.h"
 #include "platform/desktop/messages/above.h"
+#include "platform/desktop/messages/input.h"
 #include "platform/desktop/windows/focus.h"
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/placing.h"
@@ -38,14 +39,13 @@ ShowState stateOf(const Window &window) {
   return window.is(WS_MAXIMIZE) ? ShowState::maximized : ShowState::normal;
 }
 
-// The desktop shows a window's icon in sizes of its own. Without one that is the program's, it has its own way to find one.
+// The desktop shows a window's icon in sizes of its own. Without one that is more than the general one, it has its own way
+// to find one.
 void settleIcons(Window &window) {
   constexpr int kSizes[] = {16, 24, 32, 48, 64, 128};
   constexpr int kSmall = 24;
-  const auto own = [](HICON icon) { // not one of the system's
-    const uintptr_t number = reinterpret_cast<uintptr_t>(icon);
-    return number >= kSystemIcons && number < kSystemCursors ? nullptr : icon;
-  };
+  const HICON general = reinterpret_cast<HICON>(kSystemIcons + reinterpret_cast<uintptr_t>(IDI_APPLICATION));
+  const auto own = [general](HICON icon) { return icon == general ? nullptr : icon; };
   HICON big = own(window.icons[ICON_BIG]), small = own(window.icons[ICON_SMALL]);
   if (!big) big = small ? small : own(window.windowClass->icon);
   if (!small) small = big;
@@ -68,6 +68,7 @@ Look lookOf(Window &window) {
   look.owner = window.owner ? rootOf(*window.owner).handle : nullptr;
   const bool layered = window.exStyle & WS_EX_LAYERED && window.layeredFlags & LWA_ALPHA;
   look.alpha = layered ? window.alpha : 255;
+  look.passesInput = window.passesInput || (window.exStyle & WS_EX_LAYERED && window.exStyle & WS_EX_TRANSPARENT);
   const auto ground = brushOf(window.windowClass->background);
   if (ground && ground->style == BS_SOLID) look.ground = toQt(ground->color);
   look.icons = window.onScreen.icons;
@@ -102,6 +103,7 @@ void hideOnScreen(Window &window) {
   if (!window.onScreen.open) return;
   ++window.onScreen.placeSerial, ++window.onScreen.stateSerial; // what the desktop tells from now on came too late
   theScreen().hide(window.handle);
+  goneUnderPointer(window.handle);
 }
 
 void placeOnScreen(Window &window) {
@@ -140,6 +142,7 @@ void lookOnScreen(Window &window) {
 void closeOnScreen(Window &window) {
   if (window.onScreen.open) theScreen().close(window.handle);
   window.onScreen.open = false;
+  goneUnderPointer(window.handle);
 }
 
 void activateOnScreen(Window *window) {

@@ -251,6 +251,8 @@ MINMAXINFO sizeLimits(const WindowRef &window) {
   limits.ptMinTrackSize = {GetSystemMetrics(SM_CXMINTRACK), GetSystemMetrics(SM_CYMINTRACK)};
   if (!window->is(WS_CAPTION)) limits.ptMinTrackSize = {2 * frame.left, 2 * frame.left};
   limits.ptMaxTrackSize = {GetSystemMetrics(SM_CXMAXTRACK), GetSystemMetrics(SM_CYMAXTRACK)};
+  if (theScreen().isSeen()) // a desktop without captions gives a window the whole screen for its client area
+    limits.ptMaxTrackSize.y += frame.top;
   send(window, WM_GETMINMAXINFO, 0, addressOf(limits));
   limits.ptMaxTrackSize.x = std::max(limits.ptMaxTrackSize.x, limits.ptMinTrackSize.x);
   limits.ptMaxTrackSize.y = std::max(limits.ptMaxTrackSize.y, limits.ptMinTrackSize.y);

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/windows/update.h"
 
+#include "platform/desktop/drawing/dc.h"
 #include "platform/desktop/lock.h"
 #include "platform/desktop/windows/contexts.h"
 #include "platform/desktop/windows/onscreen.h"
@@ -186,7 +187,7 @@ using namespace platform;
 namespace {
 
 QRegion regionOf(const Window &window, const RECT *rect) {
-  return QRegion(toQt(rect ? *rect : window.clientArea()).normalized());
+  return QRegion(rectOf(rect ? *rect : window.clientArea()));
 }
 
 bool redraw(const WindowRef &window, const RECT *rect, UINT flags) {

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/drawing/surface.h"
 #include "platform/desktop/lock.h"
+#include "platform/desktop/messages/devices.h"
 
 #include <algorithm>
 
@@ -41,6 +42,29 @@ Place *placeOf(HWND handle) {
   if (index >= places().size()) return nullptr;
   Place &place = places()[index];
   return place.window && place.window->handle == handle ? &place : nullptr;
+}
+
+// Moves, presses and releases, as TTM_RELAYEVENT takes them.
+bool isRelayed(UINT message) {
+  const auto bit = [](UINT one) { return 1u << (one - WM_MOUSEFIRST); };
+  constexpr UINT kRelayed = bit(WM_MOUSEMOVE) | bit(WM_LBUTTONDOWN) | bit(WM_LBUTTONUP) | bit(WM_RBUTTONDOWN) |
+                            bit(WM_RBUTTONUP) | bit(WM_MBUTTONDOWN) | bit(WM_MBUTTONUP);
+  return message - WM_MOUSEFIRST <= WM_MBUTTONUP - WM_MOUSEFIRST && kRelayed & bit(message);
+}
+
+// Tells the tooltip controls, all of this thread. A tip that comes or goes is told to the program.
+// Result: the window, if it is still there then.
+const Window *relay(const Window &window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const HWND handle = window.handle;
+  const MSG told = {handle, message, wParam, lParam, window.queue->messageTime, cursorPosition()};
+  const Window *left = &window;
+  for (size_t i = 0; left && i < left->relaysTo.size(); ++i) {
+    const Window *const tip = recordOf(left->relaysTo[i]);
+    if (!tip) continue;
+    callOut(tip->procedure, tip->handle, TTM_RELAYEVENT, WPARAM{0}, addressOf(told));
+    left = recordOf(handle);
+  }
+  return left;
 }
 
 } // namespace
@@ -184,7 +208,10 @@ RECT screenRect(const Window &window) {
 }
 
 LRESULT callProcedure(Window &window, UINT message, WPARAM wParam, LPARAM lParam) {
-  return callOut(window.procedure, window.handle, message, wParam, lParam);
+  if (window.relaysTo.empty() || !isRelayed(message)) [[likely]]
+    return callOut(window.procedure, window.handle, message, wParam, lParam);
+  const Window *const told = relay(window, message, wParam, lParam);
+  return told ? callOut(told->procedure, told->handle, message, wParam, lParam) : 0;
 }
 
 LRESULT send(const WindowRef &window, UINT message, WPARAM wParam, LPARAM lParam) {

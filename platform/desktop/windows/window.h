@@ -78,6 +78,9 @@ struct Window {
   bool frameDirty = false;
   size_t dirtyBelow = 0; // windows with something to paint, here and below
 
+  std::vector<HWND> relaysTo; // tooltip controls that hear of its mouse messages before it does
+  bool passesInput = false;   // the pointer goes through it to what is behind, and it doesn't become active by itself
+
   BYTE alpha = 255;
   COLORREF colorKey = 0;
   DWORD layeredFlags = 0; // 0 until SetLayeredWindowAttributes

@@ -37,9 +37,7 @@ QCursor cursorOf(const Pointer &pointer) {
 
 } // namespace
 
-Desk::Desk()
-    : wayland_(QGuiApplication::platformName().startsWith("wayland")),
-      active_(activation(), nullptr) {
+Desk::Desk() : wayland_(QGuiApplication::platformName().startsWith("wayland")), active_(activation(), nullptr) {
   if (usesRealPixels()) ratio_ = QGuiApplication::primaryScreen()->devicePixelRatio();
   for (QTimer *timer : {&wishes_, &flush_, &learn_}) timer->setSingleShot(true);
   connect(&wishes_, &QTimer::timeout, this, [this] { late(); });

@@ -37,6 +37,8 @@ class Desk : public QObject {
   void remove(HWND window);
   // An owner or a window that it owns has come.
   void linkOwned();
+  // A window has, which the desktop may activate.
+  void appeared() { active_.expectAnswer(); }
 
   void activate(HWND window, Serial serial);
   void setPointer(const Pointer &pointer);

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <new>
@@ -105,20 +106,43 @@ class Scaling {
   } variables_[2] = {{"QT_ENABLE_HIGHDPI_SCALING", "0", {}}, {"QT_SCALE_FACTOR", nullptr, {}}};
 };
 
-// The program makes an application object of its own after the layer has made one. Qt can't have two. It calls the routine
-// while it makes the second, if it comes so far: on Wayland it stops before, with a message about a thread.
+// Signals go to the threads of the program, whose handlers expect no other, and a desktop that has gone doesn't end it by a
+// broken pipe. A thread begins with the signals that its maker doesn't take.
+class NoSignals {
+ public:
+  NoSignals() {
+    sigset_t all;
+    sigfillset(&all);
+    for (const int ofTheThread : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGSYS, SIGABRT, SIGPROF})
+      sigdelset(&all, ofTheThread);
+    pthread_sigmask(SIG_BLOCK, &all, &before_);
+  }
+  ~NoSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+  NoSignals(const NoSignals &) = delete;
+  NoSignals &operator=(const NoSignals &) = delete;
+
+ private:
+  sigset_t before_;
+};
+
+// The program makes an application object of its own after the layer has made one. Qt can't have two. It warns of the thread
+// when the second one's making begins, and calls the routine later; between the two it may stop or hang.
 const QCoreApplication *ownApplication = nullptr;
 QtMessageHandler otherMessages = nullptr;
 
-void refuseSecond() {
-  if (!ownApplication || QCoreApplication::instance() == ownApplication) return;
+[[noreturn]] void refuse() {
   std::fprintf(stderr, "%s: an application object of Qt has to be made before the first window or metric\n",
                program_invocation_short_name);
   std::_Exit(EXIT_FAILURE);
 }
 
+void refuseSecond() {
+  if (ownApplication && QCoreApplication::instance() != ownApplication) refuse();
+}
+
 void takeMessage(QtMsgType type, const QMessageLogContext &context, const QString &text) {
   if (type == QtFatalMsg) refuseSecond();
+  if (text.contains(QLatin1String("not created in the main() thread"))) refuse();
   otherMessages(type, context, text);
 }
 
@@ -157,8 +181,9 @@ Host::Host(Work cleanUp) : cleanUp_(std::move(cleanUp)), process_(getpid()) {}
 Host *Host::start(Work cleanUp) {
   std::unique_ptr<Host> host(new Host(std::move(cleanUp)));
   if (QCoreApplication::instance() ? host->visit() : host->startThread()) return host.release();
-  if (host->thread_.joinable()) static_cast<void>(host.release()); // a display that may still answer
-  return nullptr;
+  // a display may still answer
+  if (host->thread_.joinable()) static_cast<void>(host.release());
+  return nullptr; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): so it is needed as long as the process
 }
 
 bool Host::startThread() {
@@ -166,7 +191,10 @@ bool Host::startThread() {
   if (displays.empty()) return false;
   const Scaling scaling;
   theHost = this;
-  thread_ = std::thread([this, displays] { run(displays); });
+  {
+    const NoSignals noSignals;
+    thread_ = std::thread([this, displays] { run(displays); });
+  }
   whenProcessEnds([](const int *status) { theHost->end(status); });
   if (waitUntil(Phase::running, kStart)) {
     ownApplication = QCoreApplication::instance();

@@ -19,7 +19,7 @@ class QtScreen final : public Screen {
     screen->host_ = Host::start([self] { self->closeDesk(); });
     if (!screen->host_) return nullptr;
     if (!screen->host_->finish([self] { self->openDesk(); }, kSetUp)) {
-      screen.release(); // work for it may be under way
+      static_cast<void>(screen.release()); // work for it may be under way
       return nullptr;
     }
     return screen;

@@ -25,14 +25,19 @@ constexpr auto kTogether = 8ms; // within which a change of state and one of pla
 
 bool is(DWORD bits, DWORD wanted) { return (bits & wanted) == wanted; }
 
+Qt::WindowType typeOf(const Look &look) {
+  const bool isPlainPopup = is(look.style, WS_POPUP) && !is(look.style, WS_CAPTION);
+  if (isPlainPopup) return look.exStyle & WS_EX_TOOLWINDOW ? Qt::ToolTip : Qt::Tool;
+  return look.owner ? Qt::Dialog : Qt::Window; // plain windows of Qt's aren't kept above others
+}
+
 Qt::WindowFlags flagsOf(const Look &look) {
-  Qt::WindowFlags flags = look.owner ? Qt::Dialog : Qt::Window; // plain windows of Qt's aren't kept above others
+  Qt::WindowFlags flags = typeOf(look);
   const bool caption = is(look.style, WS_CAPTION);
   if (!caption && !is(look.style, WS_THICKFRAME)) flags |= Qt::FramelessWindowHint;
-  if (is(look.style, WS_POPUP) && !caption) flags |= look.exStyle & WS_EX_TOOLWINDOW ? Qt::ToolTip : Qt::Tool;
   if (look.exStyle & WS_EX_TOPMOST) flags |= Qt::WindowStaysOnTopHint;
   if (look.exStyle & WS_EX_NOACTIVATE) flags |= Qt::WindowDoesNotAcceptFocus;
-  if (look.exStyle & WS_EX_LAYERED && look.exStyle & WS_EX_TRANSPARENT) flags |= Qt::WindowTransparentForInput;
+  if (look.passesInput) flags |= Qt::WindowTransparentForInput;
   if (caption) {
     flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint;
     if (is(look.style, WS_SYSMENU)) flags |= Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
@@ -109,12 +114,14 @@ void ShownWindow::place(const Stand &stand, Serial serial) {
     place_.settle(wanted, serial);
     return;
   }
+  if (std::exchange(refused_, false)) return keepDesktopsSize(wanted, serial);
   place_.want(wanted, serial);
   // the desktop has the last word on a maximized window, and has said it
   if (isMaximized(state_.known()) && state_.isQuiet()) takeDesktopsPlace();
 }
 
 void ShownWindow::setState(ShowState state, Serial serial) {
+  refused_ = false;
   if (isVisible() || state_.wanted() != state)
     state_.want(state, serial);
   else
@@ -126,9 +133,10 @@ void ShownWindow::appear() {
   desk_.linkOwned();
   const bool unmanaged = desk_.isUnmanaged();
   limitSize(state_.wanted() != ShowState::normal && !unmanaged);
-  if (unmanaged || state_.wanted() == ShowState::normal) setGeometry(relativeToOwner(place_.wanted()));
+  if (unmanaged || !desk_.placesWindows() || state_.wanted() == ShowState::normal) stand();
   if (!unmanaged) setWindowStates(qtStates(state_.wanted()));
   setVisible(!unmanaged || !isMinimized(state_.wanted()));
+  if (type() != Qt::ToolTip) desk_.appeared(); // which no desktop activates
   if (unmanaged) return;
   if (state_.wanted() != ShowState::normal) return state_.insist();
   place_.insist();
@@ -160,7 +168,7 @@ bool ShownWindow::isFree() const {
 bool ShownWindow::askPlace() {
   if (!isFree() && !desk_.isUnmanaged()) return true; // later, when it is
   limitSize(false);
-  setGeometry(relativeToOwner(place_.wanted()));
+  stand();
   return true;
 }
 
@@ -193,6 +201,17 @@ bool ShownWindow::askState(ShowState state) {
   return true;
 }
 
+// Takes the place that is wanted. On a Wayland compositor tips and the like have theirs from when they are shown.
+void ShownWindow::stand() {
+  const QRect place = relativeToOwner(place_.wanted());
+  const bool isFixed = !desk_.placesWindows() && transientParent() && type() == Qt::ToolTip;
+  const bool again = isVisible() && isFixed && place.topLeft() != stoodAt_;
+  stoodAt_ = place.topLeft();
+  if (again) setVisible(false);
+  setGeometry(place);
+  if (again) setVisible(true);
+}
+
 // Where places are unknown, windows that belong to another stand where they stand beside it.
 QRect ShownWindow::relativeToOwner(const QRect &qt) const {
   const ShownWindow *const owner = look_.owner ? desk_.find(look_.owner) : nullptr;
@@ -206,7 +225,9 @@ void ShownWindow::pressed() {
 }
 
 std::optional<Clock::time_point> ShownWindow::late(Clock::time_point now) {
+  const bool large = isMaximized(state_.wanted());
   state_.late(now);
+  if (large && !desk_.placesWindows()) refused_ = isFree();
   if (const auto due = state_.due()) place_.hold(*due + kPlacePause);
   if (isVisible() && !isMinimized(state_.known())) place_.learn(placeNow());
   place_.late(now);
@@ -267,6 +288,14 @@ void ShownWindow::takeDesktopsPlace() {
   tell_.start(kTogether);
 }
 
+// A window that a Wayland compositor doesn't maximize, but gives a size, such as one beside others that fill the screen,
+// has no other size.
+void ShownWindow::keepDesktopsSize(const QRect &wanted, Serial serial) {
+  place_.settle({wanted.topLeft(), geometry().size()}, serial);
+  deed_ = {place_.known(), serial};
+  tell_.start(kTogether);
+}
+
 void ShownWindow::tellPlace() {
   tell_.stop();
   if (!deed_) return;
@@ -290,21 +319,21 @@ POINT ShownWindow::programPoint(const QPointF &local, const QPointF &global) con
 // Result: the part of the window, in Qt's units.
 QRegion ShownWindow::show(const QImage &image, const QRegion &changed, bool all) {
   const QRect window(QPoint(), size());
-  const QRegion part = all ? QRegion(window) : desk_.toQt(changed) & window;
+  QRegion part = all ? QRegion(window) : desk_.toQt(changed) & window;
   if (part.isEmpty()) return part;
   store_.beginPaint(part);
-  QPaintDevice *const device = store_.paintDevice();
-  auto *const target = dynamic_cast<QImage *>(device);
+  QPaintDevice &device = *store_.paintDevice();
+  auto *const target = dynamic_cast<QImage *>(&device);
   const bool alike = target && target->depth() == 32 && target->devicePixelRatio() == desk_.ratio();
   if (alike)
     for (const QRect &rect : changed) copyPixels(image, *target, rect & target->rect() & image.rect());
   if (!alike || (all && !image.rect().contains(target->rect()))) {
-    QPainter painter(device);
+    QPainter painter(&device);
     const QRect taken(QPoint(), QSizeF(image.size() / desk_.ratio()).toSize());
     for (const QRect &rest : all ? QRegion(window) - taken : QRegion()) painter.fillRect(rest, QColor(look_.ground));
     painter.setClipRegion(part);
     painter.setRenderHint(QPainter::SmoothPixmapTransform,
-                          device->devicePixelRatioF() != std::floor(device->devicePixelRatioF()));
+                          device.devicePixelRatioF() != std::floor(device.devicePixelRatioF()));
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     if (!alike) painter.drawImage(QRectF(QPointF(), QSizeF(image.size()) / desk_.ratio()), image);
   }

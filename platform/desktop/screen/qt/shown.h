@@ -44,9 +44,11 @@ class ShownWindow : public QWindow {
   void geometryTold();
   void stateTold(ShowState state);
   void takeDesktopsPlace();
+  void keepDesktopsSize(const QRect &wanted, Serial serial);
   void tellPlace();
   void limitSize(bool unlimited);
   bool isFree() const;
+  void stand();
   QRect relativeToOwner(const QRect &qt) const;
 
   QRect placeNow() const;
@@ -58,10 +60,12 @@ class ShownWindow : public QWindow {
   Look look_;
   bool looks_ = false; // look_ is set
   Stand stand_;
-  QPoint origin_; // of the client area, in the program's eyes and pixels
+  QPoint origin_;  // of the client area, in the program's eyes and pixels
+  QPoint stoodAt_; // where stand() put it last
   Wish<QRect> place_;
   Wish<ShowState> state_;
   bool geometrySince_ = false;                   // the last request for a state
+  bool refused_ = false;                         // a Wayland compositor has, to maximize it, and the program is told
   std::optional<std::pair<QRect, Serial>> deed_; // to be told in a moment, behind a change of state that comes with it
   QTimer tell_;
   QPointF pointerAt_; // last seen

@@ -63,6 +63,13 @@ template <typename Value> class Wish {
     }
   }
 
+  // The program has done something else that the desktop may answer with a change here: no deed of the user's.
+  void expectAnswer() {
+    if (phase_ != Phase::quiet) return;
+    askedAgain_ = false;
+    enter(Phase::pause, rule_.pause);
+  }
+
   // What may be asked for just now can't be any more.
   void noAnswer(const Value &value) {
     if (phase_ == Phase::asked && asked_ == value) answered();

@@ -1,0 +1,99 @@
+// A tooltip control. It belongs to one thread and works under the desktop's lock. What it asks and tells the windows of
+// tools runs procedures of the program, which may end the control or the tool; so after each such call it looks whether
+// they are still there.
+#pragma once
+
+#include "platform/desktop/controls/tools.h"
+#include "platform/desktop/windows/window.h"
+
+#include <optional>
+
+namespace platform {
+
+class Tooltip {
+ public:
+  explicit Tooltip(HWND handle);
+  Tooltip(const Tooltip &) = delete;
+  Tooltip &operator=(const Tooltip &) = delete;
+
+  // Answers a message to its window; nothing for one that it leaves to the default procedure.
+  std::optional<LRESULT> answer(UINT message, WPARAM wParam, LPARAM lParam);
+
+ private:
+  // In milliseconds.
+  struct Delays {
+    int initial, reshow, autopop;
+  };
+  enum TimerId : UINT_PTR { kShow = 1, kPop = 2, kLeave = 3 };
+
+  // ---- Tools and settings (tooltip.cpp)
+  std::optional<LRESULT> answerTools(UINT message, WPARAM wParam, LPARAM lParam);
+  std::optional<LRESULT> answerSettings(UINT message, WPARAM wParam, LPARAM lParam);
+  std::optional<LRESULT> answerWindow(UINT message, WPARAM wParam, LPARAM lParam);
+  BOOL addTool(const TTTOOLINFOA *info);
+  void deleteTool(const TTTOOLINFOA *info);
+  void setTool(const TTTOOLINFOA &info);
+  void setRect(const TTTOOLINFOA &info);
+  void setText(const TTTOOLINFOA &info);
+  BOOL hitTest(TTHITTESTINFOA &test) const;
+  BOOL currentTool(TTTOOLINFOA *info) const;
+  void copyText(const TTTOOLINFOA &info, WPARAM size);
+  void setDelay(WPARAM which, int milliseconds);
+  LRESULT delay(WPARAM which) const;
+  ToolRef toolOf(const TTTOOLINFOA *info) const;
+  void watch(HWND window) const;
+  void unwatch(HWND window) const;
+  void end();
+
+  // ---- When tips come and go (tipwindow.cpp)
+  void relayed(const MSG &message);
+  void hover(const ToolRef &tool);
+  void waitFor(int delay, DWORD since);
+  void tick(WPARAM timer);
+  void rested();
+  void look();
+  void activate(bool active);
+  void track(bool on, const ToolRef &tool);
+  ToolRef underPointer();
+  bool ownerIsActive(const Tool &tool) const;
+
+  // ---- The tip (tipwindow.cpp)
+  bool show(const ToolRef &tool);
+  void showAgain(const ToolRef &tool);
+  void pop();
+  std::string textOf(const ToolRef &tool);
+  std::string askText(const ToolRef &tool);
+  void notify(const Tool &tool, UINT code) const;
+  std::string shownText(const std::string &text) const;
+  SIZE sizeFor(const std::string &text) const;
+  POINT placeFor(const Tool &tool, SIZE size) const;
+  RECT border() const;
+  UINT textFormat() const;
+  HFONT font() const;
+  void paint() const;
+  bool isUp() const;
+
+  const HWND handle_;
+  bool gone_ = false;
+  Tools tools_;
+
+  bool active_ = true;
+  Delays delays_;
+  int widest_ = -1; // a line; negative: there is one line
+  RECT margin_{};   // widths
+  COLORREF background_, foreground_;
+  HFONT font_ = nullptr; // null: the system's
+
+  ToolRef hovered_;  // that the pointer was over when it was looked at last
+  int waiting_ = -1; // for how long the pointer has to rest until its tip comes; negative: none will
+  DWORD restsSince_ = 0;
+  ToolRef shown_;         // its tip is up
+  bool tracking_ = false; // the program holds it there
+  POINT trackAt_{};
+  std::string text_; // of the tip that came last
+};
+
+// The window procedure of the class.
+LRESULT CALLBACK tooltipProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+} // namespace platform
