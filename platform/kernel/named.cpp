@@ -101,7 +101,7 @@ void clearFolder(const std::string &folder) {
 // The file of a name. Empty, with the last error set, where there can be none.
 std::string pathOf(const std::string &name) {
   static std::once_flag cleared;
-  const std::string folder = ownFolder();
+  std::string folder = ownFolder();
   if (folder.empty()) return folder;
   std::call_once(cleared, clearFolder, folder);
   return folder + fileNameOf(name);
