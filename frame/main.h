@@ -30,6 +30,7 @@ typedef struct WqMainBlock {
   WqTimerState timer;
   HINSTANCE tooltipStrInst; /* whose string resources tips are taken from */
   WqTooltip tooltip;
+  WqClipBoard clipBoard;
 } WqMainBlock;
 
 extern WQ_API WqMainBlock wqMain;

@@ -1,4 +1,4 @@
-/* Windows: window objects with snap layout, messages and their loop, timers, tooltips. */
+/* Windows: window objects with snap layout, messages and their loop, timers, tooltips, the clipboard. */
 #ifndef WQ_WINDOWS_WINDOWS_H
 #define WQ_WINDOWS_WINDOWS_H
 
@@ -578,6 +578,70 @@ WQ_API void WqTooltip_WindowText(NMTTDISPINFOA *info, HWND hwnd);
 /* The window procedure in front of the control's own. It keeps shown and anchor, and takes the tip down when the pointer
  * has moved too far. */
 WQ_API LRESULT CALLBACK WqTooltip_Proc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+
+/* ---- WqClipBoard: the clipboard -----------------------------------------------------------------------------------
+ *
+ * What an application has to know for its Copy and Paste commands. Its main window opens the clipboard and owns what the
+ * application puts there. Data are only promised: when somebody wants them, the main window gets WM_RENDERFORMAT, or
+ * WM_RENDERALLFORMATS at its end, and gives them with SetClipboardData; WqClipBoard_CallBack brings it to the procedure
+ * that can make them. Errors of the platform are passed over, so that nothing is found, and nothing promised, while
+ * another one has the clipboard open. */
+
+/* Makes promised data. The first three are what WqClipBoard_CallBack was given; format, userData: of the promise. */
+typedef WqWord (*WqClipBoardProc)(WqWord arg1, WqWord arg2, WqWord arg3, uint32_t format, WqWord userData);
+
+/* wqMain.clipBoard. A mask has a bit for each format below 16 (1 << CF_TEXT is 2), and bits that private formats share:
+ * (format - 0x1F0) modulo 32 for 0x200 to 0x2FF. Those count only while the main window is the clipboard's owner, since
+ * they mean something else in any other application. Further formats have no bit. */
+typedef struct WqClipBoard {
+  uint32_t available; /* what the last WqClipBoard_GetFormat has found */
+  uint32_t pasteMask; /* what the application can paste */
+  uint32_t copyMask;  /* the application's own words */
+  uint32_t cutMask;
+  uint32_t format; /* of the last promise */
+  WqWord userData;
+  WqClipBoardProc callback; /* or null */
+} WqClipBoard;
+
+/* Clears all fields. */
+WQ_API void WqClipBoard_Init(WqClipBoard *clipBoard);
+
+/* Does nothing. */
+WQ_API void WqClipBoard_Term(WqClipBoard *clipBoard);
+
+/* Says which formats the application can paste. */
+WQ_API void WqClipBoard_Paste(uint32_t mask);
+
+/* The same for an application that pastes nothing but text. */
+WQ_API void WqClipBoard_OnlyText(void);
+
+/* These keep a word for the application. */
+WQ_API void WqClipBoard_Copy(uint32_t word);
+WQ_API void WqClipBoard_Cut(uint32_t word);
+
+/* Looks at what is on the clipboard now.
+ * Result: the bits of what the application can paste of it. */
+WQ_API uint32_t WqClipBoard_GetFormat(void);
+
+/* Fetches the text on the clipboard, in code page 932, as far as it fits; it is cut between bytes. Without a text, and
+ * with a size of 0, the buffer stays as it is.
+ * size: of the buffer in bytes, its last one for the NUL.
+ * Result: 0. */
+WQ_API int WqClipBoard_GetText(char *buffer, uint32_t size);
+
+/* Empties the clipboard. */
+WQ_API void WqClipBoard_Delete(void);
+
+/* Promises data of one format, and nothing else.
+ * userData, callback: for WqClipBoard_CallBack, until the next promise. callback may be null. */
+WQ_API void WqClipBoard_SetOne(uint32_t format, WqWord userData, WqClipBoardProc callback);
+
+/* The same, and plain text as well, as the last one; for a format with bit 0x80 an enhanced metafile too, as the first. */
+WQ_API void WqClipBoard_Set(uint32_t format, WqWord userData, WqClipBoardProc callback);
+
+/* Calls the procedure of the last promise. What the words mean is between it and the caller.
+ * Result: its answer; 0 when there is none. */
+WQ_API WqWord WqClipBoard_CallBack(WqWord arg1, WqWord arg2, WqWord arg3);
 
 #ifdef __cplusplus
 }

@@ -161,6 +161,7 @@ int main() {
     complain(wrong);
     return kWrongCommandLine;
   }
+  SetProcessDPIAware(); // sizes come from millimetres and points, and the bar has pictures for fine displays
   // the viewer refers to the settings, and outlives the library
   Settings settings;
   std::unique_ptr<Viewer> viewer;

@@ -1,6 +1,6 @@
 #include "viewer.h"
 
-#include "icon.h"
+#include "ids.h"
 #include "loader.h"
 
 #include <cmath>
@@ -35,9 +35,9 @@ void setIcons(HWND window) {
 } // namespace
 
 Viewer::Viewer(Scene &scene, Settings &settings)
-    : scene_(scene), settings_(settings), frame_(this), status_(&frame_.wnd, scene, look_),
-      levels_(&frame_.wnd, scene, look_), overview_(&frame_.wnd, scene, look_, *this),
-      wave_(&frame_.wnd, scene, look_, *this) {
+    : scene_(scene), settings_(settings), frame_(this), bar_(&frame_.wnd, look_, *this),
+      status_(&frame_.wnd, scene, look_), levels_(&frame_.wnd, scene, look_),
+      overview_(&frame_.wnd, scene, look_, *this), wave_(&frame_.wnd, scene, look_, *this) {
   WqWnd &wnd = frame_.wnd;
   WqWnd_ID(&wnd, WQ_ID_QUIT);
   WqWnd_Style(&wnd, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN);
@@ -58,7 +58,14 @@ Viewer::Viewer(Scene &scene, Settings &settings)
 
 // Each pane is snapped to the frame and to those made before it.
 void Viewer::placePanes() {
-  WqWnd &status = *status_.wnd(), &levels = *levels_.wnd(), &overview = *overview_.wnd(), &wave = *wave_.wnd();
+  WqWnd &bar = *bar_.wnd(), &status = *status_.wnd(), &levels = *levels_.wnd(), &overview = *overview_.wnd(),
+        &wave = *wave_.wnd();
+  bar.rect = {0, 0, 0, look_.bar - 1};
+  WqWnd_Ds(&bar, WQ_DS_MBB | WQ_DS_KEEP_H);
+  WqWnd_SnapL(&bar, nullptr);
+  WqWnd_SnapT(&bar, nullptr);
+  WqWnd_SnapR(&bar, nullptr);
+
   status.rect = {0, 0, 0, look_.status - 1};
   WqWnd_Ds(&status, WQ_DS_KEEP_H);
   WqWnd_SnapL(&status, nullptr);
@@ -67,7 +74,7 @@ void Viewer::placePanes() {
 
   levels.rect = {0, 0, look_.levels - 1, 0};
   WqWnd_Ds(&levels, WQ_DS_KEEP_W);
-  WqWnd_SnapT(&levels, nullptr);
+  WqWnd_SnapT(&levels, &bar);
   WqWnd_SnapR(&levels, nullptr);
   WqWnd_SnapB(&levels, &status);
 
@@ -78,7 +85,7 @@ void Viewer::placePanes() {
   WqWnd_SnapB(&overview, &status);
 
   WqWnd_SnapL(&wave, nullptr);
-  WqWnd_SnapT(&wave, nullptr);
+  WqWnd_SnapT(&wave, &bar);
   WqWnd_SnapR(&wave, &levels);
   WqWnd_SnapB(&wave, &overview);
 }
@@ -87,9 +94,11 @@ bool Viewer::open() {
   if (!WqWnd_Create(&frame_.wnd)) return false;
   setIcons(frame_.wnd.hwnd);
   WqMain_Config(frame_.wnd.hwnd);
-  for (Pane *pane : {static_cast<Pane *>(&status_), static_cast<Pane *>(&levels_), static_cast<Pane *>(&overview_),
-                     static_cast<Pane *>(&wave_)})
+  WqTooltip_StrResInst(GetModuleHandleA(nullptr));
+  for (Pane *pane : {static_cast<Pane *>(&bar_), static_cast<Pane *>(&status_), static_cast<Pane *>(&levels_),
+                     static_cast<Pane *>(&overview_), static_cast<Pane *>(&wave_)})
     if (!WqWnd_Create(pane->wnd())) return false;
+  bar_.build();
   return true;
 }
 
@@ -112,10 +121,13 @@ bool Viewer::run() {
   if (!open()) return false;
   WqWnd_Show(&frame_.wnd, 1);
   if (settings_.maximized) ShowWindow(frame_.wnd.hwnd, SW_SHOWMAXIMIZED);
-  if (!load()) return true;
-  WqMsgLp loop;
-  WqMsgLp_Init(&loop);
-  WqMsgLp_Start(&loop);
+  WqTimer_Start(); // for the bar
+  if (load()) {
+    WqMsgLp loop;
+    WqMsgLp_Init(&loop);
+    WqMsgLp_Start(&loop);
+  }
+  WqTimer_Stop();
   return true;
 }
 
@@ -147,6 +159,22 @@ void Viewer::point(std::optional<LONG> pointer) {
   wave_.movePointer(scene_.pointer, pointer);
   scene_.pointer = pointer;
   status_.movePointer();
+}
+
+void Viewer::carryOut(Command command) {
+  if (!scene_.ready()) return;
+  Visible visible = scene_.visible;
+  const double middle = visible.width() / 2.0;
+  switch (command) {
+  case Command::zoomIn: visible.zoom(kNotch, middle); break;
+  case Command::zoomOut: visible.zoom(1 / kNotch, middle); break;
+  case Command::all: visible.zoom(1 / visible.factor(), 0); break;
+  case Command::start: visible.moveTo(0); break;
+  case Command::end: visible.moveTo(visible.frames()); break;
+  case Command::open:
+  case Command::copy: return;
+  }
+  show(visible);
 }
 
 void Viewer::rememberPlace() {

@@ -142,6 +142,23 @@ char16_t folded(char16_t c) {
   return c == 0x401 ? u'\x0451' : c;
 }
 
+// What U+00A1 to U+00FF become where the code page lacks them; 0 for nothing that resembles them.
+constexpr uint16_t kLatin[] = {
+    '!', 0x8191, 0x8192, 0,   0x5C,   '|', 0,      0,      'c', 'a', 0x81E1, 0x81CA, '-', 'R', 0x8150, 0,
+    0,   '2',    '3',    0,   0x83CA, 0,   0x8145, 0x8143, '1', 'o', 0x81E2, 0,      0,   0,   0,      'A',
+    'A', 'A',    'A',    'A', 'A',    'A', 'C',    'E',    'E', 'E', 'E',    'I',    'I', 'I', 'I',    'D',
+    'N', 'O',    'O',    'O', 'O',    'O', 0,      'O',    'U', 'U', 'U',    'U',    'Y', 'T', 's',    'a',
+    'a', 'a',    'a',    'a', 'a',    'a', 'c',    'e',    'e', 'e', 'e',    'i',    'i', 'i', 'i',    'd',
+    'n', 'o',    'o',    'o', 'o',    'o', 0,      'o',    'u', 'u', 'u',    'u',    'y', 't', 'y'};
+constexpr char16_t kFirstLatin = 0xA1, kHiraganaVu = 0x3094;
+
+uint16_t resembling(char16_t character) {
+  constexpr uint16_t kKatakanaVu = 0x8394;
+  if (character == kHiraganaVu) return kKatakanaVu;
+  const bool latin = character >= kFirstLatin && character <= 0xFF;
+  return latin && kLatin[character - kFirstLatin] != 0 ? kLatin[character - kFirstLatin] : uint16_t{'?'};
+}
+
 void appendCode(std::string &out, uint16_t code) {
   if (code > 0xFF) out += static_cast<char>(code >> 8);
   out += static_cast<char>(code);
@@ -245,6 +262,32 @@ std::string utf8FromUtf16(std::u16string_view text) {
     } else {
       appendUtf8(out, (text[at] & 0xF800) == 0xD800 ? kUndefined : text[at]);
     }
+  }
+  return out;
+}
+
+std::u16string utf16FromText(std::string_view text) {
+  constexpr char16_t kNone = 0x30FB;
+  const auto &characters = tables().character;
+  std::u16string out;
+  out.reserve(text.size());
+  for (size_t at = 0; at < text.size(); ++at) {
+    unsigned code = static_cast<unsigned char>(text[at]);
+    const bool pair =
+        code >= 0x80 && isLeadByte(static_cast<unsigned char>(code)) && at + 1 < text.size() && text[at + 1];
+    if (pair) code = code << 8 | static_cast<unsigned char>(text[++at]);
+    out += code == 0 || characters[code] != 0 ? characters[code] : kNone;
+  }
+  return out;
+}
+
+std::string textFromUtf16(std::u16string_view text) {
+  const auto &codes = tables().code;
+  std::string out;
+  out.reserve(text.size());
+  for (const char16_t character : text) {
+    const uint16_t code = codes[character];
+    appendCode(out, code != 0 || character == 0 ? code : resembling(character));
   }
   return out;
 }

@@ -34,6 +34,11 @@ std::string utf8FromUtf16(std::u16string_view text);
 // A name with its capital letters turned small, for comparisons without regard to case.
 std::u16string foldedName(std::string_view name);
 
+// The same for texts that programs exchange, as the platform does it: nothing is escaped. A character that the code page
+// lacks becomes the letter that resembles it most or a question mark, a code without a character U+30FB.
+std::u16string utf16FromText(std::string_view text);
+std::string textFromUtf16(std::u16string_view text);
+
 // Bytes that code page 932 leaves undefined become U+FFFD.
 std::string utf8FromCodePage(std::string_view text);
 

@@ -4,6 +4,7 @@
 //     aware        tells the system first that it cares about resolutions itself
 //     worker       the metrics are first asked on a thread that ends then
 //     maximised    the window begins so
+//     pastes       it tells again and again how long the clipboard's data in a format with a name are
 //     once         it ends by itself, once the window is shown
 
 #include "platform/platform.h"
@@ -73,6 +74,14 @@ void tellOf(HWND window) {
   ReleaseDC(window, dc);
 }
 
+void paste() {
+  const UINT named = RegisterClipboardFormatA("wq test \"\x83\x65\"");
+  if (!OpenClipboard(nullptr)) return;
+  const HANDLE data = GetClipboardData(named);
+  std::printf("clip %d\n", data ? static_cast<int>(GlobalSize(data)) : -1);
+  CloseClipboard();
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -85,6 +94,7 @@ int main(int argc, char **argv) {
   if (!IsWindowVisible(window)) ShowWindow(window, SW_SHOW);
   UpdateWindow(window);
   tellOf(window);
+  if (words.count("pastes")) SetTimer(window, 2, 300, [](HWND, UINT, UINT_PTR, DWORD) { paste(); });
   if (words.count("once")) SetTimer(window, 1, 50, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); });
   MSG message;
   while (GetMessageA(&message, nullptr, 0, 0) > 0) {
