@@ -362,9 +362,9 @@ WQ_API void WqWndLst_SendAll(WqList **list, uint32_t mask, uint32_t msg, WPARAM 
  *   does one from the window itself, which is not laid out. The answer is 0.
  * - WQM_MOUSE is answered 0.
  * Before the user procedure sees WM_MOUSEMOVE, WM_LBUTTONDOWN and WM_LBUTTONUP, the notices for them have gone out, and
- * the button bar, with WQ_DS_MBB, has had them; it lets only presses pass. Before it sees WM_LBUTTONDOWN,
- * WM_RBUTTONDOWN, WM_KEYDOWN and WM_KEYUP, a tip that is up has gone. When all that ended the window, the user procedure
- * sees no more of it.
+ * the button bar, with WQ_DS_MBB, has had them; it lets only presses pass. A tip that is
+ * up has gone before it sees a press of the left or right button or any WM_KEYDOWN or WM_KEYUP. When all that ended the
+ * window, the user procedure sees no more of it.
  *
  * WM_PAINT makes a bitmap as large as the client area, with what it happens to hold. The background picture, if
  * WQ_DS_BKGRND is set, is copied into it, and the user procedure gets WQM_PAINT with a WqDc that draws on it, at a zoom
@@ -504,8 +504,8 @@ WQ_API int WqTimerElem_Update(WqTimerElem *elem, uint32_t tick);
 
 /* ---- WqTooltip: tips ---------------------------------------------------------------------------------------------
  *
- * There is one tooltip for the whole application. It comes with WqMain_Config and goes with WqMain_Term; before and
- * after, these functions do nothing. A window object is a tool of it from WqWnd_Create until its window ends: when the
+ * There is one tooltip for the whole application, from WqMain_Config until WqMain_Term. At any other time these functions
+ * do nothing. A window object is a tool of it from WqWnd_Create until its window ends: when the
  * pointer rests over the window, its title comes up as a tip. The window is asked before, by WM_NOTIFY with the code
  * TTN_NEEDTEXTA, and a user procedure that answers with a text of its own returns not 0:
  *
