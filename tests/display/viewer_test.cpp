@@ -12,7 +12,7 @@ namespace {
 // Borders of the bar's pictures (bar.py), the ground of tips, and the wave's lane.
 constexpr COLORREF kPanel = RGB(30, 37, 47), kHovered = RGB(70, 88, 106), kPressed = RGB(126, 200, 240),
                    kTip = RGB(255, 255, 225);
-constexpr int kZoomIn = 45, kStart = 129, kMiddle = 15; // of buttons, in pixels of the client area
+constexpr int kZoomIn = 48, kStart = 128, kMiddle = 16; // of buttons, in pixels of the client area
 constexpr int kEdge = 12;                               // from there to the border
 const std::string kTitle = "tone.wav - levelview";
 
