@@ -23,6 +23,13 @@ std::string pasting(const std::string &type) {
   return onSway() ? "wl-paste -n -t '" + type + "'" : "xclip -selection clipboard -o -t '" + type + "'";
 }
 
+// In front of a command that runs beside the test: it tells by what number it can be ended.
+const std::string kTellsId = "echo id $$; exec ";
+std::string idOf(Beside &program) {
+  const std::string line = program.line("id ");
+  return line.empty() ? line : line.substr(3);
+}
+
 DWORD timeOf(const std::function<void()> &work) {
   const DWORD start = GetTickCount();
   work();
@@ -151,12 +158,14 @@ TEST_F(DesktopClipboard, PromisesAreKeptForOtherPrograms) {
 }
 
 TEST_F(DesktopClipboard, AProgramThatHangsIsNotWaitedFor) {
-  copyElsewhere("never", kPlain);
-  const std::string program = onSway() ? "wl-copy" : "xclip";
-  const Ended found = runCommand("pgrep -n -x " + program);
-  ASSERT_EQ(found.status, 0);
-  const std::string process = found.out.substr(0, found.out.find('\n'));
-  ASSERT_EQ(runCommand("kill -STOP " + process).status, 0);
+  const std::string file = folder.file("never");
+  writeFile(file, "never");
+  const DWORD before = GetClipboardSequenceNumber();
+  Beside program(kTellsId + (onSway() ? "wl-copy -f <" : "xclip -quiet -selection clipboard -i ") + file);
+  const std::string process = idOf(program);
+  ASSERT_NE(process, "");
+  EXPECT_TRUE(until([&] { return GetClipboardSequenceNumber() != before; })) << "it has taken the clipboard";
+  runCommand("kill -STOP " + process);
   std::string seen;
   EXPECT_LT(timeOf([&] { seen = lookAt(CF_TEXT); }), 4500u) << "types and text, two seconds each";
   EXPECT_EQ(seen, "none");
@@ -175,4 +184,38 @@ TEST_F(DesktopClipboard, NamedFormatsPassBetweenPrograms) {
   EXPECT_TRUE(until([] { return user().window("visitor").id != 0; }));
   user().wish(user().window("visitor"), User::Wish::close);
   EXPECT_EQ(program.end(), 0);
+}
+
+TEST_F(X11Desktop, AManagerKeepsTheTextOfAProgramThatEnds) {
+  Beside keeper(kTellsId + "./keeper");
+  const std::string process = idOf(keeper);
+  ASSERT_EQ(keeper.line("serves"), "serves");
+  {
+    Beside program("./visitor visitor 100 100 300 200 copies");
+    EXPECT_EQ(program.line("copied"), "copied 1");
+    EXPECT_TRUE(until([] { return user().window("visitor").id != 0; }));
+    settle();
+    user().wish(user().window("visitor"), User::Wish::close);
+    EXPECT_EQ(program.end(), 0);
+  }
+  EXPECT_EQ(keeper.line("took"), "took 4");
+  settle();
+  EXPECT_EQ(lookAt(CF_TEXT), narrow("kept"));
+  runCommand("kill " + process);
+}
+
+TEST_F(X11Desktop, AnOwnerThatIsKilledLeavesNothing) {
+  {
+    Beside program(kTellsId + "./visitor visitor 100 100 300 200 copies");
+    const std::string process = idOf(program);
+    EXPECT_EQ(program.line("copied"), "copied 1");
+    EXPECT_TRUE(until([] { return lookAt(CF_TEXT) == narrow("kept"); })) << lookAt(CF_TEXT);
+    const HWND window = show("clipboard", WS_OVERLAPPEDWINDOW, 500, 300);
+    listen("B");
+    AddClipboardFormatListener(window);
+    runCommand("kill -KILL " + process);
+    EXPECT_EQ(told("clipboard< UPDATE"), "clipboard< UPDATE");
+  }
+  EXPECT_EQ(clipFormats(), "");
+  EXPECT_EQ(lookAt(CF_TEXT), "none");
 }
