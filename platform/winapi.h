@@ -30,6 +30,7 @@
 #include "platform/winapi/messages.h"
 #include "platform/winapi/input.h"
 #include "platform/winapi/keys.h"
+#include "platform/winapi/scroll.h"
 #include "platform/winapi/painting.h"
 #include "platform/winapi/metrics.h"
 #include "platform/winapi/icons.h"
