@@ -37,6 +37,7 @@
 #include "platform/winapi/menus.h"
 #include "platform/winapi/controls.h"
 #include "platform/winapi/tooltips.h"
+#include "platform/winapi/listbox.h"
 #include "platform/winapi/boxes.h"
 
 /* Drawing. */
