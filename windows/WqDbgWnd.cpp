@@ -1,4 +1,4 @@
-// The debug window: a small tool window with a list box, to which any code can print lines.
+// The debug window. All of it is one record: the functions take none, so that they can be called from anywhere.
 
 #include "windows/windows.h"
 
