@@ -164,9 +164,13 @@ WQ_API uint32_t WqBmpFile_ColNum(const void *unused, const BITMAPINFOHEADER *hea
  *
  * Neither the file's magic nor its sizes are looked at, but the whole picture has to lie in the file. With 1, 4 or 8 bits
  * a pixel and a header of 40 bytes, the pixel rows follow the colour table directly, at 54 + 4 x colours; where bfOffBits
- * points counts only when no whole picture begins there. For more bits, and for longer headers, the rows are where
- * bfOffBits points, behind the headers and the table. Files of 16, 24 and 32 bits, also with colour masks, rows from the
- * top down, and run-length coded files are taken; everything else is refused.
+ * points counts only when no whole picture begins there. For more bits, and for other headers, the rows are where
+ * bfOffBits points, behind the headers and the table, or directly behind these where it is 0.
+ *
+ * Files of 16, 24 and 32 bits, also with colour masks, rows from the top down, the oldest header of 12 bytes, and
+ * run-length coded files are taken; everything else is refused. Of a coded file as much is shown as there is: a missing
+ * end counts as one behind the last whole code, what lies outside the picture is left out, and pixels that no code sets
+ * are black.
  * dc: null gives a bitmap of the platform's choice. */
 WQ_API void WqBmpFile_Create(WqBmpFile *file, HDC dc);
 
@@ -174,7 +178,9 @@ WQ_API void WqBmpFile_Create(WqBmpFile *file, HDC dc);
 WQ_API void WqBmpFile_Delete(WqBmpFile *file);
 WQ_API void WqBmpFile_Term(WqBmpFile *file);
 
-/* dc: the bitmap is made to suit the first context that asks for it. */
+/* The record is copied with its handle: a bitmap that is made already is the registry's from now on. Without one the
+ * bitmap is made when it is asked for first.
+ * dc: the bitmap suits it; later ones get the same bitmap. */
 WQ_API void WqBmpTbl_Insert(uint32_t id, const WqBmpFile *file);
 WQ_API HBITMAP WqBmpTbl_Get(uint32_t id, HDC dc);
 WQ_API void WqBmpTbl_Remove(uint32_t id);

@@ -13,8 +13,8 @@ extern "C" {
 
 /* ---- WqFile: a file and a view of it -----------------------------------------------------------------------------
  *
- * A thin layer over the platform's calls: nothing is buffered or retried. A record names one file and holds one open
- * file and one view at a time; the caller closes before opening again, else the first handle is lost. Sizes are 32-bit.
+ * A thin layer over the platform's calls: nothing is buffered or retried. A record has room for a name, a
+ * handle and a view. Whoever opens twice without closing loses the first handle. Sizes are 32-bit.
  */
 
 typedef struct WqFile {
@@ -109,7 +109,8 @@ WQ_API int WqDir_IsExist(const char *path);
 WQ_API int WqDir_Create(const char *path);
 
 /* Removes a folder with all it holds, except for read-only, hidden, system and temporary files and for folders whose
- * name begins with a point; those stay, and so do the folders above them.
+ * name begins with a point; those stay, and so do the folders above them. A link to a folder is removed as a link, and
+ * what it leads to stays.
  * path: with or without a backslash at its end.
  * Result: 0 when the path doesn't exist or is too long, else 1, whatever is left. */
 WQ_API int WqDir_Delete(const char *path);
@@ -123,7 +124,8 @@ WQ_API int WqDir_Delete(const char *path);
 WQ_API WqList *WqDir_Collect(const char *folder, const char *pattern);
 
 /* Copies a tree into a folder, which is made where it is missing. Existing files are never overwritten; hidden, system
- * and temporary files, and folders whose name begins with a point, are not copied. A folder without files is not made.
+ * and temporary files, and folders whose name begins with a point, are not copied. A folder without files is not made. Links to
+ * folders in the tree are left out. The destination may lie in the source: what the tree held before is copied, once.
  * Failures are not reported. */
 WQ_API void WvDir_CopyFile(const char *source, const char *destination);
 
@@ -133,7 +135,7 @@ WQ_API int32_t WqDir_GetFromPath(const char *path, char *folder);
 WQ_API int32_t WvDir_PathTo(char *folder, const char *path);
 
 /* Result: the free bytes on the path's drive, or on the current one for a path without a drive; the low 32 bits, so that
- * a large disk can show a small number. 0 for a drive that is missing or has no medium. */
+ * a large disk can show a small number. 0 when there is no such drive, or nothing in it. */
 WQ_API uint32_t WqDrive_FreeSpace(const char *path);
 
 /* Result: 0 when the path's drive is of an unknown kind or a CD drive, else 1. */
