@@ -1,4 +1,4 @@
-/* Windows: window objects with snap layout, messages and their loop, timers, tooltips, the clipboard, the debug window. */
+/* Windows: window objects with snap layout, messages and their loop, timers, tooltips, the clipboard, debug output. */
 #ifndef WQ_WINDOWS_WINDOWS_H
 #define WQ_WINDOWS_WINDOWS_H
 
