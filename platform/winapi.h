@@ -31,6 +31,7 @@
 #include "platform/winapi/messages.h"
 #include "platform/winapi/input.h"
 #include "platform/winapi/keys.h"
+#include "platform/winapi/scroll.h"
 #include "platform/winapi/painting.h"
 #include "platform/winapi/metrics.h"
 #include "platform/winapi/icons.h"
@@ -38,6 +39,7 @@
 #include "platform/winapi/clipboard.h"
 #include "platform/winapi/controls.h"
 #include "platform/winapi/tooltips.h"
+#include "platform/winapi/listbox.h"
 #include "platform/winapi/boxes.h"
 
 /* Drawing. */
