@@ -15,6 +15,7 @@
 #include "platform/winapi/rects.h"
 
 /* The system without windows. */
+#include "platform/winapi/memory.h"
 #include "platform/winapi/program.h"
 #include "platform/winapi/text.h"
 #include "platform/winapi/time.h"
