@@ -76,6 +76,7 @@ void WqMain_Term() {
   for (const auto registry : kRegistries) endRegistry(&(wqMain.*registry));
   WqColorTbl_Term(&wqMain.colorTbl);
   WqColorPal_Term(&wqMain.palette);
+  WqPrinter_Term(&wqMain.printer);
   WqList_RemoveAll(wqMain.wndList);
   WqLog_Term();
   WqMem_Term();

@@ -6,6 +6,7 @@
 #include "containers/containers.h"
 #include "drawing/drawing.h"
 #include "frame/types.h"
+#include "printing/printing.h"
 #include "windows/windows.h"
 
 #ifdef __cplusplus
@@ -30,6 +31,7 @@ typedef struct WqMainBlock {
   WqTimerState timer;
   HINSTANCE tooltipStrInst; /* whose string resources tips are taken from */
   WqTooltip tooltip;
+  WqPrinter printer; /* empty until WqPrinter_Init */
 } WqMainBlock;
 
 extern WQ_API WqMainBlock wqMain;
@@ -48,7 +50,7 @@ WQ_API void WqMain_Init(HINSTANCE instance);
 WQ_API int WqMain_Config(HWND mainWnd);
 
 /* Ends the library: frees the timers, which are not told, ends the tooltip, frees the registries with all they hold and
- * have made, the palette, and the list of window objects, and leaves COM. Windows stay, and so does the window class. It
+ * have made, the palette, the list of printers, and the list of window objects, and leaves COM. Windows stay, and so does the window class. It
  * is the last call, and comes after WqTimer_Stop.
  * Threads: that of WqMain_Init. */
 WQ_API void WqMain_Term(void);
