@@ -96,7 +96,6 @@ using namespace platform;
 BOOL PrintDlgA(PRINTDLGA *dialog) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     if (!dialog || dialog->lStructSize != sizeof *dialog) return FALSE;
-    dialog->hDC = nullptr;
     const bool usual = dialog->Flags & PD_RETURNDEFAULT;
     if (usual && (dialog->hDevMode || dialog->hDevNames)) return FALSE;
     const BlockBytes modeBlock = bytesOf(dialog->hDevMode), nameBlock = bytesOf(dialog->hDevNames);

@@ -50,7 +50,7 @@ void putMarks(PdfText &content, const uint8_t *rows) {
   }
   for (int y = 0; y < 8; ++y) more = more || rows[y] & ~((falling ? 0x80 >> y : 0) | (rising ? 0x01 << y : 0));
   if (!more && (falling || rising)) {
-    content.raw(" 0.8 w");
+    content.raw(" 0.7 w"); // as much ink as its pixels have
     if (falling) putDiagonal(content, true);
     if (rising) putDiagonal(content, false);
     return;
