@@ -57,23 +57,15 @@ extern "C" {
 typedef struct _devicemodeA {
   BYTE dmDeviceName[CCHDEVICENAME]; /* its first 31 bytes */
   WORD dmSpecVersion, dmDriverVersion, dmSize, dmDriverExtra;
-  DWORD dmFields; /* DM_...: what of the following counts */
-  union {
-    struct {
-      short dmOrientation; /* DMORIENT_... */
-      short dmPaperSize;   /* DMPAPER_...; 0 when length and width tell */
-      short dmPaperLength; /* in tenths of a millimetre, upright */
-      short dmPaperWidth;
-      short dmScale;
-      short dmCopies;
-      short dmDefaultSource;
-      short dmPrintQuality; /* dots in an inch, or DMRES_... */
-    };
-    struct {
-      POINT dmPosition;
-      DWORD dmDisplayOrientation, dmDisplayFixedOutput;
-    };
-  };
+  DWORD dmFields;      /* DM_...: what of the following counts */
+  short dmOrientation; /* DMORIENT_... */
+  short dmPaperSize;   /* DMPAPER_... */
+  short dmPaperLength; /* of other sheets, in tenths of a millimetre, upright */
+  short dmPaperWidth;
+  short dmScale;
+  short dmCopies;
+  short dmDefaultSource;
+  short dmPrintQuality; /* dots in an inch, or DMRES_... */
   short dmColor, dmDuplex;
   short dmYResolution; /* dots in an inch downwards, when they are others */
   short dmTTOption, dmCollate;

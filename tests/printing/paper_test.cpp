@@ -157,7 +157,7 @@ TEST_F(PaperTest, ShapesLookAsOnABitmap) {
   draw(memory);
   const PageImage page = pageOf("shapes.pdf", 1, 96);
   ASSERT_EQ(page.width, GetDeviceCaps(dc, HORZRES));
-  const auto near = [](COLORREF a, COLORREF b) {
+  const auto alike = [](COLORREF a, COLORREF b) {
     return std::abs(GetRValue(a) - GetRValue(b)) < 9 && std::abs(GetGValue(a) - GetGValue(b)) < 9 &&
            std::abs(GetBValue(a) - GetBValue(b)) < 9;
   };
@@ -166,7 +166,7 @@ TEST_F(PaperTest, ShapesLookAsOnABitmap) {
     for (int x = 1; x < 699; ++x) {
       const COLORREF color = GetPixel(memory, x, y);
       bool found = false;
-      for (int i = 0; i < 9; ++i) found = found || near(page.at(x - 1 + i % 3, y - 1 + i / 3), color);
+      for (int i = 0; i < 9; ++i) found = found || alike(page.at(x - 1 + i % 3, y - 1 + i / 3), color);
       colored += color != RGB(255, 255, 255);
       missing += !found;
     }
