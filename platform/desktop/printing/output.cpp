@@ -27,7 +27,7 @@ OutputFile::~OutputFile() {
   if (!current_.empty()) unlink(current_.c_str());
 }
 
-Descriptor OutputFile::begin(const std::string &path, bool replaces) {
+Descriptor OutputFile::begin(const std::string &path, bool replaces, mode_t mode) {
   static std::atomic<unsigned> serial;
   std::error_code none;
   const std::filesystem::path whole = std::filesystem::absolute(path, none); // the current folder may change
@@ -39,7 +39,7 @@ Descriptor OutputFile::begin(const std::string &path, bool replaces) {
   }
   const std::string hidden = ".print-" + std::to_string(getpid()) + "-" + std::to_string(++serial);
   std::string beside = (whole.parent_path() / hidden).string();
-  Descriptor file(open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+  Descriptor file(open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
   if (file.valid()) current_ = std::move(beside);
   return file;
 }

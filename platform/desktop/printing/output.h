@@ -15,8 +15,9 @@ class OutputFile {
 
   // Makes the file, empty.
   // path: its name at last. replaces: whether it takes the place of a file that has that name; else it gets a number.
+  // mode: who may read it, as open takes it.
   // Result: an invalid descriptor, with errno, where that is impossible.
-  Descriptor begin(const std::string &path, bool replaces);
+  Descriptor begin(const std::string &path, bool replaces, mode_t mode);
   // Result: an errno, 0 for none.
   int keep();
   // What it is named now.

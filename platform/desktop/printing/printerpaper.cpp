@@ -30,7 +30,8 @@ int resultOf(int error) {
   SetLastError(errorOf(error));
   switch (error) {
   case ENOSPC:
-  case EDQUOT: return SP_OUTOFDISK;
+  case EDQUOT:
+  case EFBIG: return SP_OUTOFDISK;
   case ENOMEM: return SP_OUTOFMEMORY;
   default: return SP_ERROR;
   }
@@ -119,7 +120,7 @@ int PrinterPaper::startDocument(const DOCINFOA &info) {
   if (path.empty()) return SP_ERROR; // with the error set
   const bool spools = !named && !printer_.queue.empty();
   if (spools) path = folderForSpool() + "/" + path;
-  Descriptor file = output->begin(path, named);
+  Descriptor file = output->begin(path, named, spools ? 0600 : 0666); // the folder for the spooler is everybody's
   if (!file.valid()) return resultOf(errno);
   pages_ = std::make_unique<PdfPages>(std::move(file), utf16FromUtf8(title_));
   output_ = std::move(output);
