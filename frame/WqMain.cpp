@@ -77,7 +77,7 @@ void WqMain_Term() {
   WqColorTbl_Term(&wqMain.colorTbl);
   WqColorPal_Term(&wqMain.palette);
   WqPrinter_Term(&wqMain.printer);
-  WqList_RemoveAll(wqMain.wndList);
+  wqMain.wndList = WqList_RemoveAll(wqMain.wndList); // windows that are still open go on without a layout
   WqLog_Term();
   WqMem_Term();
   CoUninitialize();

@@ -35,6 +35,7 @@
 #include "platform/winapi/metrics.h"
 #include "platform/winapi/icons.h"
 #include "platform/winapi/menus.h"
+#include "platform/winapi/clipboard.h"
 #include "platform/winapi/controls.h"
 #include "platform/winapi/tooltips.h"
 #include "platform/winapi/boxes.h"

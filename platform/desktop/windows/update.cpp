@@ -137,6 +137,12 @@ QRegion visibleClient(const Window &window) {
   return seen;
 }
 
+QRect readableClient(const Window &window) {
+  if (!isOpen(window)) return {};
+  const POINT origin = originInSurface(window);
+  return toQt(offset(intersected(withinAncestors(window), window.clientArea()), origin.x, origin.y));
+}
+
 namespace {
 
 // What of a top-level window's pixels stands on the screen.
