@@ -37,15 +37,17 @@ int resultOf(int error) {
   }
 }
 
-// A file's name for a document's: what has a meaning in names becomes an underscore.
+// What has a meaning in names, here or on Windows.
+constexpr std::string_view kUnwanted = "/\\:*?\"<>|";
+
+// A file's name for a document's, with an underscore for each of these.
 std::string fileNameFor(std::string title) {
   if (title.ends_with(".pdf")) title.resize(title.size() - 4);
   size_t size = std::min(title.size(), kLongestName);
   while (size > 0 && size < title.size() && (title[size] & 0xC0) == 0x80) --size;
   title.resize(size);
   for (char &byte : title)
-    if (static_cast<unsigned char>(byte) < ' ' || byte == '/' || kReserved.find(byte) != std::string_view::npos)
-      byte = '_';
+    if (static_cast<unsigned char>(byte) < ' ' || kUnwanted.find(byte) != std::string_view::npos) byte = '_';
   if (title.empty()) title = "Document";
   if (title[0] == '.') title[0] = '_';
   return title + ".pdf";
