@@ -166,7 +166,7 @@ std::string PdfPages::patternOf(const Ink &ink) {
     known->second = file_.reserve();
     file_.stream(known->second, head.str(), content.str());
   }
-  const std::string name = "/P" + std::to_string(known->second);
+  std::string name = "/P" + std::to_string(known->second);
   used_[name] = known->second;
   return name;
 }
