@@ -192,9 +192,7 @@ using namespace platform;
 
 namespace {
 
-QRegion regionOf(const Window &window, const RECT *rect) {
-  return QRegion(rectOf(rect ? *rect : window.clientArea()));
-}
+QRegion regionOf(const Window &window, const RECT *rect) { return QRegion(rectOf(rect ? *rect : window.clientArea())); }
 
 bool redraw(const WindowRef &window, const RECT *rect, UINT flags) {
   const Children children = flags & RDW_ALLCHILDREN  ? Children::all
