@@ -25,6 +25,7 @@
 #include "drawing/drawing.h"
 #include "windows/windows.h"
 #include "buttonbar/buttonbar.h"
+#include "printing/printing.h"
 #include "frame/frame.h"
 /* clang-format on */
 

@@ -14,6 +14,8 @@
 #include <windows.h>
 /* in this order */
 #include <commctrl.h>
+#include <commdlg.h>
+#include <winspool.h>
 #include <objbase.h>
 
 #define PLATFORM_EXPORT __declspec(dllexport)

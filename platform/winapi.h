@@ -50,6 +50,7 @@
 #include "platform/winapi/drawing.h"
 #include "platform/winapi/fonts.h"
 #include "platform/winapi/bitmaps.h"
+#include "platform/winapi/printing.h"
 
 /* Beside the API. */
 #include "platform/winapi/extensions.h"

@@ -78,6 +78,10 @@ typedef int32_t (*WqUserProc)(WqWnd *wnd, WqMsg *msg);
  * field, valid during the call. */
 #define WQM_MBB_PRESS 0x8115u
 
+/* To the window of a print, before its first page: wParam 2, lParam the WqPrinter, whose pageCount it may change. Not sent
+ * through the platform: the user procedure is called directly, and its answer doesn't count. */
+#define WQM_PRINT_PAGE 0x8116u
+
 /* To the main window, for every WM_LBUTTONDOWN of any window. */
 #define WQM_BUTTON_DOWN 0x8127u
 

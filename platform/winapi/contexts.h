@@ -11,12 +11,16 @@
 extern "C" {
 #endif
 
-/* The display, with driver "DISPLAY": its numbers, and a context that draws nothing. End it with DeleteDC. */
+/* The display, with driver "DISPLAY": its numbers, and a context that draws nothing. With any other driver or none, a
+ * printer by its name; mode: a DEVMODEA, null for the printer's own. End it with DeleteDC. */
 PLATFORM_API HDC WINAPI CreateDCA(LPCSTR driver, LPCSTR device, LPCSTR output, const void *mode);
 /* A context that draws on the bitmap selected into it; at first one of one black pixel. */
 PLATFORM_API HDC WINAPI CreateCompatibleDC(HDC dc);
 PLATFORM_API BOOL WINAPI DeleteDC(HDC dc);
 
+#define TECHNOLOGY 2
+#define DT_RASDISPLAY 1
+#define DT_RASPRINTER 2
 #define HORZSIZE 4
 #define VERTSIZE 6
 #define HORZRES 8

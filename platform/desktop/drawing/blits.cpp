@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <new>
 
 namespace platform {
 
@@ -159,6 +160,49 @@ void moveRows(const Canvas &canvas, const QRect &part, QPoint shift) {
   }
 }
 
+// Pixels for paper. What a raster operation leaves alone becomes transparent. Where it needs what is there it finds black
+// or white, whichever lets the source be seen: so a mask that is blackened first and a picture that is added come out right.
+QImage pictureOf(const QImage &source, const QRect &part, unsigned table, QRgb pattern, const Conversion &conversion) {
+  const Mix mix = mixOf(table, pattern);
+  const auto shows = [&](QRgb below) { return ((mix.on(below, 0) ^ mix.on(below, ~0u)) & kColorBits) != 0; };
+  const QRgb below = shows(kOpaque) ? kOpaque : ~0u;
+  const bool keepsSome = usesDestination(table);
+  QImage picture(part.size(), QImage::Format_ARGB32);
+  for (int y = 0; y < picture.height(); ++y) {
+    const auto *from = reinterpret_cast<const QRgb *>(source.constScanLine(part.top() + y)) + part.left();
+    auto *to = reinterpret_cast<QRgb *>(picture.scanLine(y));
+    for (int x = 0; x < picture.width(); ++x) {
+      const QRgb color = conversion.color(from[x]);
+      const bool kept = keepsSome && ((mix.on(0, color) | ~mix.on(~0u, color)) & kColorBits) == 0;
+      to[x] = kept ? 0 : mix.on(below, color) | kOpaque;
+    }
+  }
+  return picture;
+}
+
+// The part of a box that stands for a part of a source, both without regard to direction.
+QRectF scaledPart(const QRect &to, const QRect &from, const QRect &part) {
+  const double across = 1.0 * to.width() / from.width(), down = 1.0 * to.height() / from.height();
+  return {to.left() + (part.left() - from.left()) * across, to.top() + (part.top() - from.top()) * down,
+          part.width() * across, part.height() * down};
+}
+
+void printBox(const Dc &dc, const Canvas &canvas, const Box &to, Dc &source, const Box &from, unsigned table) {
+  const QRect part = common(from.rect(), source.bounds());
+  const Ink pattern = inkOf(dc, canvas, *dc.brush.object).value_or(Ink());
+  if (part.isEmpty()) return;
+  const Conversion conversion(dc, false, source);
+  const QImage picture = pictureOf(*source.image(), part, table, pattern.color, conversion);
+  if (picture.isNull()) throw std::bad_alloc();
+  const bool across = to.x.flipped != from.x.flipped, down = to.y.flipped != from.y.flipped;
+  const QRect whole = from.rect();
+  const QRect seen(QPoint(across ? whole.left() + whole.right() - part.right() : part.left(),
+                          down ? whole.top() + whole.bottom() - part.bottom() : part.top()),
+                   part.size());
+  canvas.paper->picture(*canvas.clip, scaledPart(to.rect(), whole, seen),
+                        across || down ? picture.mirrored(across, down) : picture);
+}
+
 // A raster operation of pattern and destination is one of the sixteen of pens.
 bool fillBox(Dc &dc, const QRect &area, unsigned table) {
   const bool covers = !usesDestination(table) && (!usesPattern(table) || dc.brush.object->style == BS_SOLID);
@@ -180,6 +224,10 @@ bool blitBox(Dc &dc, const Box &to, Dc &source, const Box &from, unsigned table)
   const bool covers = table == kCopy && bounds.contains(from.rect());
   const std::optional<Canvas> canvas = dc.canvas(covers ? to.rect() : QRect());
   if (!canvas) return true;
+  if (canvas->paper) {
+    printBox(dc, *canvas, to, source, from, table);
+    return true;
+  }
 
   const Way across(to.x, from.x), down(to.y, from.y);
   const QRect clip = canvas->clip->boundingRect();

@@ -107,6 +107,27 @@ void drawWideRoundBox(const Canvas &canvas, const RoundBox &shape, const std::op
   outline.fill(canvas, pencil.ink);
 }
 
+// What the corners of a round box are on paper: curves, whose control points lie so far along a quarter of an ellipse.
+constexpr double kQuarter = 0.5522847498;
+
+// box: through the middles of the outermost pixels, or round them for a shape without a line.
+PaperPath roundPath(const QRectF &box, double cornerWidth, double cornerHeight) {
+  const double rx = std::min(cornerWidth, box.width()) / 2, ry = std::min(cornerHeight, box.height()) / 2;
+  const double left = box.left(), top = box.top(), right = box.right(), bottom = box.bottom();
+  const double dx = rx * (1 - kQuarter), dy = ry * (1 - kQuarter);
+  PaperPath path;
+  path.move(right, top + ry);
+  path.curve({right, top + dy}, {right - dx, top}, {right - rx, top});
+  path.line(left + rx, top);
+  path.curve({left + dx, top}, {left, top + dy}, {left, top + ry});
+  path.line(left, bottom - ry);
+  path.curve({left, bottom - dy}, {left + dx, bottom}, {left + rx, bottom});
+  path.line(right - rx, bottom);
+  path.curve({right - dx, bottom}, {right, bottom - dy}, {right, bottom - ry});
+  path.close();
+  return path;
+}
+
 // Where nothing of the corners is left it is a rectangle.
 void drawRoundBox(const Canvas &canvas, QRect box, int cornerWidth, int cornerHeight, const std::optional<Ink> &ink,
                   const std::optional<Pencil> &pencil) {
@@ -116,6 +137,13 @@ void drawRoundBox(const Canvas &canvas, QRect box, int cornerWidth, int cornerHe
   }
   if (pencil && pencil->inside) box = insideFrame(box, pencil->width);
   if (box.isEmpty()) return;
+  if (canvas.paper) {
+    const double margin = pencil ? 0.5 : 0;
+    const QRectF edges = QRectF(box).adjusted(margin, margin, -margin, -margin);
+    canvas.paper->draw(*canvas.clip, roundPath(edges, cornerWidth, cornerHeight), WINDING, ink ? &*ink : nullptr,
+                       pencil ? &*pencil : nullptr);
+    return;
+  }
   const RoundBox shape(box, cornerWidth, cornerHeight);
   if (pencil && pencil->width > 1) {
     drawWideRoundBox(canvas, shape, ink, *pencil);

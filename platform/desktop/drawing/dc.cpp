@@ -2,6 +2,7 @@
 
 #include "platform/desktop/drawing/dc.h"
 
+#include "platform/desktop/drawing/above.h"
 #include "platform/desktop/drawing/bitmaps.h"
 #include "platform/desktop/drawing/raster.h"
 #include "platform/desktop/lock.h"
@@ -85,6 +86,7 @@ QImage *Dc::image() {
 }
 
 QRect Dc::extent() {
+  if (paper) return {QPoint(), paper->size()};
   if (const QImage *own = target()) return own->rect().translated(-origin);
   const SIZE screen = theScreen().info().size;
   return {0, 0, screen.cx, screen.cy};
@@ -98,17 +100,26 @@ QRect Dc::bounds() {
   return kind == Kind::window ? readable & image->rect() : image->rect();
 }
 
-void Dc::findClip(const QImage &image) {
+void Dc::findClip(const QRect &image) {
   clipSize_ = image.size();
-  clipInImage_ = kind == Kind::memory ? QRegion(image.rect()) : visible & image.rect();
+  clipInImage_ = kind == Kind::window ? visible & image : QRegion(image);
   if (clip) clipInImage_ &= clip->translated(origin);
   clipKnown_ = true;
 }
 
+std::optional<Canvas> Dc::paperCanvas() {
+  if (!paper->hasPage()) return std::nullopt;
+  const QRect all = extent();
+  if (!clipKnown_ || clipSize_ != all.size()) findClip(all);
+  if (clipInImage_.isEmpty()) return std::nullopt;
+  return Canvas{nullptr, 0, all, &clipInImage_, QPoint(), false, paper.get()};
+}
+
 std::optional<Canvas> Dc::canvas(const QRect &overwritten) {
+  if (paper) return paperCanvas();
   QImage *image = target();
   if (!image || image->isNull()) return std::nullopt;
-  if (!clipKnown_ || clipSize_ != image->size()) findClip(*image);
+  if (!clipKnown_ || clipSize_ != image->size()) findClip(image->rect());
   if (clipInImage_.isEmpty()) return std::nullopt;
   const bool whole = overwritten.translated(origin).contains(image->rect()) && clipInImage_ == QRegion(image->rect());
   ownPixels(*image, !whole);
@@ -140,6 +151,13 @@ HDC openWindowDc(HWND window, const std::shared_ptr<Surface> &surface, QPoint or
   dc->origin = origin;
   dc->visible = std::move(visible);
   dc->readable = readable;
+  return openObject<HDC>(dc);
+}
+
+HDC openPaperDc(std::shared_ptr<Paper> paper) {
+  const auto dc = std::make_shared<Dc>();
+  dc->kind = Dc::Kind::paper;
+  dc->paper = std::move(paper);
   return openObject<HDC>(dc);
 }
 
@@ -184,10 +202,11 @@ void fillMixed(Dc &dc, const RECT &rect, COLORREF color, COLORREF other) {
 
 using namespace platform;
 
-HDC CreateDCA(LPCSTR driver, LPCSTR, LPCSTR, const void *) {
+HDC CreateDCA(LPCSTR driver, LPCSTR device, LPCSTR, const void *mode) {
   return locked<HDC>(nullptr, [&]() -> HDC {
-    if (!driver || qstricmp(driver, "DISPLAY") != 0) return nullptr;
-    return openObject<HDC>(std::make_shared<Dc>());
+    if (driver && qstricmp(driver, "DISPLAY") == 0) return openObject<HDC>(std::make_shared<Dc>());
+    std::shared_ptr<Paper> paper = above::paperOf(device, static_cast<const DEVMODEA *>(mode));
+    return paper ? openPaperDc(std::move(paper)) : nullptr;
   });
 }
 
@@ -208,12 +227,15 @@ BOOL DeleteDC(HDC dc) {
 
 int GetDeviceCaps(HDC dc, int index) {
   return locked<int>(0, [&]() -> int {
-    if (!dcOf(dc)) return 0;
+    const auto context = dcOf(dc);
+    if (!context) return 0;
+    if (context->paper) return context->paper->caps(index);
     const ScreenInfo info = theScreen().info();
     const SIZE screen = info.size;
     const int perInch = info.pixelsPerInch;
     const auto millimetres = [perInch](LONG pixels) { return (pixels * 254 + 5 * perInch) / (10 * perInch); };
     switch (index) {
+    case TECHNOLOGY: return DT_RASDISPLAY;
     case HORZSIZE: return millimetres(screen.cx);
     case VERTSIZE: return millimetres(screen.cy);
     case HORZRES: return screen.cx;

@@ -6,13 +6,14 @@
 #pragma once
 
 #include "platform/desktop/drawing/objects.h"
+#include "platform/desktop/drawing/paper.h"
 #include "platform/desktop/drawing/surface.h"
 
 #include <optional>
 
 namespace platform {
 
-// The pixels that one drawing call works on. Good until the end of the call.
+// The pixels that one drawing call works on, or the paper, which has none. Good until the end of the call.
 struct Canvas {
   QRgb *bits;          // of the top left pixel
   qsizetype pitch;     // words from one row to the next
@@ -20,6 +21,7 @@ struct Canvas {
   const QRegion *clip; // where pixels may change, in the image, within bounds
   QPoint origin;       // of the device coordinates in the image
   bool mono;           // pixels are to be only black and white
+  Paper *paper = nullptr;
 
   QRgb *row(int y) const { return bits + y * pitch; }
 };
@@ -31,7 +33,7 @@ constexpr int kFar = 1 << 28;
 QRect rectOf(const RECT &rect);
 
 struct Dc : Object {
-  enum class Kind { display, window, memory };
+  enum class Kind { display, window, memory, paper };
 
   Dc();
   ~Dc() override;
@@ -43,6 +45,7 @@ struct Dc : Object {
   QRegion visible;                  // of the window, in the surface: where it draws,
   QRect readable;                   // and where its pixels are read
   Selected<Bitmap> bitmap;          // of a memory context
+  std::shared_ptr<Paper> paper;     // of a printer's context
 
   Selected<Pen> pen;
   Selected<Brush> brush;
@@ -74,7 +77,7 @@ struct Dc : Object {
   // Whether logical coordinates are device coordinates.
   bool unmapped() const;
 
-  // The whole image, in device coordinates; of a context without one the screen.
+  // The whole image or paper, in device coordinates; of a context without one the screen.
   QRect extent();
   // What of it can be drawn on without a clip of the application.
   QRegion open();
@@ -94,7 +97,8 @@ struct Dc : Object {
 
  private:
   QImage *target();
-  void findClip(const QImage &image);
+  void findClip(const QRect &image);
+  std::optional<Canvas> paperCanvas();
 
   bool clipKnown_ = false;
   QSize clipSize_;
@@ -107,6 +111,8 @@ inline std::shared_ptr<Dc> dcOf(HDC dc) { return drawingHandles().get<Dc>(dc); }
 // visible: where it may draw, likewise. readable: where its pixels may be read.
 HDC openWindowDc(HWND window, const std::shared_ptr<Surface> &surface, QPoint origin, QRegion visible,
                  const QRect &readable);
+// A context that draws on paper.
+HDC openPaperDc(std::shared_ptr<Paper> paper);
 bool closeDc(HDC dc);
 // Closes a context that stands for a window or the screen; others it leaves alone.
 bool releaseDc(HDC dc);

@@ -162,14 +162,18 @@ bool TextFont::useSize(FT_Face file) {
   return FT_Activate_Size(made.size) == 0 && FT_Set_Pixel_Sizes(file, 0, static_cast<FT_UInt>(em_)) == 0;
 }
 
-const Face *TextFont::load(uint16_t code) {
+TextFont::Source TextFont::source(uint16_t code) {
   const char16_t character = characterOf(code);
   const Face *face = typeface_->with(character);
   if (!face) face = typeface_->main();
+  return {face, face ? FT_Get_Char_Index(face->file, character) : 0}; // 0 is the mark of a missing one
+}
+
+const Face *TextFont::load(uint16_t code) {
+  const auto [face, glyph] = source(code);
   if (!face || !useSize(face->file)) return nullptr;
   const FT_Int32 flags = FT_LOAD_NO_BITMAP | (em_ > kHinted ? FT_LOAD_NO_HINTING : FT_LOAD_DEFAULT);
-  const FT_UInt index = FT_Get_Char_Index(face->file, character); // 0 is the mark of a missing one
-  return FT_Load_Glyph(face->file, index, flags) == 0 ? face : nullptr;
+  return FT_Load_Glyph(face->file, glyph, flags) == 0 ? face : nullptr;
 }
 
 int TextFont::measured(uint16_t code) {

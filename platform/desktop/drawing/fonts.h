@@ -39,6 +39,16 @@ class TextFont {
   bool fixed() const { return fixed_; }
   bool serif() const { return typeface_->wish().serif; }
 
+  // The file that a character comes from, and its number there, for who takes its outline without a size. face is null
+  // where there are no files. Units of the em are em() pixels high, and that times wider() wide.
+  struct Source {
+    const Face *face;
+    FT_UInt glyph;
+  };
+  Source source(uint16_t code);
+  int em() const { return em_; }
+  double wider() const { return wider_; }
+
   // How far the next character begins.
   int advance(uint16_t code) {
     const Glyph &glyph = glyphOf(code);

@@ -6,6 +6,8 @@
 #include "platform/desktop/drawing/raster.h"
 #include "platform/desktop/lock.h"
 
+#include <new>
+
 namespace platform {
 
 namespace {
@@ -71,6 +73,23 @@ void drawPicture(const Canvas &canvas, const IconPicture &picture, const Box &bo
   }
 }
 
+// For paper: what the mask keeps is transparent, and what an icon turns is turned from white.
+QImage printed(const IconPicture &picture, const Effects &effects) {
+  QImage image(picture.color.size(), QImage::Format_ARGB32);
+  if (image.isNull()) throw std::bad_alloc();
+  for (int y = 0; y < image.height(); ++y) {
+    const auto *const color = reinterpret_cast<const QRgb *>(picture.color.constScanLine(y));
+    const auto *const mask = reinterpret_cast<const QRgb *>(picture.mask.constScanLine(y));
+    auto *const row = reinterpret_cast<QRgb *>(image.scanLine(y));
+    for (int x = 0; x < image.width(); ++x) {
+      const QRgb onWhite = effects.on(kWhite, color[x], mask[x]), onBlack = effects.on(kOpaque, color[x], mask[x]);
+      const bool kept = (onWhite | kOpaque) == kWhite && (onBlack | kOpaque) == kOpaque;
+      row[x] = kept ? 0 : picture.alpha && onWhite != onBlack ? color[x] : onWhite | kOpaque;
+    }
+  }
+  return image;
+}
+
 // ground: null for none.
 bool drawIcon(Dc &dc, const Icon &icon, const Box &box, UINT flags, const Brush *ground) {
   if (box.empty() || !(flags & DI_NORMAL)) return true;
@@ -82,7 +101,11 @@ bool drawIcon(Dc &dc, const Icon &icon, const Box &box, UINT flags, const Brush 
     ink->rop2 = R2_COPYPEN;
     fillRect(*canvas, area, *ink);
   }
-  drawPicture(*canvas, icon.picture, box, area, flags);
+  if (canvas->paper)
+    canvas->paper->picture(*canvas->clip, box.rect(),
+                           printed(icon.picture, Effects(*canvas, icon.picture.alpha, flags)));
+  else
+    drawPicture(*canvas, icon.picture, box, area, flags);
   dc.drawn(area);
   return true;
 }

@@ -233,7 +233,8 @@ std::optional<Pencil> pencilOf(const Dc &dc, const Canvas &canvas) {
   Pencil pencil;
   pencil.width = widthOf(dc, pen.width);
   pencil.inside = pen.style == PS_INSIDEFRAME;
-  if (pencil.width == 1) pencil.dashes = dashesOf(pen.style);
+  // on paper the pixels of a line that is thin on the screen are many
+  if (pencil.width == 1 || (canvas.paper && pen.width <= 1)) pencil.dashes = dashesOf(pen.style);
   pencil.ink.rop2 = pencil.gap.rop2 = dc.rop2;
   pencil.ink.color = shownOn(canvas, pen.color, dc.bkColor);
   pencil.gap.color = backgroundShown(canvas, pen.color, dc.bkColor);
@@ -241,8 +242,23 @@ std::optional<Pencil> pencilOf(const Dc &dc, const Canvas &canvas) {
   return pencil;
 }
 
+PaperPath pathOf(std::span<const POINT> points, bool closed) {
+  PaperPath path;
+  for (const POINT &point : points)
+    if (path.steps.empty())
+      path.move(point.x + 0.5, point.y + 0.5);
+    else
+      path.line(point.x + 0.5, point.y + 0.5);
+  if (closed) path.close();
+  return path;
+}
+
 void drawLines(const Canvas &canvas, const Pencil &pencil, std::span<const POINT> points, bool closed) {
   if (points.empty()) return;
+  if (canvas.paper) {
+    canvas.paper->draw(*canvas.clip, pathOf(points, closed), ALTERNATE, nullptr, &pencil);
+    return;
+  }
   if (pencil.width > 1) {
     Spans spans = strokeOf(canvas, pencil.width, points, closed);
     spans.fill(canvas, pencil.ink);

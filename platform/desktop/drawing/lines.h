@@ -21,6 +21,9 @@ struct Pencil {
 // Nothing for the null pen.
 std::optional<Pencil> pencilOf(const Dc &dc, const Canvas &canvas);
 
+// For paper: through the middles of pixels.
+PaperPath pathOf(std::span<const POINT> points, bool closed);
+
 // Draws from point to point and leaves the last pixel out.
 // closed: comes back to the first point.
 void drawLines(const Canvas &canvas, const Pencil &pencil, std::span<const POINT> points, bool closed = false);

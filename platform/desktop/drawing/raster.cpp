@@ -132,11 +132,15 @@ std::span<const QRect> clipAt(const Canvas &canvas, int top, int bottom) {
 }
 
 Filler::Filler(const Canvas &canvas, const Ink &ink)
-    : canvas_(canvas), clip_(canvas.clip->boundingRect()), simple_(canvas.clip->rectCount() == 1), hatch_(ink.hatch),
-      hatchOrigin_(ink.hatchOrigin), line_(effectOf(ink.rop2, ink.color)),
+    : canvas_(canvas), ink_(ink), clip_(canvas.clip->boundingRect()), simple_(canvas.clip->rectCount() == 1),
+      hatch_(ink.hatch), hatchOrigin_(ink.hatchOrigin), line_(effectOf(ink.rop2, ink.color)),
       gap_(ink.transparent ? effectOf(R2_NOP, 0) : effectOf(ink.rop2, ink.background)) {}
 
 void Filler::rect(const QRect &rect) const {
+  if (canvas_.paper) {
+    canvas_.paper->fill(*canvas_.clip, rect, ink_);
+    return;
+  }
   if (simple_) {
     part(common(clip_, rect));
     return;
@@ -146,7 +150,7 @@ void Filler::rect(const QRect &rect) const {
 
 // Shapes are made of a great many of them.
 void Filler::row(int y, int left, int right) const {
-  if (!simple_ || hatch_) {
+  if (!simple_ || hatch_ || canvas_.paper) {
     rect(QRect(QPoint(left, y), QPoint(right - 1, y)));
     return;
   }
@@ -156,6 +160,10 @@ void Filler::row(int y, int left, int right) const {
 
 void Filler::part(const QRect &rect) const {
   if (rect.isEmpty()) return;
+  if (canvas_.paper) {
+    canvas_.paper->fill(*canvas_.clip, rect, ink_);
+    return;
+  }
   if (hatch_) {
     hatchPart(rect);
     return;
@@ -199,7 +207,7 @@ void fillRegion(const Canvas &canvas, const QRegion &region, const Ink &ink) {
 }
 
 void setPixel(const Canvas &canvas, QPoint at, const Ink &ink) {
-  if (ink.hatch) {
+  if (ink.hatch || canvas.paper) {
     fillRect(canvas, QRect(at, at), ink);
     return;
   }

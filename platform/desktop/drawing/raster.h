@@ -57,7 +57,7 @@ inline QRect common(const QRect &a, const QRect &b) {
 // from left to right, so that of many only these cost time.
 std::span<const QRect> clipAt(const Canvas &canvas, int top, int bottom);
 
-// Draws many spans and rectangles with one ink.
+// Draws many spans and rectangles with one ink, which outlives it.
 class Filler {
  public:
   Filler(const Canvas &canvas, const Ink &ink);
@@ -72,6 +72,7 @@ class Filler {
   void hatchRow(QRgb *row, int count, int x, int y) const;
 
   const Canvas &canvas_;
+  const Ink &ink_;
   const QRect clip_;  // round all rectangles of the canvas' clip
   const bool simple_; // there is just one
   const uint8_t *hatch_;

@@ -29,6 +29,10 @@ QRect filledBox(const Dc &dc, int left, int top, int right, int bottom) {
 
 void drawPolygon(const Canvas &canvas, std::span<const POINT> points, int mode, const std::optional<Ink> &ink,
                  const std::optional<Pencil> &pencil) {
+  if (canvas.paper) {
+    canvas.paper->draw(*canvas.clip, pathOf(points, true), mode, ink ? &*ink : nullptr, pencil ? &*pencil : nullptr);
+    return;
+  }
   const bool wide = pencil && pencil->width > 1;
   const Spans outline = wide ? strokeOf(canvas, pencil->width, points, true) : Spans(canvas);
   if (ink) {
@@ -76,8 +80,8 @@ void drawRectangle(const Canvas &canvas, QRect box, const std::optional<Ink> &in
   }
   if (pencil->inside) box = insideFrame(box, pencil->width);
   const std::array<POINT, 4> corners = frameOf(box);
-  if (pencil->width > 1) {
-    if (box.width() > 2 * pencil->width && box.height() > 2 * pencil->width)
+  if (pencil->width > 1 || canvas.paper) {
+    if (!canvas.paper && box.width() > 2 * pencil->width && box.height() > 2 * pencil->width)
       drawWideFrame(canvas, box, ink, *pencil);
     else
       drawPolygon(canvas, corners, WINDING, ink, pencil);

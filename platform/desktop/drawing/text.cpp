@@ -140,6 +140,10 @@ void TextPen::fillBand(const Line &line, int64_t from, int64_t to, int top, int 
     return POINT{whole(line.x + steps * cosine_ + below * sine_), whole(line.y - steps * sine_ + below * cosine_)};
   };
   const POINT corners[] = {corner(from, top), corner(to, top), corner(to, bottom), corner(from, bottom)};
+  if (canvas_->paper) {
+    canvas_->paper->draw(*canvas_->clip & limits_, pathOf(corners, true), WINDING, &ink, nullptr);
+    return;
+  }
   Spans spans(limits_);
   addPolygon(spans, corners, WINDING, canvas_->origin);
   spans.fill(*canvas_, ink);
@@ -157,13 +161,23 @@ void TextPen::draw(POINT at, Run run) {
   if (dc_.bkMode == OPAQUE)
     fillBand(line, 0, width, -metrics.ascent, metrics.descent, backgroundShown(*canvas_, dc_.textColor, dc_.bkColor));
   int64_t distance = 0;
-  for (const uint16_t code : run) {
+  if (canvas_->paper) drawOnPaper(line, run);
+  for (const uint16_t code : canvas_->paper ? Run() : run) {
     drawCharacter(code, along(line, distance));
     distance += font_->advance(code);
   }
   const auto band = [&](int top, int thickness) { fillBand(line, 0, width, top, top + thickness, color_); };
   if (font_->description().lfUnderline) band(metrics.underline, metrics.underlineWidth);
   if (font_->description().lfStrikeOut) band(metrics.strikeOut, metrics.strikeOutWidth);
+}
+
+// Most text lies within its limits; a page then does without a clip for each.
+void TextPen::drawOnPaper(const Line &line, Run run) {
+  const TextMetrics &metrics = font_->metrics();
+  const QRect reach(whole(line.x), whole(line.y) - metrics.ascent, near(line.width), font_->height());
+  const bool inside = upright_ && limits_.contains(reach);
+  const QRegion clip = inside ? *canvas_->clip : *canvas_->clip & limits_;
+  canvas_->paper->text(clip, {*font_, run, line.x, line.y, cosine_, sine_, color_});
 }
 
 void TextPen::underline(POINT at, int64_t from, int64_t width) {

@@ -52,6 +52,7 @@ class TextPen {
   QPoint along(const Line &line, int64_t distance) const;
   void fillBand(const Line &line, int64_t from, int64_t to, int top, int bottom, QRgb color);
   void drawCharacter(uint16_t code, QPoint at);
+  void drawOnPaper(const Line &line, Run run);
   void drawBig(uint16_t code, QPoint at);
   void drawMask(const Mask &mask, QPoint at);
   void mark(const QRect &rect);

@@ -1,0 +1,217 @@
+/* Printers, their settings, the print dialog, and documents drawn through a printer's context.
+ *
+ * Here one printer is always there: "PDF" writes a file of that form. Those of the system's spooler (CUPS) come after it.
+ * On paper, lines, fills and hatches stay lines and areas, text stays text that can be searched, with its characters in the
+ * file, and bitmaps keep their pixels. Paper can't be read: raster operations find white where they need what is there, or
+ * black where the source would not be seen otherwise, and GetPixel and copies from paper fail. Hatches and dashes have the
+ * size that they have on a screen. */
+#ifndef PLATFORM_WINAPI_PRINTING_H
+#define PLATFORM_WINAPI_PRINTING_H
+
+#include "platform/winapi/memory.h"
+#include "platform/winapi/types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Settings of a printer. Of those that a program hands in, the ones count that dmFields names. */
+
+#define CCHDEVICENAME 32
+#define CCHFORMNAME 32
+#define DM_SPECVERSION 0x0401
+#define DM_ORIENTATION 0x0001u
+#define DM_PAPERSIZE 0x0002u
+#define DM_PAPERLENGTH 0x0004u
+#define DM_PAPERWIDTH 0x0008u
+#define DM_SCALE 0x0010u
+#define DM_COPIES 0x0100u
+#define DM_DEFAULTSOURCE 0x0200u
+#define DM_PRINTQUALITY 0x0400u
+#define DM_COLOR 0x0800u
+#define DM_DUPLEX 0x1000u
+#define DM_YRESOLUTION 0x2000u
+#define DM_COLLATE 0x8000u
+#define DMORIENT_PORTRAIT 1
+#define DMORIENT_LANDSCAPE 2
+#define DMPAPER_LETTER 1
+#define DMPAPER_TABLOID 3
+#define DMPAPER_LEGAL 5
+#define DMPAPER_EXECUTIVE 7
+#define DMPAPER_A3 8
+#define DMPAPER_A4 9
+#define DMPAPER_A5 11
+#define DMPAPER_B4 12
+#define DMPAPER_B5 13
+#define DMPAPER_USER 256
+#define DMRES_DRAFT (-1)
+#define DMRES_LOW (-2)
+#define DMRES_MEDIUM (-3)
+#define DMRES_HIGH (-4)
+#define DMCOLOR_MONOCHROME 1
+#define DMCOLOR_COLOR 2
+#define DMDUP_SIMPLEX 1
+#define DMCOLLATE_FALSE 0
+#define DMCOLLATE_TRUE 1
+
+typedef struct _devicemodeA {
+  BYTE dmDeviceName[CCHDEVICENAME]; /* its first 31 bytes */
+  WORD dmSpecVersion, dmDriverVersion, dmSize, dmDriverExtra;
+  DWORD dmFields;      /* DM_...: what of the following counts */
+  short dmOrientation; /* DMORIENT_... */
+  short dmPaperSize;   /* DMPAPER_... */
+  short dmPaperLength; /* of other sheets, in tenths of a millimetre, upright */
+  short dmPaperWidth;
+  short dmScale;
+  short dmCopies;
+  short dmDefaultSource;
+  short dmPrintQuality; /* dots in an inch, or DMRES_... */
+  short dmColor, dmDuplex;
+  short dmYResolution; /* dots in an inch downwards, when they are others */
+  short dmTTOption, dmCollate;
+  BYTE dmFormName[CCHFORMNAME];
+  WORD dmLogPixels;
+  DWORD dmBitsPerPel, dmPelsWidth, dmPelsHeight, dmDisplayFlags, dmDisplayFrequency, dmICMMethod, dmICMIntent,
+      dmMediaType, dmDitherType, dmReserved1, dmReserved2, dmPanningWidth, dmPanningHeight;
+} DEVMODEA;
+
+/* Names of a printer: texts at so many bytes from the beginning of the record. */
+typedef struct tagDEVNAMES {
+  WORD wDriverOffset, wDeviceOffset, wOutputOffset;
+  WORD wDefault; /* DN_DEFAULTPRN for the default printer */
+} DEVNAMES;
+
+#define DN_DEFAULTPRN 0x0001u
+
+/* The list of printers. */
+
+#define PRINTER_ENUM_DEFAULT 0x0001u
+#define PRINTER_ENUM_LOCAL 0x0002u
+#define PRINTER_ENUM_CONNECTIONS 0x0004u
+#define PRINTER_ENUM_NAME 0x0008u
+#define PRINTER_ENUM_ICON8 0x00800000u
+#define PRINTER_ATTRIBUTE_QUEUED 0x0001u
+#define PRINTER_ATTRIBUTE_DEFAULT 0x0004u
+#define PRINTER_ATTRIBUTE_LOCAL 0x0040u
+
+typedef struct _PRINTER_INFO_1A {
+  DWORD Flags;
+  LPSTR pDescription, pName, pComment;
+} PRINTER_INFO_1A;
+
+typedef struct _PRINTER_INFO_2A {
+  LPSTR pServerName, pPrinterName, pShareName, pPortName, pDriverName, pComment, pLocation;
+  DEVMODEA *pDevMode;
+  LPSTR pSepFile, pPrintProcessor, pDatatype, pParameters;
+  LPVOID pSecurityDescriptor;
+  DWORD Attributes, Priority, DefaultPriority, StartTime, UntilTime, Status, cJobs, AveragePPM;
+} PRINTER_INFO_2A;
+
+typedef struct _PRINTER_INFO_4A {
+  LPSTR pPrinterName, pServerName;
+  DWORD Attributes;
+} PRINTER_INFO_4A;
+
+typedef struct _PRINTER_INFO_5A {
+  LPSTR pPrinterName, pPortName;
+  DWORD Attributes, DeviceNotSelectedTimeout, TransmissionRetryTimeout;
+} PRINTER_INFO_5A;
+
+/* Writes records of a level (1, 2, 4, 5) to a buffer, and behind them the texts that they point at. name has no effect.
+ * needed: gets the size of it all. returned: the number of records.
+ * Result: FALSE with ERROR_INSUFFICIENT_BUFFER when the buffer is too small. */
+PLATFORM_API BOOL WINAPI EnumPrintersA(DWORD flags, LPSTR name, DWORD level, BYTE *buffer, DWORD size, DWORD *needed,
+                                       DWORD *returned);
+/* size: of the buffer; gets that of the name with its end mark. */
+PLATFORM_API BOOL WINAPI GetDefaultPrinterA(LPSTR buffer, DWORD *size);
+
+/* The print dialog. */
+
+#define PD_ALLPAGES 0x00000000u
+#define PD_SELECTION 0x00000001u
+#define PD_PAGENUMS 0x00000002u
+#define PD_NOSELECTION 0x00000004u
+#define PD_NOPAGENUMS 0x00000008u
+#define PD_COLLATE 0x00000010u
+#define PD_PRINTTOFILE 0x00000020u
+#define PD_PRINTSETUP 0x00000040u
+#define PD_RETURNDC 0x00000100u
+#define PD_RETURNIC 0x00000200u
+#define PD_RETURNDEFAULT 0x00000400u
+#define PD_USEDEVMODECOPIES 0x00040000u
+#define PD_USEDEVMODECOPIESANDCOLLATE 0x00040000u
+#define PD_DISABLEPRINTTOFILE 0x00080000u
+#define PD_HIDEPRINTTOFILE 0x00100000u
+
+typedef UINT_PTR(CALLBACK *LPPRINTHOOKPROC)(HWND, UINT, WPARAM, LPARAM);
+typedef UINT_PTR(CALLBACK *LPSETUPHOOKPROC)(HWND, UINT, WPARAM, LPARAM);
+
+#if UINTPTR_MAX == 0xFFFFFFFFu
+#pragma pack(push, 1)
+#endif
+typedef struct tagPDA {
+  DWORD lStructSize;
+  HWND hwndOwner;
+  HGLOBAL hDevMode;  /* of a DEVMODEA; the caller's to free, whoever made it */
+  HGLOBAL hDevNames; /* of a DEVNAMES, likewise */
+  HDC hDC;           /* with PD_RETURNDC or PD_RETURNIC, to be ended with DeleteDC */
+  DWORD Flags;
+  WORD nFromPage, nToPage, nMinPage, nMaxPage, nCopies;
+  HINSTANCE hInstance;
+  LPARAM lCustData;
+  LPPRINTHOOKPROC lpfnPrintHook;
+  LPSETUPHOOKPROC lpfnSetupHook;
+  LPCSTR lpPrintTemplateName, lpSetupTemplateName;
+  HGLOBAL hPrintTemplate, hSetupTemplate;
+} PRINTDLGA;
+#if UINTPTR_MAX == 0xFFFFFFFFu
+#pragma pack(pop)
+#endif
+
+/* Fills hDevMode and hDevNames. With PD_RETURNDEFAULT both are null before, and get the default printer's; otherwise they
+ * say what the user begins with. Nothing is asked: the answer is what the user began with. Hooks and templates have no
+ * effect.
+ * Result: FALSE when there is no such printer. */
+PLATFORM_API BOOL WINAPI PrintDlgA(PRINTDLGA *dialog);
+
+/* Documents. Results above 0 are successes, others errors, SP_... */
+
+#define SP_ERROR (-1)
+#define SP_APPABORT (-2)
+#define SP_USERABORT (-3)
+#define SP_OUTOFDISK (-4)
+#define SP_OUTOFMEMORY (-5)
+
+typedef struct _DOCINFOA {
+  int cbSize;
+  LPCSTR lpszDocName;
+  LPCSTR lpszOutput; /* the file to write; null for the printer's own way */
+  LPCSTR lpszDatatype;
+  DWORD fwType;
+} DOCINFOA;
+
+/* Result: whether to go on. */
+typedef BOOL(CALLBACK *ABORTPROC)(HDC, int);
+
+/* Begins a document. Nothing can be drawn before StartPage. The "PDF" printer writes the output file, else
+ * "<document name>.pdf" in the current folder or, where that is taken, the same with a number. The file has its name only
+ * from EndDoc on, when it is whole; before it lies beside that, under another one.
+ * Result: the document's number. */
+PLATFORM_API int WINAPI StartDocA(HDC dc, const DOCINFOA *info);
+PLATFORM_API int WINAPI StartPage(HDC dc);
+/* Asks the abort procedure whether to go on. If not, the document is given up. */
+PLATFORM_API int WINAPI EndPage(HDC dc);
+/* Ends a page that was not ended too. A document without pages leaves no file behind. */
+PLATFORM_API int WINAPI EndDoc(HDC dc);
+/* Gives a document up: nothing is left of it. So does DeleteDC with one that was not ended. */
+PLATFORM_API int WINAPI AbortDoc(HDC dc);
+/* procedure: null for none. */
+PLATFORM_API int WINAPI SetAbortProc(HDC dc, ABORTPROC procedure);
+/* Changes the settings, from the next page on. Result: the context; null within a page. */
+PLATFORM_API HDC WINAPI ResetDCA(HDC dc, const DEVMODEA *mode);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
