@@ -37,6 +37,7 @@
 #include "platform/winapi/controls.h"
 #include "platform/winapi/tooltips.h"
 #include "platform/winapi/boxes.h"
+#include "platform/winapi/dialogs.h"
 
 /* Drawing. */
 #include "platform/winapi/colours.h"
