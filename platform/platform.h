@@ -14,7 +14,9 @@
 #include <windows.h>
 /* in this order */
 #include <commctrl.h>
+#include <commdlg.h>
 #include <objbase.h>
+#include <shlobj.h>
 
 #define PLATFORM_EXPORT __declspec(dllexport)
 #define PLATFORM_IMPORT __declspec(dllimport)

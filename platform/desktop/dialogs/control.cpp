@@ -9,6 +9,7 @@ namespace platform {
 
 const char *const kDialogClass = "#32770";
 const char *const kButtonClass = "Button";
+const char *const kEditClass = "Edit";
 const char *const kLabelClass = "Static";
 
 namespace {
@@ -27,11 +28,12 @@ std::shared_ptr<Control> controlOf(HWND window) {
 
 } // namespace
 
-void registerControl(const char *name, WNDPROC procedure, UINT style, LPCSTR cursor) {
+void registerControl(const char *name, WNDPROC procedure, UINT style, LPCSTR cursor, int extra) {
   if (findClass(name)) return;
   WNDCLASSA made{};
   made.style = style;
   made.lpfnWndProc = procedure;
+  made.cbWndExtra = extra;
   made.hCursor = LoadCursorA(nullptr, cursor);
   made.lpszClassName = name;
   RegisterClassA(&made);

@@ -54,10 +54,12 @@ template <typename Kind> LRESULT CALLBACK procedureOf(HWND window, UINT message,
 // The classes, which are there from the first call on.
 extern const char *const kDialogClass;
 extern const char *const kButtonClass;
+extern const char *const kEditClass;
 extern const char *const kLabelClass;
-void registerControl(const char *name, WNDPROC procedure, UINT style, LPCSTR cursor);
+void registerControl(const char *name, WNDPROC procedure, UINT style, LPCSTR cursor, int extra = 0);
 
 LRESULT CALLBACK buttonProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK editProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK labelProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // What is selected into a context, until the end of the scope.

@@ -13,6 +13,8 @@ namespace platform {
 
 namespace {
 
+constexpr int kDialogWords = 4; // for the program: an answer, a procedure, its own
+
 std::atomic<bool> keptOpen = false;
 
 using PartMaker = std::function<std::shared_ptr<Control>(HWND)>;
@@ -27,16 +29,18 @@ LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
 }
 
 void registerClasses() {
-  registerControl(kDialogClass, dialogProcedure, CS_DBLCLKS, IDC_ARROW);
+  registerControl(kDialogClass, dialogProcedure, CS_DBLCLKS, IDC_ARROW,
+                  kDialogWords * static_cast<int>(sizeof(LONG_PTR)));
   registerControl(kButtonClass, buttonProcedure, CS_DBLCLKS, IDC_ARROW);
+  registerControl(kEditClass, editProcedure, CS_DBLCLKS, IDC_IBEAM);
   registerControl(kLabelClass, labelProcedure, 0, IDC_ARROW);
 }
 
-HWND makeWindow(const DialogLook &look, HWND owner, const PartMaker &make) {
+HWND makeWindow(const DialogLook &look, const RECT &place, HWND parent, HMENU id, const PartMaker &make) {
   registerClasses();
   making = &make;
-  const HWND made = CreateWindowExA(look.exStyle, kDialogClass, look.caption.c_str(), look.style, 0, 0, 0, 0, owner,
-                                    nullptr, nullptr, nullptr);
+  const HWND made = CreateWindowExA(look.exStyle, kDialogClass, look.caption.c_str(), look.style, place.left, place.top,
+                                    place.right - place.left, place.bottom - place.top, parent, id, nullptr, nullptr);
   making = nullptr;
   return made;
 }
@@ -274,13 +278,15 @@ struct Modal {
 int runDialog(HWND owner, Disables disables, const DialogLook &look, const DialogMaker &make) {
   std::shared_ptr<Dialog> dialog;
   const HWND root = owner ? GetAncestor(owner, GA_ROOT) : nullptr;
-  const HWND handle = makeWindow(look, root, [&](HWND window) { return dialog = make(window); });
+  const HWND handle = makeWindow(look, {}, root, nullptr, [&](HWND window) { return dialog = make(window); });
   if (!handle || !dialog) return 0;
   return Modal{*dialog, handle}.run(root, disables);
 }
 
-HWND addPart(HWND dialog, const PartMaker &make) {
-  return makeWindow({"", WS_CHILD | WS_VISIBLE, WS_EX_NOPARENTNOTIFY}, dialog, make);
+HWND addPart(HWND dialog, const RECT &place, int id, DialogLook look, const PartMaker &make) {
+  look.style |= WS_CHILD | WS_VISIBLE;
+  look.exStyle |= WS_EX_NOPARENTNOTIFY;
+  return makeWindow(look, place, dialog, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), make);
 }
 
 } // namespace platform

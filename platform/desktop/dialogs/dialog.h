@@ -72,8 +72,9 @@ enum class Disables { owner, thread };
 // Shows a dialog and runs it to its end. owner: any window of the caller's, or null. Result: what it was ended with; 0 when it
 // could not be made, or was destroyed.
 int runDialog(HWND owner, Disables disables, const DialogLook &look, const DialogMaker &make);
-// Makes a window of the class of dialogs without controls, as a child of one, for a control's object.
-HWND addPart(HWND dialog, const std::function<std::shared_ptr<Control>(HWND)> &make);
+// Makes a child of a dialog for an object that is no control of a class of its own.
+HWND addPart(HWND dialog, const RECT &place, int id, DialogLook look,
+             const std::function<std::shared_ptr<Control>(HWND)> &make);
 
 // Whether nobody is there to answer dialogs, so that they answer themselves.
 bool answersItself();
