@@ -59,13 +59,15 @@ bool readHeader(WqSoundFileWav *wav) {
   return true;
 }
 
-// Takes the file's length as the size of its samples. A length that 32 bits don't hold is refused.
+// Takes the file's length as the size of its samples. A longer file than 32 bits can tell is not left open.
 bool measure(WqSoundFileWav *wav) {
-  if (std::fseek(wav->file, 0, SEEK_END) != 0) return false;
-  const int64_t length = std::ftell(wav->file);
-  if (length < 0 || length > UINT32_MAX) return false;
-  wav->dataSize = static_cast<uint32_t>(length);
-  return std::fseek(wav->file, 0, SEEK_SET) == 0;
+  const int64_t length = platformSeekStream(wav->file, 0, SEEK_END);
+  const bool known = length >= 0 && length <= UINT32_MAX && platformSeekStream(wav->file, 0, SEEK_SET) == 0;
+  if (known)
+    wav->dataSize = static_cast<uint32_t>(length);
+  else
+    WqSoundFileWav_close(wav);
+  return known;
 }
 
 // Builds a header in order.
@@ -104,8 +106,8 @@ void WqSoundFileWav_setFormat(WqSoundFileWav *wav, uint32_t sampleRate, uint32_t
 }
 
 int WqSoundFileWav_open(WqSoundFileWav *wav, const char *fileName) {
-  WqSoundFileWav_close(wav);
   if (*fileName == '\0') return 0;
+  WqSoundFileWav_close(wav);
   wav->file = platformOpenStream(fileName, wav->write ? "wb" : "rb");
   if (!wav->file) return 0;
   if (wav->write) return wav->header ? WqSoundFileWav_skipHeader(wav) : 1;

@@ -117,9 +117,12 @@ WQ_API void WqSoundFileWav_setFormat(WqSoundFileWav *wav, uint32_t sampleRate, u
  * 8, 16 or 32 bits. Then the word "data" is searched byte by byte, without regard to chunk sizes; a byte that breaks a
  * match is not looked at again, so that "dadata" is missed. Neither sizes nor rates are checked.
  *
- * Result: 1; 0 when the file can't be opened, its header is refused, or no data chunk is found before its end. After a
- * refusal the file is still open and the fields read so far stand in the record: the caller calls WqSoundFileWav_close.
- * Bad input: an empty name gives 0. */
+ * A file that the record has open is closed first.
+ *
+ * Result: 1; 0 when the file can't be opened, its header is refused, no data chunk is found before its end, or raw samples
+ * are 4 GB or more. After a refused header the file is still open and the fields read so far stand in the record: the
+ * caller calls WqSoundFileWav_close.
+ * Bad input: an empty name gives 0, and nothing else happens. */
 WQ_API int WqSoundFileWav_open(WqSoundFileWav *wav, const char *fileName);
 
 /* Moves the stream to offset 44, behind a header as WqSoundFileWav_writeHeader writes it, whatever the file holds.

@@ -62,6 +62,7 @@ int WqRingBuf_Ungetc(WqRingBuf *ring, uint8_t byte) {
 
 int WqRingBuf_PutBlock(WqRingBuf *ring, const void *bytes, uint32_t size) {
   if (!ring->buffer || size >= ring->capacity - ring->count) return 0;
+  if (size == 0) return 1; // there may be no bytes to point at
   const auto *source = static_cast<const uint8_t *>(bytes);
   const uint32_t upToEnd = std::min(size, ring->capacity - ring->writeIx);
   WqMem_Copy(ring->buffer + ring->writeIx, source, upToEnd);

@@ -14,9 +14,9 @@ void place(WqTree *parent, WqTree *sibling, WqTree *node) {
   ++parent->childCount;
 }
 
-bool isAncestor(const WqTree *ancestor, const WqTree *node) {
-  while (node && node != ancestor) node = node->parent;
-  return node == ancestor;
+// Whether a node's parent has it among its children. A node that was taken out still shows where it was.
+bool isHeld(const WqTree *node) {
+  return node->parent && (node->prev ? node->prev->next : node->parent->firstChild) == node;
 }
 
 } // namespace
@@ -53,9 +53,10 @@ void WqTree_Disconnect(WqTree *node) {
   --parent->childCount;
 }
 
+// Nothing above the two parents is looked at: it may be gone by now, where a subtree was taken out of a tree.
 int WqTree_Swap(WqTree *a, WqTree *b) {
-  if (!a || !b || !a->parent || !b->parent) return 0;
-  if (isAncestor(a, b) || isAncestor(b, a)) return 0;
+  if (!a || !b || a == b || !isHeld(a) || !isHeld(b)) return 0;
+  if (a->parent == b || b->parent == a) return 0;
   if (a->prev == b) {
     WqTree_Disconnect(a);
     place(b->parent, b->prev, a);

@@ -301,8 +301,9 @@ WQ_API void WqTree_AddBottom(WqTree *parent, WqTree *node);
 WQ_API void WqTree_Disconnect(WqTree *node);
 
 /* Exchanges the places of two nodes, each with its subtree.
- * Result: 1; 0 when refused, and nothing has changed: for null, for a node without a parent, for a node and itself, and
- * for a node and one of its own ancestors. */
+ * a, b: neither lies in the other's subtree; deeper than a child this isn't checked, so that the depth costs nothing.
+ * Result: 1; 0 when refused, and nothing has changed: for null, for a root, for a node that its parent doesn't hold any
+ * more, for a node and itself, and for a node and its own parent. */
 WQ_API int WqTree_Swap(WqTree *a, WqTree *b);
 
 /* Result: the number of a node's ancestors: 0 for a root, 1 for its children, and so on. */
@@ -366,7 +367,7 @@ WQ_API int WqRingBuf_Ungetc(WqRingBuf *ring, uint8_t byte);
 
 /* Appends a block whole or not at all. At least one byte stays free behind it: a block as large as the free space is
  * refused, and so is any block, of 0 bytes too, on a full ring.
- * size: in bytes.
+ * bytes: may be null where size is 0. size: in bytes.
  * Result: 1; 0 if refused, and the ring stays as it was. */
 WQ_API int WqRingBuf_PutBlock(WqRingBuf *ring, const void *bytes, uint32_t size);
 

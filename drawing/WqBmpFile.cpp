@@ -15,12 +15,14 @@
 
 namespace {
 
-using Bytes = std::span<const uint8_t>;
+using Bytes = std::span<uint8_t>; // of our own copy
 
 constexpr uint64_t kOffBitsAt = 10; // in the file header
 constexpr uint64_t kInfoAt = 14;
 constexpr uint64_t kMasksAt = 54;
-constexpr uint32_t kPlainInfo = 40; // bytes of a header without additions
+constexpr uint32_t kPlainInfo = 40;    // bytes of a header without additions
+constexpr uint32_t kCoreInfo = 12;     // bytes of the oldest header, which has fewer fields and colours of three bytes
+constexpr uint8_t kEndMark[] = {0, 1}; // of a run-length coded picture
 
 // What the platform is told: colours, or masks in the place of the first three.
 struct Info {
@@ -29,7 +31,7 @@ struct Info {
 };
 
 // The whole of a file, empty if it can't be read. The rows behind a plain header lie on four bytes in memory, as the
-// platform has rows.
+// platform has rows. Behind the file there is room for an end mark.
 class Content {
  public:
   explicit Content(const char *path) {
@@ -37,8 +39,10 @@ class Content {
     WqFile_Init(&file);
     WqFile_Path(&file, path);
     uint32_t size = 0;
-    if (WqFile_ReadOpen(&file) && WqFile_Size(&file, &size) != 0xFFFFFFFF)
-      block_ = static_cast<uint8_t *>(WqMem_Alloc(kAhead + size_t{size}));
+    if (WqFile_ReadOpen(&file) && WqFile_Size(&file, &size) != 0xFFFFFFFF) {
+      const size_t room = kAhead + size_t{size} + sizeof kEndMark;
+      if (room > size) block_ = static_cast<uint8_t *>(WqMem_Alloc(room)); // in 32 bits the sum can wrap
+    }
     if (block_) bytes_ = {block_ + kAhead, WqFile_Read(&file, block_ + kAhead, size)};
     WqFile_Close(&file);
   }
@@ -64,32 +68,55 @@ bool read(Bytes file, uint64_t at, void *value, size_t size) {
   return true;
 }
 
-// Result: the bytes that a run-length coded picture takes; 0 when it doesn't end, or leaves its rectangle. Some programs
-// fill each row up to four pixels; what is too much the platform leaves out.
-size_t codedSize(Bytes codes, const BITMAPINFOHEADER &header) {
+// One code of a run-length coded picture: colours along a row, the end of a row, or a jump.
+struct Code {
+  size_t size; // in bytes
+  uint32_t right, up;
+  bool draws, endsRow;
+};
+
+// codes: two bytes or more.
+Code firstCode(Bytes codes, WORD bits) {
+  const uint8_t count = codes[0], kind = codes[1];
+  if (count > 0) return {2, count, 0, true, false};
+  if (kind > 2)
+    return {2 + (size_t{kind} * bits + 15) / 16 * 2, kind, 0, true, false}; // one by one, filled up to a word
+  if (kind < 2) return {2, 0, 1, false, true};
+  return codes.size() < 4 ? Code{4, 0, 0, false, false} : Code{4, codes[2], codes[3], false, false};
+}
+
+// How far the codes of a picture go.
+struct Codes {
+  size_t size; // up to the end mark, or behind the last whole code
+  bool ended;  // by an end mark
+  bool inside; // the picture's rectangle, with each row filled up to four pixels, as some programs do
+};
+
+// codes: reach to the end of the file.
+Codes readCodes(Bytes codes, const BITMAPINFOHEADER &header) {
   const uint64_t width = (static_cast<uint64_t>(header.biWidth) + 3) / 4 * 4;
   const auto height = static_cast<uint64_t>(header.biHeight);
+  Codes result{0, false, true};
   uint64_t x = 0, y = 0;
-  for (size_t at = 0; at + 2 <= codes.size() && x <= width && y <= height;) {
-    const uint32_t count = codes[at], code = codes[at + 1];
-    at += 2;
-    if (count > 0 || code > 2) { // one colour repeated, or colours one by one, filled up to a word
-      const uint32_t pixels = count > 0 ? count : code;
-      x += pixels;
-      if (y == height) return 0;
-      if (count == 0) at += (size_t{pixels} * header.biBitCount + 15) / 16 * 2;
-    } else if (code == 0) { // the end of a row
-      x = 0;
-      ++y;
-    } else if (code == 1) {
-      return at;
-    } else if (at + 2 <= codes.size()) { // a jump
-      x += codes[at];
-      y += codes[at + 1];
-      at += 2;
-    }
+  while (result.size + 2 <= codes.size() && !result.ended) {
+    const Bytes rest = from(codes, result.size);
+    const Code code = firstCode(rest, header.biBitCount);
+    if (code.size > rest.size()) break;
+    x = code.endsRow ? 0 : x + code.right;
+    y += code.up;
+    result.ended = std::equal(std::begin(kEndMark), std::end(kEndMark), rest.data());
+    result.inside = result.inside && (result.ended || (x <= width && y + code.draws <= height));
+    if (!result.ended) result.size += code.size;
   }
-  return 0;
+  return result;
+}
+
+// Puts an end mark behind the last whole code, where there may be one already: nobody reads on from there.
+// header: gets the size of the picture.
+void endCodes(Bytes codes, BITMAPINFOHEADER *header) {
+  const size_t size = readCodes(codes, *header).size;
+  std::copy(std::begin(kEndMark), std::end(kEndMark), codes.data() + size);
+  header->biSizeImage = static_cast<DWORD>(size + sizeof kEndMark);
 }
 
 // Result: whether all rows are there.
@@ -99,17 +126,21 @@ bool holdsRows(Bytes pixels, const BITMAPINFOHEADER &header) {
   return static_cast<uint64_t>(height < 0 ? -height : height) <= pixels.size() / row;
 }
 
-// header: gets the size of a coded picture.
-// Result: whether the picture is whole.
-bool holdsPicture(Bytes pixels, BITMAPINFOHEADER *header) {
-  header->biSizeImage = 0;
-  if (header->biCompression != BI_RLE8 && header->biCompression != BI_RLE4) return holdsRows(pixels, *header);
-  header->biSizeImage = static_cast<DWORD>(codedSize(pixels, *header));
-  return header->biSizeImage != 0;
+bool isCoded(const BITMAPINFOHEADER &header) {
+  return header.biCompression == BI_RLE8 || header.biCompression == BI_RLE4;
+}
+
+// Result: whether a picture begins here, of which all rows are there. Coded ones need only begin, unless they have to be
+// whole.
+bool beginsPicture(Bytes pixels, const BITMAPINFOHEADER &header, bool wholeCodes) {
+  if (!isCoded(header)) return holdsRows(pixels, header);
+  const Codes codes = readCodes(pixels, header);
+  return wholeCodes ? codes.ended && codes.inside : codes.ended || codes.size > 0;
 }
 
 bool isKnown(const BITMAPINFOHEADER &header) {
-  if (header.biSize < kPlainInfo || header.biWidth <= 0 || header.biHeight == 0 || header.biPlanes == 0) return false;
+  if (header.biSize < kPlainInfo && header.biSize != kCoreInfo) return false;
+  if (header.biWidth <= 0 || header.biHeight == 0 || header.biPlanes == 0) return false;
   const WORD bits = header.biBitCount;
   switch (header.biCompression) {
   case BI_RGB: return bits == 1 || bits == 4 || bits == 8 || bits == 16 || bits == 24 || bits == 32;
@@ -131,33 +162,62 @@ bool areMasks(const uint32_t (&masks)[3], WORD bits) {
   return used >> bits == 0;
 }
 
-// Reads the header, and the masks or the colours, of which the picture can use.
+// Reads a header of either kind; of the oldest one the fields that it lacks are 0.
+bool readHeader(Bytes file, BITMAPINFOHEADER *header) {
+  BITMAPCOREHEADER core;
+  *header = {};
+  if (!read(file, kInfoAt, &core, sizeof core)) return false;
+  if (core.bcSize != kCoreInfo) return read(file, kInfoAt, header, sizeof *header) && isKnown(*header);
+  header->biSize = core.bcSize;
+  header->biWidth = core.bcWidth;
+  header->biHeight = core.bcHeight;
+  header->biPlanes = core.bcPlanes;
+  header->biBitCount = core.bcBitCount;
+  return isKnown(*header);
+}
+
+// Reads the colours of which the picture can use.
+// behind: is moved behind all that the file has.
+bool readColours(Bytes file, Info *info, uint64_t *behind) {
+  const uint64_t most = uint64_t{1} << info->header.biBitCount;
+  const bool isCore = info->header.biSize == kCoreInfo;
+  const size_t entry = isCore ? sizeof(RGBTRIPLE) : sizeof(RGBQUAD);
+  const uint64_t colours = isCore ? most : WqBmpFile_ColNum(nullptr, &info->header);
+  const Bytes table = from(file, *behind);
+  const auto used = static_cast<size_t>(std::min(colours, most));
+  if (table.size() < used * entry) return false;
+  for (size_t i = 0; i < used; ++i) std::memcpy(&info->colours[i], &table[i * entry], entry);
+  *behind += colours * entry;
+  return true;
+}
+
+// Reads the header, and the masks or the colours.
 // behind: gets the place behind all that.
 bool readInfo(Bytes file, Info *info, uint64_t *behind) {
   BITMAPINFOHEADER &header = info->header;
-  if (!read(file, kInfoAt, &header, sizeof header) || !isKnown(header)) return false;
+  if (!readHeader(file, &header)) return false;
   *behind = kInfoAt + header.biSize;
   if (header.biCompression == BI_BITFIELDS) {
     uint32_t masks[3];
     *behind = std::max<uint64_t>(*behind, kMasksAt + sizeof masks);
     if (!read(file, kMasksAt, masks, sizeof masks) || !areMasks(masks, header.biBitCount)) return false;
     std::memcpy(info->colours, masks, sizeof masks);
-  } else if (header.biBitCount <= 8) {
-    const uint64_t colours = WqBmpFile_ColNum(nullptr, &header);
-    const auto used = static_cast<size_t>(std::min<uint64_t>(colours, uint64_t{1} << header.biBitCount));
-    if (!read(file, *behind, info->colours, used * sizeof(RGBQUAD))) return false;
-    *behind += colours * sizeof(RGBQUAD);
   }
-  return true;
+  return header.biBitCount > 8 || readColours(file, info, behind);
 }
 
-// Result: where the picture is, nothing when it isn't whole anywhere.
-std::optional<uint64_t> findPicture(Bytes file, Info *info, uint64_t behind) {
-  BITMAPINFOHEADER &header = info->header;
-  if (header.biBitCount <= 8 && header.biSize == kPlainInfo && holdsPicture(from(file, behind), &header)) return behind;
-  uint32_t offBits;
-  if (!read(file, kOffBitsAt, &offBits, sizeof offBits) || offBits < behind) return {};
-  return holdsPicture(from(file, offBits), &header) ? std::optional<uint64_t>(offBits) : std::nullopt;
+// Where the picture is: behind the colours, or else where the file says. A coded one that isn't whole could be a gap
+// that looks like codes, and is looked for where the file says first.
+// Result: nothing when it is nowhere.
+std::optional<uint64_t> findPicture(Bytes file, const BITMAPINFOHEADER &header, uint64_t behind) {
+  const bool plain = header.biBitCount <= 8 && header.biSize == kPlainInfo;
+  if (plain && beginsPicture(from(file, behind), header, true)) return behind;
+  uint32_t offBits = 0;
+  read(file, kOffBitsAt, &offBits, sizeof offBits);
+  const uint64_t told = offBits != 0 ? offBits : behind;
+  if (told >= behind && beginsPicture(from(file, told), header, false)) return told;
+  if (plain && beginsPicture(from(file, behind), header, false)) return behind;
+  return std::nullopt;
 }
 
 } // namespace
@@ -183,12 +243,15 @@ void WqBmpFile_Create(WqBmpFile *file, HDC dc) {
   Info info = {};
   uint64_t behind;
   if (!readInfo(content.bytes(), &info, &behind)) return;
-  const std::optional<uint64_t> picture = findPicture(content.bytes(), &info, behind);
-  if (!picture) return;
+  const std::optional<uint64_t> at = findPicture(content.bytes(), info.header, behind);
+  if (!at) return;
+  const Bytes picture = from(content.bytes(), *at);
   info.header.biSize = kPlainInfo;
   info.header.biClrUsed = 0; // all that the depth allows: those that the file lacks are black
-  file->handle = CreateDIBitmap(dc, &info.header, CBM_INIT, from(content.bytes(), *picture).data(),
-                                reinterpret_cast<const BITMAPINFO *>(&info), DIB_RGB_COLORS);
+  info.header.biSizeImage = 0;
+  if (isCoded(info.header)) endCodes(picture, &info.header);
+  file->handle = CreateDIBitmap(dc, &info.header, CBM_INIT, picture.data(), reinterpret_cast<const BITMAPINFO *>(&info),
+                                DIB_RGB_COLORS);
 }
 
 void WqBmpFile_Delete(WqBmpFile *file) { wqDelete(file); }

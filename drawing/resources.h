@@ -164,9 +164,13 @@ WQ_API uint32_t WqBmpFile_ColNum(const void *unused, const BITMAPINFOHEADER *hea
  *
  * Neither the file's magic nor its sizes are looked at, but the whole picture has to lie in the file. With 1, 4 or 8 bits
  * a pixel and a header of 40 bytes, the pixel rows follow the colour table directly, at 54 + 4 x colours; where bfOffBits
- * points counts only when no whole picture begins there. For more bits, and for longer headers, the rows are where
- * bfOffBits points, behind the headers and the table. Files of 16, 24 and 32 bits, also with colour masks, rows from the
- * top down, and run-length coded files are taken; everything else is refused.
+ * points counts only when no whole picture begins there. For more bits, and for other headers, the rows are where
+ * bfOffBits points, behind the headers and the table, or directly behind these where it is 0.
+ *
+ * Files of 16, 24 and 32 bits, also with colour masks, rows from the top down, the oldest header of 12 bytes, and
+ * run-length coded files are taken; everything else is refused. Of a coded file as much is shown as there is: a missing
+ * end counts as one behind the last whole code, what lies outside the picture is left out, and pixels that no code sets
+ * are black.
  * dc: null gives a bitmap of the platform's choice. */
 WQ_API void WqBmpFile_Create(WqBmpFile *file, HDC dc);
 

@@ -47,11 +47,60 @@ class Find {
   const char *name() const { return entry_.cFileName; }
   bool has(DWORD attributes) const { return (entry_.dwFileAttributes & attributes) != 0; }
   bool isFolder() const { return has(FILE_ATTRIBUTE_DIRECTORY); }
+  bool isLink() const { return isFolder() && has(FILE_ATTRIBUTE_REPARSE_POINT); } // to a folder elsewhere
 
  private:
   WIN32_FIND_DATAA entry_;
   HANDLE handle_;
 };
+
+bool isLinkToFolder(const char *path) {
+  const Find find(path);
+  return find.found() && find.isLink();
+}
+
+// Paths of files, each with a backslash in front. A file for which memory is short is left out.
+class Paths {
+ public:
+  Paths() = default;
+  ~Paths() { WqList_RemoveAllWith(first_); }
+  Paths(const Paths &) = delete;
+  Paths &operator=(const Paths &) = delete;
+
+  void add(const char *path) {
+    const auto size = static_cast<uint32_t>(WqStr_Len(path)) + 1;
+    auto *text = static_cast<char *>(WqMem_Alloc(size));
+    WqList *node = text ? WqList_AddN(last_, reinterpret_cast<WqWord>(text)) : nullptr;
+    if (!node) {
+      WqMem_Free(text);
+      return;
+    }
+    WqStr_Copy(text, path);
+    if (!first_) first_ = node;
+    last_ = node;
+  }
+  const WqList *first() const { return first_; }
+
+ private:
+  WqList *first_ = nullptr;
+  WqList *last_ = nullptr;
+};
+
+// Lists the files of a tree that are copied.
+// inner: empty, or the path of a folder in the tree.
+void listFiles(const char *folder, const char *inner, Paths &files) {
+  char path[kTreePath];
+  if (!wqJoin(path, folder, inner, "\\*.*")) return;
+  Find find(path);
+  for (bool more = find.found(); more; more = find.next()) {
+    if (!wqJoin(path, inner, "\\", find.name())) continue;
+    if (!find.isFolder()) {
+      if (!find.has(kWqLeftAlone)) files.add(path);
+    } else if (find.name()[0] != '.' && !find.isLink()) {
+      listFiles(folder, path, files);
+    }
+  }
+}
 
 bool isDotEntry(const char *name) { return WqStr_Comp(name, ".") || WqStr_Comp(name, ".."); }
 
@@ -87,7 +136,7 @@ int WqDir_Delete(const char *path) {
   char folder[kTreePath];
   char entry[kTreePath];
   if (!copyFolder(folder, path) || !WqDir_IsExist(folder)) return 0;
-  if (wqJoin(entry, folder, "\\*.*")) {
+  if (!isLinkToFolder(folder) && wqJoin(entry, folder, "\\*.*")) {
     Find find(entry);
     for (bool more = find.found(); more; more = find.next()) {
       if (!wqJoin(entry, folder, "\\", find.name())) continue;
@@ -124,23 +173,22 @@ WqList *WqDir_Collect(const char *folder, const char *pattern) {
   return first;
 }
 
+// All files are listed before the first is copied: a copy into a folder of the tree itself would never end.
 void WvDir_CopyFile(const char *source, const char *destination) {
   char from[kTreePath];
   char to[kTreePath];
-  char entry[kTreePath];
-  char copy[kTreePath];
   if (!copyFolder(from, source) || !copyFolder(to, destination) || !WqDir_IsExist(from)) return;
-  if (!wqJoin(entry, from, "\\*.*")) return;
-  Find find(entry);
-  for (bool more = find.found(); more; more = find.next()) {
-    if (!wqJoin(entry, from, "\\", find.name()) || !wqJoin(copy, to, "\\", find.name())) continue;
-    if (!find.isFolder()) {
-      if (find.has(kWqLeftAlone)) continue;
-      WqDir_Create(to);
-      CopyFileA(entry, copy, TRUE);
-    } else if (find.name()[0] != '.') {
-      WvDir_CopyFile(entry, copy);
-    }
+  Paths files;
+  listFiles(from, "", files);
+  for (const WqList *node = files.first(); node; node = node->next) {
+    const auto *path = reinterpret_cast<const char *>(node->data);
+    char file[kTreePath];
+    char copy[kTreePath];
+    char folder[kTreePath];
+    if (!wqJoin(file, from, path) || !wqJoin(copy, to, path)) continue;
+    WqDir_GetFromPath(copy, folder);
+    WqDir_Create(folder);
+    CopyFileA(file, copy, TRUE);
   }
 }
 

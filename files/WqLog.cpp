@@ -162,7 +162,10 @@ class Dump {
 void WqLog_Init() { WqMem_Zero(&ring, sizeof ring); }
 
 void WqLog_Term() {
-  for (const WqLogRec &record : ring.records) WqMem_Free(record.data);
+  for (WqLogRec &record : ring.records) {
+    WqMem_Free(record.data);
+    record.data = nullptr;
+  }
 }
 
 uint32_t WqLog_GetCount() { return ring.count; }

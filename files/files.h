@@ -109,7 +109,8 @@ WQ_API int WqDir_IsExist(const char *path);
 WQ_API int WqDir_Create(const char *path);
 
 /* Removes a folder with all it holds, except for read-only, hidden, system and temporary files and for folders whose
- * name begins with a point; those stay, and so do the folders above them.
+ * name begins with a point; those stay, and so do the folders above them. A link to a folder is removed as a link, and
+ * what it leads to stays.
  * path: with or without a backslash at its end.
  * Result: 0 when the path doesn't exist or is too long, else 1, whatever is left. */
 WQ_API int WqDir_Delete(const char *path);
@@ -123,7 +124,8 @@ WQ_API int WqDir_Delete(const char *path);
 WQ_API WqList *WqDir_Collect(const char *folder, const char *pattern);
 
 /* Copies a tree into a folder, which is made where it is missing. Existing files are never overwritten; hidden, system
- * and temporary files, and folders whose name begins with a point, are not copied. A folder without files is not made.
+ * and temporary files, and folders whose name begins with a point, are not copied. A folder without files is not made. Links to
+ * folders in the tree are left out. The destination may lie in the source: what the tree held before is copied, once.
  * Failures are not reported. */
 WQ_API void WvDir_CopyFile(const char *source, const char *destination);
 

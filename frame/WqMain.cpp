@@ -76,7 +76,7 @@ void WqMain_Term() {
   for (const auto registry : kRegistries) endRegistry(&(wqMain.*registry));
   WqColorTbl_Term(&wqMain.colorTbl);
   WqColorPal_Term(&wqMain.palette);
-  WqList_RemoveAll(wqMain.wndList);
+  wqMain.wndList = WqList_RemoveAll(wqMain.wndList); // windows that are still open go on without a layout
   WqLog_Term();
   WqMem_Term();
   CoUninitialize();

@@ -211,6 +211,13 @@ RECORD32(WqTooltip, 272);
 FIELD32(WqTooltip, anchor, 4);
 FIELD32(WqTooltip, shown, 12);
 FIELD32(WqTooltip, text, 16);
+RECORD32(WqClipBoard, 28);
+FIELD32(WqClipBoard, pasteMask, 4);
+FIELD32(WqClipBoard, copyMask, 8);
+FIELD32(WqClipBoard, cutMask, 12);
+FIELD32(WqClipBoard, format, 16);
+FIELD32(WqClipBoard, userData, 20);
+FIELD32(WqClipBoard, callback, 24);
 
 RECORD32(WqMbb, 12);
 FIELD32(WqMbb, window, 4);
@@ -270,3 +277,4 @@ FIELD32(WqMainBlock, mbbTbl, 1060);
 FIELD32(WqMainBlock, timer, 1068);
 FIELD32(WqMainBlock, tooltipStrInst, 1080);
 FIELD32(WqMainBlock, tooltip, 1084);
+FIELD32(WqMainBlock, clipBoard, 1356);

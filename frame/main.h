@@ -30,6 +30,7 @@ typedef struct WqMainBlock {
   WqTimerState timer;
   HINSTANCE tooltipStrInst; /* whose string resources tips are taken from */
   WqTooltip tooltip;
+  WqClipBoard clipBoard;
 } WqMainBlock;
 
 extern WQ_API WqMainBlock wqMain;
@@ -48,8 +49,9 @@ WQ_API void WqMain_Init(HINSTANCE instance);
 WQ_API int WqMain_Config(HWND mainWnd);
 
 /* Ends the library: frees the timers, which are not told, ends the tooltip, frees the registries with all they hold and
- * have made, the palette, and the list of window objects, and leaves COM. Windows stay, and so does the window class. It
- * is the last call, and comes after WqTimer_Stop.
+ * have made, the palette, and the list of window objects, and leaves COM. Windows stay, and so does the window class; a
+ * window that is open still gets its messages, while what snaps to others stays where it is. It is the last call, and
+ * comes after WqTimer_Stop. A second one finds nothing more of the library's to do.
  * Threads: that of WqMain_Init. */
 WQ_API void WqMain_Term(void);
 

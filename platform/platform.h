@@ -34,6 +34,11 @@ static inline BOOL platformSavePicture(HWND window, const char *file) {
 /* Opens a C stream by a name in the ANSI code page. The runtime's own fopen takes such names. */
 static inline FILE *platformOpenStream(const char *name, const char *mode) { return fopen(name, mode); }
 
+/* Moves a stream, also beyond 2 GB. origin: SEEK_SET, SEEK_CUR or SEEK_END. Result: the new position; -1 on failure. */
+static inline int64_t platformSeekStream(FILE *stream, int64_t offset, int origin) {
+  return _fseeki64(stream, offset, origin) == 0 ? _ftelli64(stream) : -1;
+}
+
 #else
 
 #include "platform/winapi.h"

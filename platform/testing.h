@@ -16,6 +16,7 @@ PLATFORM_API void platformSetDrive(char letter, UINT type, const char *folder);
 typedef struct PlatformHandleCounts {
   size_t kernel; /* files, mappings, finds, mutexes, events */
   size_t views;  /* of files */
+  size_t memory; /* blocks of global memory */
 } PlatformHandleCounts;
 
 PLATFORM_API void platformCountHandles(PlatformHandleCounts *counts);

@@ -15,6 +15,7 @@
 #include "platform/winapi/rects.h"
 
 /* The system without windows. */
+#include "platform/winapi/memory.h"
 #include "platform/winapi/program.h"
 #include "platform/winapi/text.h"
 #include "platform/winapi/time.h"
@@ -34,6 +35,7 @@
 #include "platform/winapi/metrics.h"
 #include "platform/winapi/icons.h"
 #include "platform/winapi/menus.h"
+#include "platform/winapi/clipboard.h"
 #include "platform/winapi/controls.h"
 #include "platform/winapi/tooltips.h"
 #include "platform/winapi/boxes.h"

@@ -1,5 +1,5 @@
-// The library's one tooltip: a control of the platform's, of which every window object is a tool. The control is
-// subclassed, so that a tip goes when the pointer moves away from where it was when the tip came.
+// The library's one tooltip: a control of the platform's, of which every window object is a tool. A procedure of ours
+// stands before the control's own, because the platform leaves a tip up however far the pointer goes within a tool.
 
 #include "windows/windows.h"
 

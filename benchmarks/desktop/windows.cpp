@@ -2,6 +2,7 @@
 
 #include "desktop/desktop.h"
 
+#include <algorithm>
 #include <atomic>
 #include <thread>
 #include <vector>
@@ -206,6 +207,30 @@ double childWindow() {
   });
 }
 
+double textThroughClipboard() {
+  constexpr size_t kLength = 1 << 20;
+  const Frame frame;
+  std::vector<char> fetched(kLength);
+  wqMain.mainWnd = frame.window();
+  const double seconds = secondsPerIteration([&] {
+    const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, kLength);
+    auto *const bytes = static_cast<char *>(GlobalLock(text));
+    std::fill_n(bytes, kLength - 1, 'x');
+    bytes[kLength - 1] = '\0';
+    GlobalUnlock(text);
+    require(OpenClipboard(frame.window()), "the clipboard cannot be opened");
+    EmptyClipboard();
+    require(SetClipboardData(CF_TEXT, text), "a text cannot be put on the clipboard");
+    CloseClipboard();
+    fetched[kLength - 2] = '\0';
+    WqClipBoard_GetText(fetched.data(), kLength);
+    require(fetched[kLength - 2] == 'x', "the text doesn't come back");
+  });
+  WqClipBoard_Delete();
+  wqMain.mainWnd = nullptr;
+  return seconds;
+}
+
 double timerTick() {
   constexpr uint32_t kTimers = 10000;
   constexpr uint32_t kHour = 3600 * 1000; // longer than the program runs: none gets due
@@ -239,5 +264,6 @@ void addWindows(std::vector<Subject> &subjects) {
   subjects.push_back({"mouse moved, tooltip with 1,000 tools", [] { return mouseMessage(kCount); }});
   subjects.push_back({"message sent to another thread", messageToOtherThread});
   subjects.push_back({"child window created, destroyed", childWindow});
+  subjects.push_back({"text of 1 MB to the clipboard and back", textThroughClipboard});
   subjects.push_back({"tick of 10,000 timers", timerTick});
 }

@@ -1,5 +1,6 @@
 #include "level_view.h"
 
+#include "ids.h"
 #include "rulers.h"
 
 #include <algorithm>
@@ -28,6 +29,24 @@ void LevelView::measure() {
   invalidate();
 }
 
+// A line of text, counted from the bottom.
+RECT LevelView::row(LONG above) const {
+  const RECT whole = client();
+  const LONG bottom = whole.bottom - look_.gap - above * look_.line;
+  return box(2 * look_.gap, bottom - look_.line, whole.right - 2 * look_.gap, bottom);
+}
+
+RECT LevelView::barArea() const {
+  const RECT next = row(1);
+  return box(next.left, look_.line + look_.gap, next.right, next.top - 2 * look_.gap);
+}
+
+void LevelView::resized() {
+  tip(TIP_BARS, barArea());
+  tip(TIP_PEAK, row(1));
+  tip(TIP_RMS, row(0));
+}
+
 // A channel's part of a row, right of the names.
 RECT LevelView::cell(const RECT &row, size_t channel) const {
   const LONG left = row.left + 4 * look_.digit + look_.gap, count = static_cast<LONG>(scene_.recording.channels());
@@ -44,14 +63,8 @@ void LevelView::paint(WqDc &dc, const RECT &) {
   const RECT whole = client();
   fill(dc, whole, colourPanel);
   vertical(dc, 0, 0, whole.bottom, colourEdge);
-  const LONG left = 2 * look_.gap, right = whole.right - 2 * look_.gap;
-  const auto row = [&](LONG above) { // a line of text, counted from the bottom
-    const LONG bottom = whole.bottom - look_.gap - above * look_.line;
-    return box(left, bottom - look_.line, right, bottom);
-  };
-  const RECT titles = box(left, 0, right, look_.line);
+  const RECT titles = box(2 * look_.gap, 0, whole.right - 2 * look_.gap, look_.line), scale = barArea();
   write(dc, "dBV", titles, DT_LEFT, colourDimText);
-  const RECT scale = box(left, titles.bottom + look_.gap, right, row(1).top - 2 * look_.gap);
   paintScale(dc, scale);
   if (!scene_.ready() || scene_.recording.frames() == 0) return;
   for (size_t channel = 0; channel < scene_.recording.channels(); ++channel) {

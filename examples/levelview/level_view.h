@@ -21,6 +21,9 @@ class LevelView : public Pane {
   };
 
   void paint(WqDc &dc, const RECT &dirty) override;
+  void resized() override;
+  RECT row(LONG above) const;
+  RECT barArea() const;
   void paintScale(WqDc &dc, const RECT &scale) const;
   void paintBars(WqDc &dc, const RECT &cell, const Levels &levels) const;
   void paintNumbers(WqDc &dc, const RECT &row, const char *name, double Levels::*level) const;

@@ -55,11 +55,13 @@ Look::Look() {
   dot = millimetres(1) | 1; // an odd number has a middle
   ruler = line + shortTick;
   levelRuler = std::max(5 * digit + tick, widthOf(dc, "sample")) + 2 * gap;
+  button = WqDcMap_MmToPix(&dc.map, 1000) > 50 ? 2 * kButtonAt96 : kButtonAt96;
+  bar = button + 2 * gap + 1;
   overview = millimetres(7);
   levels = std::max<LONG>(millimetres(32), 15 * digit + 4 * gap);
   status = 2 * line + 3 * gap;
   usual = {millimetres(211.6), millimetres(127)};
-  smallest = {millimetres(84.6), millimetres(52.9)};
+  smallest = {millimetres(84.6), millimetres(60)};
   WqDc_Release(&dc);
   WqDc_Term(&dc);
 }

@@ -24,6 +24,8 @@ enum Colour : uint32_t {
   colourClip,   // full scale is reached
 };
 
+constexpr LONG kButtonAt96 = 24; // pixels of a button on a display of 96 dpi; there are pictures for twice as many too
+
 enum Font : uint32_t { fontText = 1, fontBold };
 
 // In pixels.
@@ -38,6 +40,8 @@ struct Look {
   LONG dot;        // of a sample
   LONG ruler;      // the height of each of those above the wave
   LONG levelRuler; // the width of those beside it
+  LONG button;     // of the bar
+  LONG bar;
   LONG overview;
   LONG levels;
   LONG status;

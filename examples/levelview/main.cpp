@@ -86,7 +86,7 @@ int report(const Options &options) {
     const std::optional<Report> told = open(file);
     if (!told) continue;
     if (several) std::printf("file: %s\n", shown(file).c_str());
-    printReport(*told, stdout);
+    std::fputs(reportText(*told).c_str(), stdout);
     if (several) std::puts("");
     reports.push_back(*told);
   }
@@ -117,7 +117,7 @@ bool showWindow(const Options &options, const std::string &file, Settings &setti
 
 bool showReport(const std::string &file) {
   const std::optional<Report> told = open(file);
-  if (told) printReport(*told, stdout);
+  if (told) std::fputs(reportText(*told).c_str(), stdout);
   return told.has_value();
 }
 
@@ -161,6 +161,7 @@ int main() {
     complain(wrong);
     return kWrongCommandLine;
   }
+  SetProcessDPIAware(); // sizes come from millimetres and points, and the bar has pictures for fine displays
   // the viewer refers to the settings, and outlives the library
   Settings settings;
   std::unique_ptr<Viewer> viewer;

@@ -28,7 +28,8 @@ const char *const kUsage =
     "  --version        print the version\n"
     "\n"
     "In the window the wheel zooms about the mouse, and moves with the shift key; a drag moves. Keys: left, right,\n"
-    "page up and down, home and end move, + and - zoom, escape closes.\n"
+    "page up and down, home and end move, + and - zoom, Ctrl+C copies report and picture, escape closes. The buttons\n"
+    "tell what they do when the pointer rests on them.\n"
     "\n"
     "Exit status: 0 when all files were shown or written, 1 when not, 2 for a wrong command line.\n";
 

@@ -2,6 +2,7 @@
 // moves that about.
 #pragma once
 
+#include "ids.h"
 #include "look.h"
 #include "pane.h"
 #include "scene.h"
@@ -12,6 +13,7 @@ class Overview : public Pane {
 
  private:
   void paint(WqDc &dc, const RECT &dirty) override;
+  void resized() override { tip(TIP_OVERVIEW, client()); }
   void pressed(const POINT &at) override { dragged(at); }
   void dragged(const POINT &at) override;
 

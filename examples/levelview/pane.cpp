@@ -29,6 +29,12 @@ RECT Pane::client() const {
   return rect;
 }
 
+void Pane::tip(uint32_t id, const RECT &part) {
+  if (!window()) return; // it is being made
+  WqTooltip_Remove(window(), id);
+  WqTooltip_AddRect(window(), &part, id);
+}
+
 int32_t Pane::procedure(WqWnd *wnd, WqMsg *msg) {
   const bool handled = reinterpret_cast<Holder *>(wnd)->pane->handle(*msg);
   if (handled) wnd->result = 1;
@@ -44,6 +50,9 @@ bool Pane::handle(const WqMsg &msg) {
     return true;
   }
   case WQM_MOUSE: return handleMouse(msg.wParam, *reinterpret_cast<const POINT *>(msg.lParam));
+  case WQM_MBB_NOTIFY:
+    notified(static_cast<uint32_t>(msg.wParam), *reinterpret_cast<WqMbbBtn *>(msg.lParam));
+    return true;
   case WM_SIZE: resized(); return false; // the layout goes on
   case WM_MOUSEMOVE:
     watchMouse(msg.hwnd);

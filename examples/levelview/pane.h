@@ -18,6 +18,9 @@ class Pane {
  protected:
   HWND window() const { return holder_.wnd.hwnd; }
   RECT client() const;
+  // A part of the window gets a tip, or its tip another part.
+  // id: of the tip's text in the resources. part: not empty.
+  void tip(uint32_t id, const RECT &part);
 
   // Draws at least what is dirty, all of it: there is no background.
   virtual void paint(WqDc &dc, const RECT &dirty) = 0;
@@ -29,6 +32,8 @@ class Pane {
   // The left button goes down, and moves the mouse until it comes up.
   virtual void pressed(const POINT &) {}
   virtual void dragged(const POINT &) {}
+  // A button of the window's bar tells WQ_MBB_EVENT_...
+  virtual void notified(uint32_t, WqMbbBtn &) {}
 
  private:
   static int32_t procedure(WqWnd *wnd, WqMsg *msg);

@@ -14,11 +14,13 @@ std::string number(uint32_t value) { return std::to_string(value); }
 
 // Why a header is refused. The reader tells yes or no, so the bytes it stumbled over are looked at again.
 std::string refusal(const char *fileName) {
-  WavStream raw(false);
-  WqSoundFileWav_open(raw.get(), fileName);
-  if (!raw->file) return "cannot open";
+  WqFile file;
+  WqFile_Init(&file);
+  WqFile_Path(&file, fileName);
+  if (!WqFile_ReadOpen(&file)) return "cannot open";
   std::array<uint8_t, 36> bytes{};
-  const uint32_t count = WqSoundFileWav_read(raw.get(), bytes.data(), bytes.size());
+  const uint32_t count = WqFile_Read(&file, bytes.data(), bytes.size());
+  WqFile_Close(&file);
   const auto tagAt = [&](size_t at, const char *tag) { return std::memcmp(&bytes[at], tag, 4) == 0; };
   const auto numberAt = [&](size_t at) { return static_cast<uint32_t>(bytes[at] | bytes[at + 1] << 8); };
   if (!tagAt(0, "RIFF") || !tagAt(8, "WAVE")) return "not RIFF/WAVE";
@@ -34,11 +36,11 @@ std::string refusal(const char *fileName) {
 
 // The bytes between the stream and the end of its file, at most limit; limit where the C library can't tell.
 uint32_t bytesLeft(std::FILE *file, uint32_t limit) {
-  const long start = std::ftell(file);
-  if (start < 0 || std::fseek(file, 0, SEEK_END) != 0) return limit;
-  const long end = std::ftell(file);
-  std::fseek(file, start, SEEK_SET);
-  return end < start ? limit : static_cast<uint32_t>(std::min<int64_t>(end - start, limit));
+  const int64_t start = platformSeekStream(file, 0, SEEK_CUR);
+  const int64_t end = platformSeekStream(file, 0, SEEK_END);
+  if (start < 0 || end < start) return limit;
+  platformSeekStream(file, start, SEEK_SET);
+  return static_cast<uint32_t>(std::min<int64_t>(end - start, limit));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "report.h"
 
+#include "look.h"
 #include "terminal.h"
 
 #include <algorithm>
@@ -36,19 +37,21 @@ Levels measureChannel(const Recording &recording, size_t channel, Progress &prog
 
 double dbvOf(double partOfFullScale) { return WqUnit_VTodBV(partOfFullScale * WqUnit_GetRange()); }
 
-void printChannel(size_t channel, const Levels &levels, std::FILE *out) {
+std::string channelText(size_t channel, const Levels &levels) {
   const double peakVolts = levels.peak * WqUnit_GetRange();
   const double rmsVolts = levels.rms * WqUnit_GetRange();
-  const auto print = [&](const char *key, int decimals, double value) {
-    std::fprintf(out, "ch%u.%s: %.*f\n", static_cast<unsigned>(channel), key, decimals, value);
+  std::string text;
+  const auto add = [&](const char *key, int decimals, double value) {
+    text += format("ch%u.%s: %.*f\n", static_cast<unsigned>(channel), key, decimals, value);
   };
-  print("peak_v", 6, peakVolts);
-  print("rms_v", 6, rmsVolts);
-  print("peak_dbv", 2, dbvOf(levels.peak));
-  print("rms_dbv", 2, dbvOf(levels.rms));
-  print("peak_db", 2, WqUnit_RetRange_dBV(dbvOf(levels.peak)));
-  print("peak_percent", 2, WqUnit_RetRange_Power(peakVolts) * 100.0);
-  print("rms_percent", 2, WqUnit_RetRange_Power(rmsVolts) * 100.0);
+  add("peak_v", 6, peakVolts);
+  add("rms_v", 6, rmsVolts);
+  add("peak_dbv", 2, dbvOf(levels.peak));
+  add("rms_dbv", 2, dbvOf(levels.rms));
+  add("peak_db", 2, WqUnit_RetRange_dBV(dbvOf(levels.peak)));
+  add("peak_percent", 2, WqUnit_RetRange_Power(peakVolts) * 100.0);
+  add("rms_percent", 2, WqUnit_RetRange_Power(rmsVolts) * 100.0);
+  return text;
 }
 
 } // namespace
@@ -68,21 +71,23 @@ Report measure(const std::string &name, const Recording &recording) {
   return report;
 }
 
-void printReport(const Report &report, std::FILE *out) {
-  const auto print = [&](const char *key, uint32_t value) {
-    std::fprintf(out, "%s: %u\n", key, static_cast<unsigned>(value));
+std::string reportText(const Report &report) {
+  std::string text;
+  const auto add = [&](const char *key, uint32_t value) {
+    text += format("%s: %u\n", key, static_cast<unsigned>(value));
   };
-  print("rate", report.format.sampleRate);
-  print("channels", report.format.channels);
-  print("bits", report.format.bits);
-  print("frames", report.frames);
-  print("bytes", report.bytes);
-  std::fprintf(out, "duration_ms: %.3f\n", report.milliseconds());
+  add("rate", report.format.sampleRate);
+  add("channels", report.format.channels);
+  add("bits", report.format.bits);
+  add("frames", report.frames);
+  add("bytes", report.bytes);
+  text += format("duration_ms: %.3f\n", report.milliseconds());
   if (report.foundBytes < report.declaredBytes)
-    std::fprintf(out, "truncated: declared %u bytes, found %u\n", static_cast<unsigned>(report.declaredBytes),
-                 static_cast<unsigned>(report.foundBytes));
+    text += format("truncated: declared %u bytes, found %u\n", static_cast<unsigned>(report.declaredBytes),
+                   static_cast<unsigned>(report.foundBytes));
   for (size_t channel = 0; channel < report.channels.size(); ++channel)
-    printChannel(channel + 1, report.channels[channel], out);
+    text += channelText(channel + 1, report.channels[channel]);
+  return text;
 }
 
 void printTable(const std::vector<Report> &reports, std::FILE *out) {

@@ -28,8 +28,8 @@ struct Report {
 
 Report measure(const std::string &name, const Recording &recording);
 
-// Prints format, length and levels, one `key: value' a line. Levels count against the range of WqUnit.
-void printReport(const Report &report, std::FILE *out);
+// Format, length and levels, one `key: value' a line. Levels count against the range of WqUnit.
+std::string reportText(const Report &report);
 
 // Prints a line for each file, with the levels of its loudest channel.
 void printTable(const std::vector<Report> &reports, std::FILE *out);

@@ -21,11 +21,15 @@ struct Scene {
   bool ready() const { return percent == 100; }
 };
 
+// What the buttons of the bar do, in its order. Resources are numbered by it.
+enum class Command : uint16_t { open, zoomIn, zoomOut, all, start, end, copy };
+
 // What a user's hand in one pane changes for all of them.
 class Control {
  public:
   virtual void show(const Visible &visible) = 0;
   virtual void point(std::optional<LONG> pointer) = 0;
+  virtual void carryOut(Command command) = 0;
 
  protected:
   ~Control() = default;

@@ -1,5 +1,6 @@
 #include "status_view.h"
 
+#include "ids.h"
 #include "rulers.h"
 
 #include <cmath>
@@ -10,6 +11,15 @@ StatusView::StatusView(WqWnd *parent, const Scene &scene, const Look &look)
 RECT StatusView::row(LONG index) const {
   const LONG top = look_.gap + index * (look_.line + look_.gap);
   return box(2 * look_.gap, top, client().right - 2 * look_.gap, top + look_.line);
+}
+
+void StatusView::resized() {
+  const RECT first = row(0), second = row(1);
+  const LONG middle = first.left + (first.right - first.left) * 2 / 3; // about where what is on the left ends
+  tip(TIP_POINTER, box(first.left, first.top, middle, first.bottom));
+  tip(TIP_SOUND, box(middle, first.top, first.right, first.bottom));
+  tip(TIP_RANGE, box(second.left, second.top, middle, second.bottom));
+  tip(TIP_LENGTH, box(middle, second.top, second.right, second.bottom));
 }
 
 void StatusView::movePointer() {

@@ -22,6 +22,7 @@ class StatusView : public Pane {
   };
 
   void paint(WqDc &dc, const RECT &dirty) override;
+  void resized() override;
   RECT row(LONG index) const;
   std::vector<Cell> underPointer() const;
   static std::string fineTime(double seconds, TimeUnit unit, bool withUnit = true);

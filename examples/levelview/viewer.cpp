@@ -1,7 +1,8 @@
 #include "viewer.h"
 
-#include "icon.h"
+#include "ids.h"
 #include "loader.h"
+#include "report.h"
 
 #include <cmath>
 #include <utility>
@@ -35,9 +36,10 @@ void setIcons(HWND window) {
 } // namespace
 
 Viewer::Viewer(Scene &scene, Settings &settings)
-    : scene_(scene), settings_(settings), frame_(this), status_(&frame_.wnd, scene, look_),
-      levels_(&frame_.wnd, scene, look_), overview_(&frame_.wnd, scene, look_, *this),
-      wave_(&frame_.wnd, scene, look_, *this) {
+    : scene_(scene), settings_(settings), frame_(this), bar_(&frame_.wnd, look_, *this),
+      status_(&frame_.wnd, scene, look_), levels_(&frame_.wnd, scene, look_),
+      overview_(&frame_.wnd, scene, look_, *this), wave_(&frame_.wnd, scene, look_, *this),
+      copier_([&scene] { return reportText(measure(scene.name, scene.recording)); }) {
   WqWnd &wnd = frame_.wnd;
   WqWnd_ID(&wnd, WQ_ID_QUIT);
   WqWnd_Style(&wnd, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN);
@@ -58,7 +60,14 @@ Viewer::Viewer(Scene &scene, Settings &settings)
 
 // Each pane is snapped to the frame and to those made before it.
 void Viewer::placePanes() {
-  WqWnd &status = *status_.wnd(), &levels = *levels_.wnd(), &overview = *overview_.wnd(), &wave = *wave_.wnd();
+  WqWnd &bar = *bar_.wnd(), &status = *status_.wnd(), &levels = *levels_.wnd(), &overview = *overview_.wnd(),
+        &wave = *wave_.wnd();
+  bar.rect = {0, 0, 0, look_.bar - 1};
+  WqWnd_Ds(&bar, WQ_DS_MBB | WQ_DS_KEEP_H);
+  WqWnd_SnapL(&bar, nullptr);
+  WqWnd_SnapT(&bar, nullptr);
+  WqWnd_SnapR(&bar, nullptr);
+
   status.rect = {0, 0, 0, look_.status - 1};
   WqWnd_Ds(&status, WQ_DS_KEEP_H);
   WqWnd_SnapL(&status, nullptr);
@@ -67,7 +76,7 @@ void Viewer::placePanes() {
 
   levels.rect = {0, 0, look_.levels - 1, 0};
   WqWnd_Ds(&levels, WQ_DS_KEEP_W);
-  WqWnd_SnapT(&levels, nullptr);
+  WqWnd_SnapT(&levels, &bar);
   WqWnd_SnapR(&levels, nullptr);
   WqWnd_SnapB(&levels, &status);
 
@@ -78,7 +87,7 @@ void Viewer::placePanes() {
   WqWnd_SnapB(&overview, &status);
 
   WqWnd_SnapL(&wave, nullptr);
-  WqWnd_SnapT(&wave, nullptr);
+  WqWnd_SnapT(&wave, &bar);
   WqWnd_SnapR(&wave, &levels);
   WqWnd_SnapB(&wave, &overview);
 }
@@ -87,9 +96,11 @@ bool Viewer::open() {
   if (!WqWnd_Create(&frame_.wnd)) return false;
   setIcons(frame_.wnd.hwnd);
   WqMain_Config(frame_.wnd.hwnd);
-  for (Pane *pane : {static_cast<Pane *>(&status_), static_cast<Pane *>(&levels_), static_cast<Pane *>(&overview_),
-                     static_cast<Pane *>(&wave_)})
+  WqTooltip_StrResInst(GetModuleHandleA(nullptr));
+  for (Pane *pane : {static_cast<Pane *>(&bar_), static_cast<Pane *>(&status_), static_cast<Pane *>(&levels_),
+                     static_cast<Pane *>(&overview_), static_cast<Pane *>(&wave_)})
     if (!WqWnd_Create(pane->wnd())) return false;
+  bar_.build();
   return true;
 }
 
@@ -112,10 +123,13 @@ bool Viewer::run() {
   if (!open()) return false;
   WqWnd_Show(&frame_.wnd, 1);
   if (settings_.maximized) ShowWindow(frame_.wnd.hwnd, SW_SHOWMAXIMIZED);
-  if (!load()) return true;
-  WqMsgLp loop;
-  WqMsgLp_Init(&loop);
-  WqMsgLp_Start(&loop);
+  WqTimer_Start(); // for the bar
+  if (load()) {
+    WqMsgLp loop;
+    WqMsgLp_Init(&loop);
+    WqMsgLp_Start(&loop);
+  }
+  WqTimer_Stop();
   return true;
 }
 
@@ -149,6 +163,22 @@ void Viewer::point(std::optional<LONG> pointer) {
   status_.movePointer();
 }
 
+void Viewer::carryOut(Command command) {
+  if (!scene_.ready()) return;
+  Visible visible = scene_.visible;
+  const double middle = visible.width() / 2.0;
+  switch (command) {
+  case Command::zoomIn: visible.zoom(kNotch, middle); break;
+  case Command::zoomOut: visible.zoom(1 / kNotch, middle); break;
+  case Command::all: visible.zoom(1 / visible.factor(), 0); break;
+  case Command::start: visible.moveTo(0); break;
+  case Command::end: visible.moveTo(visible.frames()); break;
+  case Command::copy: return copier_.copy(frame_.wnd.hwnd);
+  case Command::open: return;
+  }
+  show(visible);
+}
+
 void Viewer::rememberPlace() {
   WINDOWPLACEMENT placement;
   placement.length = sizeof placement;
@@ -179,6 +209,10 @@ bool Viewer::pressKey(WPARAM key) {
   const double width = visible.width();
   const LONG held = scene_.pointer.value_or(visible.width() / 2);
   switch (key) {
+  case 'C':
+    if (GetKeyState(VK_CONTROL) >= 0) return false;
+    carryOut(Command::copy);
+    return true;
   case VK_ESCAPE: PostMessageA(frame_.wnd.hwnd, WM_CLOSE, 0, 0); return true;
   case VK_LEFT: visible.scroll(-width / 10); break;
   case VK_RIGHT: visible.scroll(width / 10); break;
@@ -200,6 +234,8 @@ int32_t Viewer::frameProc(WqWnd *wnd, WqMsg *msg) {
   Viewer &viewer = *reinterpret_cast<Frame *>(wnd)->viewer;
   switch (msg->msg) {
   case WM_DESTROY: viewer.rememberPlace(); return 0;
+  case WM_RENDERFORMAT: Copier::render(msg->wParam); return 0;
+  case WM_RENDERALLFORMATS: Copier::renderAll(msg->hwnd); return 0;
   case WQM_WHEEL: viewer.turnWheel(*reinterpret_cast<const WqWheel *>(msg->wParam)); return 0;
   case WQM_KEY: return wnd->result = viewer.pressKey(msg->wParam);
   default: return 0;

@@ -1,6 +1,9 @@
-// The viewer's window: the wave with an overview below it, levels on its right, a status strip along the bottom.
+// The viewer's window: the bar across its top, the wave with an overview below it, levels on its right, a status strip
+// along the bottom.
 #pragma once
 
+#include "bar.h"
+#include "copier.h"
 #include "level_view.h"
 #include "look.h"
 #include "overview.h"
@@ -29,6 +32,7 @@ class Viewer final : private Control {
  private:
   void show(const Visible &visible) override;
   void point(std::optional<LONG> pointer) override;
+  void carryOut(Command command) override;
 
   void placePanes();
   bool open();
@@ -48,8 +52,10 @@ class Viewer final : private Control {
     WqWnd wnd; // first, so that the window object leads to the viewer
     Viewer *viewer;
   } frame_;
+  Bar bar_;
   StatusView status_;
   LevelView levels_;
   Overview overview_;
   WaveView wave_;
+  Copier copier_;
 };

@@ -3,7 +3,6 @@
 
 #include "platform/kernel/codepage.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <iconv.h>
@@ -16,6 +15,7 @@ namespace {
 
 constexpr char16_t kUndefined = 0xFFFD;
 constexpr char16_t kFirstEscape = 0xE658; // stands for byte 0; 0xE757, the last private code, for byte 255
+constexpr std::string_view kEscapable = " .\\:*?\"<>|ACLNPaclnp"; // beside 1 to 31 and the bytes above 7F
 
 struct Tables {
   std::array<char16_t, 0x10000> character{}; // by code: a single byte, or lead << 8 | trail; 0 where there is none
@@ -134,12 +134,30 @@ std::optional<Decoded> firstCharacter(std::string_view text) {
   return shortest && !surrogate && character <= 0x10FFFF ? std::optional(Decoded{character, length}) : std::nullopt;
 }
 
-// Capital letters of the alphabets that code page 932 has, as their small ones.
-char16_t folded(char16_t c) {
+// Capital letters of the alphabets that code page 932 has, and its Roman numerals, as their small ones.
+char32_t folded(char32_t c) {
   const bool capital = (c >= 'A' && c <= 'Z') || (c >= 0x391 && c <= 0x3A9) || (c >= 0x410 && c <= 0x42F) ||
                        (c >= 0xFF21 && c <= 0xFF3A);
-  if (capital) return static_cast<char16_t>(c + 0x20);
-  return c == 0x401 ? u'\x0451' : c;
+  if (capital) return c + 0x20;
+  if (c >= 0x2160 && c <= 0x2169) return c + 0x10;
+  return c == 0x401 ? 0x451 : c;
+}
+
+// What U+00A1 to U+00FF become where the code page lacks them; 0 for nothing that resembles them.
+constexpr uint16_t kLatin[] = {
+    '!', 0x8191, 0x8192, 0,   0x5C,   '|', 0,      0,      'c', 'a', 0x81E1, 0x81CA, '-', 'R', 0x8150, 0,
+    0,   '2',    '3',    0,   0x83CA, 0,   0x8145, 0x8143, '1', 'o', 0x81E2, 0,      0,   0,   0,      'A',
+    'A', 'A',    'A',    'A', 'A',    'A', 'C',    'E',    'E', 'E', 'E',    'I',    'I', 'I', 'I',    'D',
+    'N', 'O',    'O',    'O', 'O',    'O', 0,      'O',    'U', 'U', 'U',    'U',    'Y', 'T', 's',    'a',
+    'a', 'a',    'a',    'a', 'a',    'a', 'c',    'e',    'e', 'e', 'e',    'i',    'i', 'i', 'i',    'd',
+    'n', 'o',    'o',    'o', 'o',    'o', 0,      'o',    'u', 'u', 'u',    'u',    'y', 't', 'y'};
+constexpr char16_t kFirstLatin = 0xA1, kHiraganaVu = 0x3094;
+
+uint16_t resembling(char16_t character) {
+  constexpr uint16_t kKatakanaVu = 0x8394;
+  if (character == kHiraganaVu) return kKatakanaVu;
+  const bool latin = character >= kFirstLatin && character <= 0xFF;
+  return latin && kLatin[character - kFirstLatin] != 0 ? kLatin[character - kFirstLatin] : uint16_t{'?'};
 }
 
 void appendCode(std::string &out, uint16_t code) {
@@ -148,21 +166,24 @@ void appendCode(std::string &out, uint16_t code) {
 }
 
 bool isEscape(char32_t character) {
-  if (character < kFirstEscape || character >= kFirstEscape + 0x100) return false;
+  if (character <= kFirstEscape || character >= kFirstEscape + 0x100) return false;
   const auto byte = static_cast<unsigned char>(character - kFirstEscape);
-  return byte >= 0x80 || (byte != 0 && kReserved.find(static_cast<char>(byte)) != std::string_view::npos);
+  return byte >= 0x80 || byte < 0x20 || kEscapable.find(static_cast<char>(byte)) != std::string_view::npos;
+}
+
+// The character of the code at a place of a text, and how many bytes it has; 0 where there is none.
+struct Coded {
+  char16_t character;
+  size_t length;
+};
+
+Coded codedAt(std::string_view text, size_t at) {
+  const unsigned first = static_cast<unsigned char>(text[at]);
+  if (!isDoubleByteAt(text, at)) return {tables().character[first], 1};
+  return {tables().character[first << 8 | static_cast<unsigned char>(text[at + 1])], 2};
 }
 
 } // namespace
-
-bool isLeadByte(unsigned char byte) { return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC); }
-
-bool isTrailByte(unsigned char byte) { return (byte >= 0x40 && byte <= 0x7E) || (byte >= 0x80 && byte <= 0xFC); }
-
-bool isDoubleByteAt(std::string_view text, size_t at) {
-  return at + 1 < text.size() && isLeadByte(static_cast<unsigned char>(text[at])) &&
-         isTrailByte(static_cast<unsigned char>(text[at + 1]));
-}
 
 size_t copyWhole(std::string_view text, char *room, size_t size) {
   size_t length = 0;
@@ -184,37 +205,40 @@ char16_t characterOf(uint16_t code) {
 std::string utf8FromCodePage(std::string_view text) {
   std::string out;
   out.reserve(text.size() + text.size() / 2);
-  for (size_t at = 0; at < text.size(); ++at) {
-    unsigned code = static_cast<unsigned char>(text[at]);
-    if (code < 0x80) {
-      out += text[at];
+  for (size_t at = 0; at < text.size();) {
+    if (static_cast<unsigned char>(text[at]) < 0x80) {
+      out += text[at++];
       continue;
     }
-    if (isDoubleByteAt(text, at)) code = code << 8 | static_cast<unsigned char>(text[++at]);
-    const char16_t character = tables().character[code];
+    const auto [character, length] = codedAt(text, at);
     if (isEscape(character))
       out += static_cast<char>(character - kFirstEscape);
     else
       appendUtf8(out, character != 0 ? character : kUndefined);
+    at += length;
   }
   return out;
 }
 
-std::string codePageFromUtf8(std::string_view text, bool partOfName) {
+std::string escapeOf(unsigned char byte) {
+  std::string out;
+  appendCode(out, tables().code[static_cast<char16_t>(kFirstEscape + byte)]);
+  return out;
+}
+
+std::string codePageFromUtf8(std::string_view text) {
   std::string out;
   out.reserve(text.size());
   while (!text.empty()) {
     const std::optional<Decoded> next = firstCharacter(text);
     uint16_t code = 0;
     if (next && next->character < 0x10000 && !isEscape(next->character)) code = tables().code[next->character];
-    if (code != 0 &&
-        !(partOfName && code <= 0xFF && kReserved.find(static_cast<char>(code)) != std::string_view::npos)) {
+    const bool known = code != 0 || (next && next->character == 0);
+    if (known)
       appendCode(out, code);
-      text.remove_prefix(next->length);
-    } else {
-      appendCode(out, tables().code[static_cast<char16_t>(kFirstEscape + static_cast<unsigned char>(text[0]))]);
-      text.remove_prefix(1);
-    }
+    else
+      out += escapeOf(static_cast<unsigned char>(text[0]));
+    text.remove_prefix(known ? next->length : 1);
   }
   return out;
 }
@@ -249,10 +273,54 @@ std::string utf8FromUtf16(std::u16string_view text) {
   return out;
 }
 
-std::u16string foldedName(std::string_view name) {
-  std::u16string wide = utf16FromUtf8(utf8FromCodePage(name));
-  std::transform(wide.begin(), wide.end(), wide.begin(), folded);
-  return wide;
+std::u16string utf16FromText(std::string_view text) {
+  constexpr char16_t kNone = 0x30FB;
+  const auto &characters = tables().character;
+  std::u16string out;
+  out.reserve(text.size());
+  for (size_t at = 0; at < text.size(); ++at) {
+    unsigned code = static_cast<unsigned char>(text[at]);
+    const bool pair =
+        code >= 0x80 && isLeadByte(static_cast<unsigned char>(code)) && at + 1 < text.size() && text[at + 1];
+    if (pair) code = code << 8 | static_cast<unsigned char>(text[++at]);
+    out += code == 0 || characters[code] != 0 ? characters[code] : kNone;
+  }
+  return out;
+}
+
+std::string textFromUtf16(std::u16string_view text) {
+  const auto &codes = tables().code;
+  std::string out;
+  out.reserve(text.size());
+  for (const char16_t character : text) {
+    const uint16_t code = codes[character];
+    appendCode(out, code != 0 || character == 0 ? code : resembling(character));
+  }
+  return out;
+}
+
+std::u16string foldedName(std::string_view text) {
+  std::u16string out;
+  out.reserve(text.size());
+  for (size_t at = 0; at < text.size();) {
+    const auto [character, length] = codedAt(text, at);
+    out += static_cast<char16_t>(folded(character != 0 || text[at] == '\0' ? character : kUndefined));
+    at += length;
+  }
+  return out;
+}
+
+bool differInCaseOnly(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  while (!a.empty()) {
+    const std::optional<Decoded> one = firstCharacter(a), other = firstCharacter(b);
+    const bool same =
+        one && other ? folded(one->character) == folded(other->character) : a[0] == b[0] && !one && !other;
+    if (!same) return false;
+    a.remove_prefix(one ? one->length : 1);
+    b.remove_prefix(other ? other->length : 1);
+  }
+  return true;
 }
 
 } // namespace platform

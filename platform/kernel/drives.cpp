@@ -7,13 +7,14 @@
 #include <string>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <utility>
 
 using namespace platform;
 
 BOOL GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector, LPDWORD freeClusters,
                        LPDWORD clusters) {
   return guarded(FALSE, [&] {
-    const std::string path = root ? nativePath(root) : ".";
+    const std::string path = root ? existingPath(root) : ".";
     struct statvfs status;
     if (path.empty() || statvfs(path.c_str(), &status) != 0) return failWith(ERROR_PATH_NOT_FOUND);
     constexpr uint64_t sector = 512;
@@ -24,10 +25,10 @@ BOOL GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerS
       all /= 2;
       free /= 2;
     }
-    *sectorsPerCluster = static_cast<DWORD>(perCluster);
-    *bytesPerSector = sector;
-    *freeClusters = static_cast<DWORD>(free);
-    *clusters = static_cast<DWORD>(all);
+    const std::pair<LPDWORD, uint64_t> answers[] = {
+        {sectorsPerCluster, perCluster}, {bytesPerSector, sector}, {freeClusters, free}, {clusters, all}};
+    for (const auto &[room, value] : answers)
+      if (room) *room = static_cast<DWORD>(value);
     return TRUE;
   });
 }
@@ -40,7 +41,7 @@ UINT GetDriveTypeA(LPCSTR root) {
     const bool letter = name.size() >= 2 && name[1] == ':';
     const Drive drive = driveOf(letter ? name[0] : 'C');
     if (letter && name.size() <= 3) return drive.type; // a drive without its medium has its kind too
-    const std::string path = nativePath(name);
+    const std::string path = existingPath(name);
     struct stat status;
     return !path.empty() && stat(path.c_str(), &status) == 0 ? drive.type : DRIVE_NO_ROOT_DIR;
   });

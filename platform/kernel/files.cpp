@@ -3,12 +3,14 @@
 
 #include "platform/kernel/files.h"
 
+#include "platform/kernel/codepage.h"
+#include "platform/kernel/durable.h"
 #include "platform/kernel/errors.h"
-#include "platform/kernel/paths.h"
 #include "platform/kernel/sharing.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <optional>
@@ -35,17 +37,33 @@ Descriptor systemOpen(const std::string &path, DWORD access, int flags) {
   return file;
 }
 
-// Opens or creates by a creation word, cutting nothing yet.
-Descriptor openOrCreate(const std::string &path, DWORD access, DWORD creation, bool *existed) {
+bool isMissing(int systemError) { return systemError == ENOENT || systemError == ENOTDIR; }
+
+Descriptor notOpened(int systemError) {
+  errno = systemError;
+  return Descriptor();
+}
+
+// Opens or creates by a creation word, cutting nothing yet. A new file gets the case that was asked for, in folders with
+// the case that they have.
+Descriptor openOrCreate(std::string &path, DWORD access, DWORD creation, bool *existed) {
   const bool creates = creation == CREATE_NEW || creation == CREATE_ALWAYS || creation == OPEN_ALWAYS;
   for (;;) {
+    int error = EEXIST;
     *existed = true;
     if (creation != CREATE_NEW) {
       Descriptor file = systemOpen(path, access, 0);
-      if (file.valid() || errno != ENOENT || !creates) return file;
+      if (file.valid() || !isMissing(errno)) return file;
+      error = errno;
     }
+    FoundPath found = findPath(path);
+    const bool other = found.exists && found.path != path;
+    path = std::move(found.path);
+    if (creation == CREATE_NEW ? found.exists : !creates && !other) return notOpened(error);
+    if (other) continue;
     *existed = false;
-    Descriptor file = systemOpen(path, access, O_CREAT | O_EXCL);
+    // what is there and can't be opened is a link that leads nowhere: its goal is made
+    Descriptor file = systemOpen(path, access, found.exists ? O_CREAT : O_CREAT | O_EXCL);
     if (file.valid() || errno != EEXIST || creation == CREATE_NEW) return file;
   }
 }
@@ -60,8 +78,10 @@ std::optional<DWORD> refusal(int file, DWORD access, DWORD share, bool existed) 
   if (fstat(file, &status) != 0) return errorOf(errno);
   if (S_ISDIR(status.st_mode)) return ERROR_ACCESS_DENIED;
   if (existed && (access & GENERIC_WRITE) && isReadOnly(status)) return ERROR_ACCESS_DENIED;
-  if (!claim(file, access, share)) return ERROR_SHARING_VIOLATION;
-  return std::nullopt;
+  if (!S_ISREG(status.st_mode)) return std::nullopt;
+  const bool writes = (access & GENERIC_WRITE) != 0;
+  const bool claimed = share == kOfProfile ? claimForProfile(file, writes) : claim(file, access, share);
+  return claimed ? std::nullopt : std::optional<DWORD>(ERROR_SHARING_VIOLATION);
 }
 
 bool cut(int file, off_t size) {
@@ -83,12 +103,12 @@ template <typename Call> BOOL transfer(DWORD size, DWORD *count, Call call) {
     done += static_cast<DWORD>(step);
     if (static_cast<size_t>(step) < kPiece) break;
   }
-  *count = done;
+  if (count) *count = done;
   return TRUE;
 }
 
 std::shared_ptr<File> usable(HANDLE handle, DWORD access, DWORD *count) {
-  *count = 0;
+  if (count) *count = 0;
   std::shared_ptr<File> file = handles().get<File>(handle);
   if (!file)
     SetLastError(ERROR_INVALID_HANDLE);
@@ -119,7 +139,7 @@ bool copyContent(int from, int to) {
 }
 
 // Copies a file with its time and attributes. A copy that fails on the way leaves no new file behind.
-bool copyFile(const std::string &from, const std::string &to, DWORD creation) {
+bool copyFile(std::string from, std::string to, DWORD creation) {
   bool existed;
   const Descriptor source =
       openFile(from, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, &existed);
@@ -128,6 +148,7 @@ bool copyFile(const std::string &from, const std::string &to, DWORD creation) {
   if (fstat(source.get(), &status) != 0) return failWithErrno();
   const Descriptor copy = openFile(to, GENERIC_WRITE, 0, creation, FILE_ATTRIBUTE_NORMAL, &existed);
   if (!copy.valid()) return false;
+  if (isNullDevice(to)) return true;
   if (!copyContent(source.get(), copy.get())) {
     const DWORD error = GetLastError();
     if (!existed) unlink(to.c_str());
@@ -141,19 +162,42 @@ bool copyFile(const std::string &from, const std::string &to, DWORD creation) {
   return true;
 }
 
-bool moveFile(const std::string &from, const std::string &to) {
-  struct stat status;
-  if (lstat(from.c_str(), &status) != 0) return failWith(errno == ENOENT ? missingError(from) : errorOf(errno));
-  if (from == to) return true;
-  if (const DWORD error = removalError(from)) return failWith(error);
+// Gives what there is under a path another one, under which there is nothing but itself in another case.
+bool rename(const std::string &from, const std::string &to, bool sameFile) {
+  if (sameFile) return std::rename(from.c_str(), to.c_str()) == 0 || failWithErrno();
   if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
-  if (errno == EXDEV && S_ISREG(status.st_mode))
-    return copyFile(from, to, CREATE_NEW) && (unlink(from.c_str()) == 0 || failWithErrno());
-  if (errno == EINVAL || errno == ENOSYS) { // a file system without that flag
-    if (lstat(to.c_str(), &status) == 0) return failWith(ERROR_ALREADY_EXISTS);
-    return rename(from.c_str(), to.c_str()) == 0 || failWithErrno();
-  }
+  const bool knowsFlag = errno != EINVAL && errno != ENOSYS;
+  if (!knowsFlag && std::rename(from.c_str(), to.c_str()) == 0) return true;
   return failWith(errno == ENOENT ? ERROR_PATH_NOT_FOUND : errorOf(errno));
+}
+
+// Whether a file's bytes are on the disk. One that can't be opened keeps its own time.
+bool syncPath(const std::string &path) {
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  return !file.valid() || syncFile(file.get());
+}
+
+// A power cut leaves the file whole under one of the two names.
+bool moveFile(std::string from, const std::string &name) {
+  struct stat status, there;
+  if (onPath(from, [&](const char *path) { return lstat(path, &status); }) != 0)
+    return failWith(errno == ENOENT ? missingError(from) : errorOf(errno));
+  const FoundPath found = findPath(name);
+  const bool sameFile = found.exists && lstat(found.path.c_str(), &there) == 0 && there.st_dev == status.st_dev &&
+                        there.st_ino == status.st_ino && differInCaseOnly(lastPart(from), lastPart(found.path));
+  if (found.exists && !sameFile) return failWith(ERROR_ALREADY_EXISTS);
+  if (const DWORD error = removalError(from)) return failWith(error);
+  // the folders have the case that they have, and the file gets the one that was asked for
+  const std::string_view last = lastPart(name);
+  const std::string to = found.path.substr(0, found.path.size() - last.size()) + std::string(last);
+  if (S_ISREG(status.st_mode) && !syncPath(from)) return failWithErrno();
+  if (!rename(from, to, sameFile)) {
+    if (GetLastError() != ERROR_NOT_SAME_DEVICE || !S_ISREG(status.st_mode)) return false;
+    if (!copyFile(from, to, CREATE_NEW)) return false;
+    if (!syncPath(to) || unlink(from.c_str()) != 0) return failWithErrno();
+  }
+  syncFolderOf(to);
+  return true;
 }
 
 } // namespace
@@ -175,32 +219,40 @@ int Descriptor::release() {
   return number;
 }
 
-Descriptor openFile(const std::string &path, DWORD access, DWORD share, DWORD creation, DWORD attributes,
-                    bool *existed) {
-  Descriptor file = openOrCreate(path, access, creation, existed);
+Descriptor openFile(std::string &path, DWORD access, DWORD share, DWORD creation, DWORD attributes, bool *existed) {
+  *existed = false;
+  if (isNullDevice(path)) return systemOpen(path, access, 0); // always there, and nobody has it alone
+  const bool cuts = creation == CREATE_ALWAYS || creation == TRUNCATE_EXISTING;
+  const DWORD needed = cuts ? access | GENERIC_WRITE : access; // who cuts a file writes it, whatever comes then
+  Descriptor file = openOrCreate(path, needed, creation, existed);
   if (!file.valid()) {
     SetLastError(openError(path, creation));
     return file;
   }
-  if (const std::optional<DWORD> error = refusal(file.get(), access, share, *existed)) {
+  if (const std::optional<DWORD> error = refusal(file.get(), needed, share, *existed)) {
     SetLastError(*error);
     return Descriptor();
   }
-  const bool cuts = *existed && (creation == CREATE_ALWAYS || creation == TRUNCATE_EXISTING);
-  if (cuts && !cut(file.get(), 0)) return Descriptor();
+  if (*existed && cuts && !cut(file.get(), 0)) return Descriptor();
+  if (needed != access) narrowClaim(file.get(), access);
   if (!*existed && (attributes & (FILE_ATTRIBUTE_READONLY | kKeptAttributes))) setAttributes(path, attributes);
   return file;
 }
 
 DWORD missingError(const std::string &path) {
-  const size_t slash = path.find_last_of('/');
+  const size_t slash = path.find_last_of('/', path.find_last_not_of('/'));
   if (slash == std::string::npos || slash == 0) return ERROR_FILE_NOT_FOUND;
   struct stat status;
   const bool folder = stat(path.substr(0, slash).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
   return folder ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
 }
 
-std::string_view lastPart(std::string_view path) { return path.substr(path.find_last_of('/') + 1); }
+bool isFolderLink(const std::string &path) {
+  const std::string own = path.substr(0, path.find_last_not_of('/') + 1); // with a slash behind it, a link is its goal
+  struct stat status;
+  return lstat(own.c_str(), &status) == 0 && S_ISLNK(status.st_mode) && stat(own.c_str(), &status) == 0 &&
+         S_ISDIR(status.st_mode);
+}
 
 DWORD attributesOf(const std::string &path, const struct stat &status) {
   const std::string_view name = lastPart(path);
@@ -208,7 +260,8 @@ DWORD attributesOf(const std::string &path, const struct stat &status) {
   const ssize_t length = getxattr(path.c_str(), kAttributeName, text, sizeof text - 1);
   DWORD attributes = length > 0 ? static_cast<DWORD>(std::strtoul(text, nullptr, 16)) & kKeptAttributes : 0;
   if (name.size() > 1 && name[0] == '.' && name != "..") attributes |= FILE_ATTRIBUTE_HIDDEN;
-  if (S_ISDIR(status.st_mode)) return attributes | FILE_ATTRIBUTE_DIRECTORY;
+  if (S_ISDIR(status.st_mode))
+    return attributes | FILE_ATTRIBUTE_DIRECTORY | (isFolderLink(path) ? FILE_ATTRIBUTE_REPARSE_POINT : 0);
   if (isReadOnly(status)) attributes |= FILE_ATTRIBUTE_READONLY;
   return attributes | FILE_ATTRIBUTE_ARCHIVE;
 }
@@ -238,11 +291,12 @@ using namespace platform;
 HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD creation, DWORD attributes,
                    HANDLE) {
   return guarded<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE {
-    if (creation < CREATE_NEW || creation > TRUNCATE_EXISTING) {
+    const bool cutsUnwritten = creation == TRUNCATE_EXISTING && !(access & GENERIC_WRITE);
+    if (creation < CREATE_NEW || creation > TRUNCATE_EXISTING || cutsUnwritten) {
       SetLastError(ERROR_INVALID_PARAMETER);
       return INVALID_HANDLE_VALUE;
     }
-    const std::string path = nativePath(name);
+    std::string path = openablePath(given(name));
     if (path.empty()) return INVALID_HANDLE_VALUE;
     bool existed;
     Descriptor descriptor = openFile(path, access, share, creation, attributes, &existed);
@@ -257,7 +311,7 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES
 
 BOOL ReadFile(HANDLE handle, LPVOID bytes, DWORD size, LPDWORD count, LPOVERLAPPED) {
   const std::shared_ptr<File> file = usable(handle, GENERIC_READ, count);
-  if (!file) return FALSE;
+  if (!file || (!bytes && size > 0)) return file ? failWith(ERROR_NOACCESS) : FALSE;
   return transfer(size, count, [&](DWORD done, size_t piece) {
     return read(file->descriptor(), static_cast<char *>(bytes) + done, piece);
   });
@@ -265,7 +319,7 @@ BOOL ReadFile(HANDLE handle, LPVOID bytes, DWORD size, LPDWORD count, LPOVERLAPP
 
 BOOL WriteFile(HANDLE handle, LPCVOID bytes, DWORD size, LPDWORD count, LPOVERLAPPED) {
   const std::shared_ptr<File> file = usable(handle, GENERIC_WRITE, count);
-  if (!file) return FALSE;
+  if (!file || (!bytes && size > 0)) return file ? failWith(ERROR_INVALID_USER_BUFFER) : FALSE;
   return transfer(size, count, [&](DWORD done, size_t piece) {
     return write(file->descriptor(), static_cast<const char *>(bytes) + done, piece);
   });
@@ -284,18 +338,18 @@ DWORD GetFileSize(HANDLE handle, LPDWORD high) {
 }
 
 BOOL SetEndOfFile(HANDLE handle) {
-  DWORD ignored;
-  const std::shared_ptr<File> file = usable(handle, GENERIC_WRITE, &ignored);
+  const std::shared_ptr<File> file = usable(handle, GENERIC_WRITE, nullptr);
   return file && cut(file->descriptor(), lseek(file->descriptor(), 0, SEEK_CUR));
 }
 
 BOOL DeleteFileA(LPCSTR name) {
   return guarded(FALSE, [&] {
-    const std::string path = nativePath(name);
+    std::string path = nativePath(given(name));
     if (path.empty()) return FALSE;
     struct stat status;
-    if (lstat(path.c_str(), &status) != 0) return failWith(errno == ENOENT ? missingError(path) : errorOf(errno));
-    if (S_ISDIR(status.st_mode) || (S_ISREG(status.st_mode) && isReadOnly(status)))
+    if (onPath(path, [&](const char *each) { return lstat(each, &status); }) != 0)
+      return failWith(errno == ENOENT ? missingError(path) : errorOf(errno));
+    if (S_ISDIR(status.st_mode) || isFolderLink(path) || (S_ISREG(status.st_mode) && isReadOnly(status)))
       return failWith(ERROR_ACCESS_DENIED);
     if (const DWORD error = removalError(path)) return failWith(error);
     return unlink(path.c_str()) == 0 ? TRUE : failWithErrno();
@@ -304,26 +358,27 @@ BOOL DeleteFileA(LPCSTR name) {
 
 BOOL MoveFileA(LPCSTR from, LPCSTR to) {
   return guarded(FALSE, [&]() -> BOOL {
-    const std::string source = nativePath(from);
-    const std::string destination = source.empty() ? source : nativePath(to);
+    const std::string source = nativePath(given(from));
+    const std::string destination = source.empty() ? source : nativePath(given(to));
     return !destination.empty() && moveFile(source, destination);
   });
 }
 
 BOOL CopyFileA(LPCSTR from, LPCSTR to, BOOL failIfExists) {
   return guarded(FALSE, [&]() -> BOOL {
-    const std::string source = nativePath(from);
-    const std::string copy = source.empty() ? source : nativePath(to);
+    const std::string source = nativePath(given(from));
+    const std::string copy = source.empty() ? source : openablePath(given(to));
     return !copy.empty() && copyFile(source, copy, failIfExists ? CREATE_NEW : CREATE_ALWAYS);
   });
 }
 
 DWORD GetFileAttributesA(LPCSTR name) {
   return guarded(INVALID_FILE_ATTRIBUTES, [&] {
-    const std::string path = nativePath(name);
+    std::string path = openablePath(given(name));
     struct stat status;
     if (path.empty()) return INVALID_FILE_ATTRIBUTES;
-    if (stat(path.c_str(), &status) == 0) return attributesOf(path, status);
+    if (isNullDevice(path)) return DWORD{FILE_ATTRIBUTE_ARCHIVE};
+    if (onPath(path, [&](const char *each) { return stat(each, &status); }) == 0) return attributesOf(path, status);
     SetLastError(errno == ENOENT ? missingError(path) : errorOf(errno));
     return INVALID_FILE_ATTRIBUTES;
   });
@@ -331,7 +386,7 @@ DWORD GetFileAttributesA(LPCSTR name) {
 
 BOOL SetFileAttributesA(LPCSTR name, DWORD attributes) {
   return guarded(FALSE, [&]() -> BOOL {
-    const std::string path = nativePath(name);
-    return !path.empty() && setAttributes(path, attributes);
+    const std::string path = existingPath(given(name));
+    return !path.empty() && (isNullDevice(path) || setAttributes(path, attributes));
   });
 }

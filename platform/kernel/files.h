@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/kernel/handles.h"
+#include "platform/kernel/paths.h"
 
 #include <string>
 #include <sys/stat.h>
@@ -35,19 +36,22 @@ class File : public Closable {
   DWORD access_;
 };
 
+// In place of a share mode: a call on a profile opens the file.
+constexpr DWORD kOfProfile = 0xFFFFFFFF;
+
 // Opens a file as CreateFileA does.
-// Result: an invalid descriptor, with the last error set, on failure. existed tells whether the file was there before.
-Descriptor openFile(const std::string &path, DWORD access, DWORD share, DWORD creation, DWORD attributes,
-                    bool *existed);
+// path: becomes that of what is found without regard to case. existed: gets whether the file was there before.
+// Result: an invalid descriptor, with the last error set, on failure.
+Descriptor openFile(std::string &path, DWORD access, DWORD share, DWORD creation, DWORD attributes, bool *existed);
 
 // ERROR_PATH_NOT_FOUND when the folder of a missing file is missing too, else ERROR_FILE_NOT_FOUND.
 DWORD missingError(const std::string &path);
 
+// Whether the last part of a path is a link to a folder.
+bool isFolderLink(const std::string &path);
+
 // The attributes of a file whose status is known, and their setting.
 DWORD attributesOf(const std::string &path, const struct stat &status);
 bool setAttributes(const std::string &path, DWORD attributes);
-
-// The name behind the last slash.
-std::string_view lastPart(std::string_view path);
 
 } // namespace platform

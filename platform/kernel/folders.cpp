@@ -3,7 +3,6 @@
 #include "platform/kernel/codepage.h"
 #include "platform/kernel/errors.h"
 #include "platform/kernel/files.h"
-#include "platform/kernel/paths.h"
 
 #include <algorithm>
 #include <array>
@@ -12,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dirent.h>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace platform {
@@ -46,11 +46,10 @@ bool matches(std::u16string_view name, std::u16string_view pattern) {
   return at == pattern.size();
 }
 
-// "*.*" and "*." mean all names, with a point or without.
+// "*.*" means all names, with a point or without. Points and blanks at the end don't count, as in any name.
 std::u16string patternOf(std::string_view text) {
-  std::u16string pattern = foldedName(text);
-  if (pattern == u"*.*" || pattern == u"*.") return u"*";
-  return pattern;
+  std::u16string pattern = foldedName(text.substr(0, text.find_last_not_of(". ") + 1));
+  return pattern == u"*.*" ? u"*" : pattern;
 }
 
 FILETIME fileTime(const timespec &time) {
@@ -99,9 +98,12 @@ class Find : public Object {
 };
 
 // The names of a folder that match, in the order of their letters, the folder itself and its parent first.
-bool listFolder(const std::string &folder, std::string_view text, std::vector<std::string> &names) {
-  const std::unique_ptr<DIR, int (*)(DIR *)> stream(opendir(folder.c_str()), closedir);
+// folder: becomes what is found without regard to case.
+bool listFolder(std::string &folder, std::string_view text, std::vector<std::string> &names) {
+  Descriptor file(onPath(folder, [](const char *path) { return open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+  const std::unique_ptr<DIR, int (*)(DIR *)> stream(file.valid() ? fdopendir(file.get()) : nullptr, closedir);
   if (!stream) return failWith(errno == ENOENT ? ERROR_PATH_NOT_FOUND : errorOf(errno));
+  file.release(); // the stream closes it
   const std::u16string pattern = patternOf(text);
   const bool root = folder == "/";
   std::vector<std::pair<std::u16string, std::string>> found;
@@ -118,7 +120,14 @@ bool listFolder(const std::string &folder, std::string_view text, std::vector<st
   return true;
 }
 
-// The real name of what a path without wildcards leads to.
+// A link is taken away as such, whatever its goal holds.
+int removeFolder(const char *path) {
+  const std::string name(path);
+  if (isFolderLink(name)) return unlink(name.substr(0, name.find_last_not_of('/') + 1).c_str());
+  return rmdir(path);
+}
+
+// The name under which a folder has what a path leads to.
 std::string realName(const std::string &path) {
   const std::string_view last = lastPart(path);
   if (last != "." && last != "..") return std::string(last);
@@ -126,47 +135,50 @@ std::string realName(const std::string &path) {
   return real ? std::string(lastPart(real.get())) : std::string();
 }
 
-// Where the last part of a name begins.
-size_t lastPartAt(std::string_view name) {
-  size_t start = name.size() >= 2 && name[1] == ':' ? 2 : 0;
-  for (size_t at = start; at < name.size(); ++at) {
-    if (isDoubleByteAt(name, at))
-      ++at;
-    else if (isSeparator(name[at]))
-      start = at + 1;
-  }
-  return start;
+HANDLE notFound(DWORD error) {
+  SetLastError(error);
+  return INVALID_HANDLE_VALUE;
+}
+
+HANDLE openFind(std::shared_ptr<Find> find) {
+  const HANDLE handle = handles().open(std::move(find));
+  return handle ? handle : INVALID_HANDLE_VALUE;
+}
+
+// A search whose only entry has been handed out.
+HANDLE openEnded() { return openFind(std::make_shared<Find>(std::string(), std::vector<std::string>())); }
+
+// The device that swallows everything is found in every folder.
+HANDLE findDevice(std::string_view name, WIN32_FIND_DATAA *entry) {
+  *entry = {};
+  entry->dwFileAttributes = FILE_ATTRIBUTE_ARCHIVE;
+  name.substr(lastPartAt(name), std::strlen("NUL")).copy(entry->cFileName, sizeof entry->cFileName - 1);
+  return openEnded();
 }
 
 HANDLE findOne(std::string_view name, WIN32_FIND_DATAA *entry) {
-  const std::string path = nativePath(name);
-  if (path.empty()) return INVALID_HANDLE_VALUE;
-  const std::string part = realName(path);
-  if (part.empty() || !describe(path, nameOfPart(part), *entry)) {
-    SetLastError(missingError(path));
-    return INVALID_HANDLE_VALUE;
-  }
-  const HANDLE handle = handles().open(std::make_shared<Find>(std::string(), std::vector<std::string>()));
-  return handle ? handle : INVALID_HANDLE_VALUE;
+  const std::string wanted = openablePath(name);
+  if (wanted.empty()) return INVALID_HANDLE_VALUE;
+  if (isNullDevice(wanted)) return findDevice(name, entry);
+  const FoundPath found = findPath(wanted);
+  const std::string part = realName(found.path);
+  if (!found.exists || part.empty() || !describe(found.path, nameOfPart(part), *entry))
+    return notFound(missingError(found.path));
+  return openEnded();
 }
 
 HANDLE findMany(std::string_view folderName, std::string_view pattern, WIN32_FIND_DATAA *entry) {
-  const std::string folder = folderName.empty() ? "." : nativePath(folderName);
+  std::string folder = folderName.empty() ? "." : nativePath(folderName);
   std::vector<std::string> names;
   if (folder.empty() || !listFolder(folder, pattern, names)) return INVALID_HANDLE_VALUE;
-  auto find = std::make_shared<Find>(folder, std::move(names));
-  if (!find->next(*entry)) {
-    SetLastError(ERROR_FILE_NOT_FOUND);
-    return INVALID_HANDLE_VALUE;
-  }
-  const HANDLE handle = handles().open(std::move(find));
-  return handle ? handle : INVALID_HANDLE_VALUE;
+  auto find = std::make_shared<Find>(std::move(folder), std::move(names));
+  return find->next(*entry) ? openFind(std::move(find)) : notFound(ERROR_FILE_NOT_FOUND);
 }
 
 // Copies a name to a caller's room.
 // Result: its length, or the room needed with the NUL where there is less.
 DWORD handOut(const std::string &name, DWORD size, LPSTR text) {
-  if (name.size() >= size) return static_cast<DWORD>(name.size() + 1);
+  if (!text || name.size() >= size) return static_cast<DWORD>(name.size() + 1);
   std::memcpy(text, name.c_str(), name.size() + 1);
   return static_cast<DWORD>(name.size());
 }
@@ -197,15 +209,23 @@ bool isAbsolute(std::string_view name) {
   return (!name.empty() && isSeparator(name[0])) || (name.size() >= 2 && name[1] == ':');
 }
 
-// The full name of a file in one folder; empty when there is none.
+// A folded path from the root on.
+std::string absolutePath(std::string_view path) {
+  if (path.starts_with('/')) return std::string(path);
+  std::string folder = currentFolder();
+  while (path.starts_with("../")) {
+    folder.resize(std::min(folder.rfind('/'), folder.size()));
+    path.remove_prefix(3);
+  }
+  return folder + '/' + std::string(path);
+}
+
+// The full name of a file in one folder, as it was given; empty when there is none.
 std::string fullName(std::string_view folder, const std::string &file) {
   std::string name(folder);
   if (!name.empty() && !isSeparator(name.back())) name += '\\';
   const std::string path = nativePath(name + file);
-  struct stat status;
-  if (path.empty() || stat(path.c_str(), &status) != 0) return {};
-  const std::unique_ptr<char, void (*)(void *)> real(realpath(path.c_str(), nullptr), std::free);
-  return real ? nameOfPath(real.get()) : std::string();
+  return !path.empty() && findPath(path).exists ? nameOfPath(absolutePath(path)) : std::string();
 }
 
 std::string search(LPCSTR searchPath, const std::string &file) {
@@ -231,7 +251,7 @@ using namespace platform;
 
 HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA *entry) {
   return guarded<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE {
-    const std::string_view name = pattern;
+    const std::string_view name = given(pattern);
     const size_t last = lastPartAt(name);
     if (name.empty() || last == name.size()) { // a separator or a drive at the end leads to no entry
       SetLastError(name.empty() ? ERROR_PATH_NOT_FOUND : ERROR_FILE_NOT_FOUND);
@@ -267,25 +287,27 @@ DWORD SearchPathA(LPCSTR path, LPCSTR name, LPCSTR extension, DWORD size, LPSTR 
       return 0;
     }
     const DWORD length = handOut(full, size, found);
-    if (filePart && length < size) *filePart = found + lastPartAt(full);
+    if (filePart && found && length < size) *filePart = found + lastPartAt(full);
     return length;
   });
 }
 
 BOOL CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES) {
   return guarded(FALSE, [&] {
-    const std::string path = nativePath(name);
+    const std::string path = nativePath(given(name));
     if (path.empty()) return FALSE;
-    if (mkdir(path.c_str(), 0777) == 0) return TRUE;
+    const FoundPath found = findPath(path);
+    if (found.exists) return failWith(ERROR_ALREADY_EXISTS);
+    if (mkdir(found.path.c_str(), 0777) == 0) return TRUE;
     return failWith(errno == ENOENT ? ERROR_PATH_NOT_FOUND : errorOf(errno));
   });
 }
 
 BOOL RemoveDirectoryA(LPCSTR name) {
   return guarded(FALSE, [&] {
-    const std::string path = nativePath(name);
+    std::string path = nativePath(given(name));
     if (path.empty()) return FALSE;
-    if (rmdir(path.c_str()) == 0) return TRUE;
+    if (onPath(path, removeFolder) == 0) return TRUE;
     if (errno == ENOTDIR) return failWith(ERROR_DIRECTORY);
     return failWith(errno == ENOENT ? missingError(path) : errorOf(errno));
   });

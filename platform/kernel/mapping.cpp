@@ -116,6 +116,11 @@ HANDLE CreateFileMappingA(HANDLE handle, LPSECURITY_ATTRIBUTES, DWORD protection
                           LPCSTR name) {
   return guarded<HANDLE>(nullptr, [&]() -> HANDLE {
     const bool writable = (protection & PAGE_READWRITE) != 0;
+    const DWORD pages = protection & ~SEC_COMMIT;
+    if (pages != PAGE_READONLY && pages != PAGE_READWRITE) {
+      SetLastError(ERROR_INVALID_PARAMETER);
+      return nullptr;
+    }
     const std::shared_ptr<File> file = handles().get<File>(handle);
     if (!file || name) { // memory without a file, and memory known by a name, have no user here
       SetLastError(name ? ERROR_NOT_SUPPORTED : ERROR_INVALID_HANDLE);

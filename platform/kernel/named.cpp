@@ -1,14 +1,22 @@
 // A block is a small file in memory. Each process that holds it has a shared lock on the file, which goes with the process
 // however it ends: who can get the file for himself knows that nobody else is there. A second lock, on the file's first
 // byte, lets openers and closers take turns.
+//
+// The files lie in a folder that is the user's own and closed to others: nobody else can put a file there, cut one under a
+// process that has it mapped, or look into it. Files that killed processes left are cleared by the next process that
+// uses a name.
 
 #include "platform/kernel/named.h"
 
 #include "platform/kernel/errors.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
+#include <dirent.h>
 #include <fcntl.h>
+#include <memory>
+#include <mutex>
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -32,21 +40,41 @@ uint64_t hashOf(const std::string &text, uint64_t start) {
   return start;
 }
 
-std::string pathOf(const std::string &name) {
-  char path[96];
-  const char *folder = access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
-  std::snprintf(path, sizeof path, "%s/winapi-%u-%016llx%016llx", folder, static_cast<unsigned>(geteuid()),
-                static_cast<unsigned long long>(hashOf(name, UINT64_C(0xCBF29CE484222325))),
-                static_cast<unsigned long long>(hashOf(name, UINT64_C(0x84222325CBF29CE4))));
-  return path;
+bool isOwnFolder(const std::string &path) {
+  struct stat status;
+  return lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == geteuid() &&
+         (status.st_mode & 0077) == 0;
 }
 
-void setTurn(int file, short type) {
+// The user's folder for files in memory, made where it is missing. Empty, with the last error set, where others have taken
+// the name of each.
+std::string ownFolder() {
+  const std::string user = "/winapi-" + std::to_string(geteuid());
+  const char *session = std::getenv("XDG_RUNTIME_DIR");
+  const bool inSession = session && isOwnFolder(session);
+  std::string folders[] = {inSession ? session + user : "", "/dev/shm" + user, "/tmp" + user};
+  for (std::string &folder : folders)
+    if ((mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) && isOwnFolder(folder)) return std::move(folder);
+  SetLastError(ERROR_ACCESS_DENIED);
+  return {};
+}
+
+std::string fileNameOf(const std::string &name) {
+  char text[40];
+  std::snprintf(text, sizeof text, "/%016llx%016llx",
+                static_cast<unsigned long long>(hashOf(name, UINT64_C(0xCBF29CE484222325))),
+                static_cast<unsigned long long>(hashOf(name, UINT64_C(0x84222325CBF29CE4))));
+  return text;
+}
+
+bool setTurn(int file, short type, int command = F_OFD_SETLKW) {
   struct flock turn {};
   turn.l_type = type;
   turn.l_whence = SEEK_SET;
   turn.l_len = 1;
-  while (fcntl(file, F_OFD_SETLKW, &turn) != 0 && errno == EINTR) {}
+  while (fcntl(file, command, &turn) != 0)
+    if (errno != EINTR) return false;
+  return true;
 }
 
 bool isStillNamed(int file, const std::string &path) {
@@ -54,6 +82,36 @@ bool isStillNamed(int file, const std::string &path) {
   struct stat named;
   return fstat(file, &opened) == 0 && stat(path.c_str(), &named) == 0 && opened.st_ino == named.st_ino &&
          opened.st_dev == named.st_dev;
+}
+
+// Takes a file away that nobody has open. One whose turn somebody has is in use.
+void clearFile(const std::string &path) {
+  const Descriptor file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+  const bool free = file.valid() && setTurn(file.get(), F_WRLCK, F_OFD_SETLK) &&
+                    flock(file.get(), LOCK_EX | LOCK_NB) == 0 && isStillNamed(file.get(), path);
+  if (free) unlink(path.c_str());
+}
+
+void clearFolder(const std::string &folder) {
+  const std::unique_ptr<DIR, int (*)(DIR *)> stream(opendir(folder.c_str()), closedir);
+  while (const dirent *entry = stream ? readdir(stream.get()) : nullptr)
+    if (entry->d_name[0] != '.') clearFile(folder + '/' + entry->d_name);
+}
+
+// The file of a name. Empty, with the last error set, where there can be none.
+std::string pathOf(const std::string &name) {
+  static std::once_flag cleared;
+  std::string folder = ownFolder();
+  if (folder.empty()) return folder;
+  std::call_once(cleared, clearFolder, folder);
+  return folder + fileNameOf(name);
+}
+
+// Whether a file is a block as this process would make it.
+bool isBlock(int file) {
+  struct stat status;
+  return fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
+         status.st_size == sizeof(Content);
 }
 
 // The block's file, with the turn taken.
@@ -74,6 +132,7 @@ Descriptor openInTurn(const std::string &path, bool create) {
 bool SharedBlock::acquire(const char *kind, const std::string &name, bool create, bool &made) {
   if (name.size() >= kNameRoom) return failWith(ERROR_FILENAME_EXCED_RANGE);
   path_ = pathOf(name);
+  if (path_.empty()) return false;
   Descriptor file = openInTurn(path_, create);
   if (!file.valid()) return false;
   made = flock(file.get(), LOCK_EX | LOCK_NB) == 0; // nobody is there
@@ -82,6 +141,7 @@ bool SharedBlock::acquire(const char *kind, const std::string &name, bool create
     return failWith(ERROR_FILE_NOT_FOUND);
   }
   if (made && (ftruncate(file.get(), 0) != 0 || ftruncate(file.get(), sizeof(Content)) != 0)) return failWithErrno();
+  if (!isBlock(file.get())) return failWith(ERROR_INVALID_HANDLE);
   void *memory = mmap(nullptr, sizeof(Content), PROT_READ | PROT_WRITE, MAP_SHARED, file.get(), 0);
   if (memory == MAP_FAILED) return failWithErrno();
   auto *content = static_cast<Content *>(memory);

@@ -1,19 +1,27 @@
-// Names are decoded before anybody looks for separators, since 0x5C can be the second half of a character.
+// Names are folded in code page 932, where an escape is still told from what it stands for, and are decoded last.
 
 #include "platform/kernel/paths.h"
 
 #include "platform/kernel/codepage.h"
-#include "platform/kernel/errors.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
 #include <mutex>
-#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
 
 namespace platform {
 
 namespace {
+
+constexpr std::string_view kForbidden = "*?\"<>|";
+constexpr std::string_view kReserved = "\\:*?\"<>|"; // what means something in a name and nothing in a part of a path
+constexpr std::string_view kDeviceLetters = "ACLNPaclnp"; // one of which each device's name begins with
+constexpr std::string_view kNullName = "NUL";
+constexpr const char *kNullPath = "/dev/null";
 
 std::mutex drivesMutex;
 
@@ -44,20 +52,154 @@ std::string withSlashes(std::string_view name) {
   return out;
 }
 
-// Whether a name has one of the characters that no file's name has. They are single bytes.
+constexpr bool isForbidden(unsigned char byte) {
+  return byte < 0x20 || byte == '|' || (byte < 0x40 && kForbidden.find(static_cast<char>(byte)) != kForbidden.npos);
+}
+
+// Whether a name has one of the bytes that no file's name has. They are no second halves of characters here.
 bool hasForbidden(std::string_view name) {
-  for (size_t at = 0; at < name.size(); ++at) {
-    if (isDoubleByteAt(name, at))
-      ++at;
-    else if (std::string_view("*?\"<>|").find(name[at]) != std::string_view::npos)
-      return true;
-  }
+  for (size_t at = 0; at < name.size(); at += isDoubleByteAt(name, at) ? 2 : 1)
+    if (isForbidden(static_cast<unsigned char>(name[at]))) return true;
   return false;
+}
+
+// One part of a name as Windows takes it: inside without one point at its end, at the end without points and blanks.
+std::string_view meantPart(std::string_view part, bool last) {
+  if (last) return part.substr(0, part.find_last_not_of(". ") + 1);
+  const bool drops = part.ends_with('.') && !part.ends_with("..");
+  return drops ? part.substr(0, part.size() - 1) : part;
+}
+
+// Folds a name with slashes. A slash at the end stays. Blank where there is nothing but blanks.
+std::string foldedPath(std::string_view name) {
+  const bool absolute = name.starts_with('/');
+  std::string path(absolute ? "/" : "");
+  std::vector<size_t> starts; // in path, of the parts that a ".." takes back
+  for (size_t at = 0; at < name.size();) {
+    const size_t end = std::min(name.find('/', at), name.size());
+    const std::string_view part = name.substr(at, end - at);
+    at = end + 1;
+    if (part == "..") {
+      if (!starts.empty()) {
+        path.resize(starts.back());
+        starts.pop_back();
+      } else if (!absolute) {
+        path += "../";
+      }
+      continue;
+    }
+    const std::string_view meant = meantPart(part, end == name.size());
+    if (meant.empty()) continue;
+    starts.push_back(path.size());
+    path.append(meant) += '/';
+  }
+  if (path.size() > 1 && !name.ends_with('/')) path.pop_back();
+  return path.empty() && name.find_first_not_of(' ') != std::string_view::npos ? "." : path;
+}
+
+// The device that a name's last part stands for, whatever follows it behind a point; empty for a file's name.
+std::string_view deviceOf(std::string_view path) {
+  std::string_view part = lastPart(path);
+  part = part.substr(0, std::min(part.find_first_of(".:"), part.size()));
+  part = part.substr(0, part.find_last_not_of(' ') + 1);
+  if (part.size() < 3 || part.size() > 7 || kDeviceLetters.find(part[0]) == std::string_view::npos) return {};
+  for (const std::string_view device : {"NUL", "CON", "PRN", "AUX", "CONIN$", "CONOUT$"})
+    if (differInCaseOnly(part, device)) return device;
+  const bool numbered = part.size() == 4 && part[3] >= '1' && part[3] <= '9';
+  for (const std::string_view device : {"COM", "LPT"})
+    if (numbered && differInCaseOnly(part.substr(0, 3), device)) return device;
+  return {};
+}
+
+bool isThere(const std::string &path) {
+  return faccessat(AT_FDCWD, path.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0; // dangling links too
+}
+
+// The length of the longest part of a path, with its slash, that is there under just this name.
+size_t knownPart(const std::string &path) {
+  for (size_t slash = path.rfind('/'); slash != std::string::npos && slash > 0; slash = path.rfind('/', slash - 1))
+    if (isThere(path.substr(0, slash))) return slash + 1;
+  return path.starts_with('/') ? 1 : 0;
+}
+
+// A device has a name in folders that exist only.
+std::string devicePath(std::string_view device, const std::string &path) {
+  const std::string folder = path.substr(0, path.size() - lastPart(path).size());
+  const bool known = folder.empty() || findPath(folder).exists;
+  if (known && device == kNullName) return kNullPath;
+  SetLastError(known ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND);
+  return {};
+}
+
+// What a folder has under a name in another case; empty where there is nothing.
+std::string otherCase(const std::string &folder, std::string_view name) {
+  const std::unique_ptr<DIR, int (*)(DIR *)> stream(opendir(folder.empty() ? "." : folder.c_str()), closedir);
+  std::string best;
+  while (const dirent *entry = stream ? readdir(stream.get()) : nullptr) {
+    const std::string_view candidate = entry->d_name;
+    if ((best.empty() || candidate < best) && differInCaseOnly(candidate, name)) best = candidate;
+  }
+  return best;
+}
+
+std::string nameOfParts(std::string_view path, char separator) {
+  std::string name;
+  for (;;) {
+    const size_t slash = std::min(path.find('/'), path.size());
+    name += nameOfPart(path.substr(0, slash));
+    if (slash == path.size()) return name;
+    name += separator;
+    path.remove_prefix(slash + 1);
+  }
+}
+
+// The path of a name that is no device's, or the name's device.
+struct Meant {
+  std::string path; // empty, with the last error set, for a name that can't be
+  std::string_view device;
+};
+
+Meant meantBy(std::string_view name) {
+  if (name.empty() || name.size() >= MAX_PATH) {
+    SetLastError(name.empty() ? ERROR_PATH_NOT_FOUND : ERROR_FILENAME_EXCED_RANGE);
+    return {};
+  }
+  std::string_view rest = name;
+  Drive drive = {DRIVE_FIXED, ""};
+  if (name.size() >= 2 && name[1] == ':') {
+    rest.remove_prefix(2);
+    drive = driveOf(name[0]);
+  }
+  std::string path = foldedPath(withSlashes(rest));
+  if (path.empty() && rest.empty()) path = ".";
+  if (path.empty() || drive.type == DRIVE_NO_ROOT_DIR) {
+    SetLastError(ERROR_PATH_NOT_FOUND);
+    return {};
+  }
+  if (hasForbidden(path)) {
+    SetLastError(ERROR_INVALID_NAME);
+    return {};
+  }
+  const std::string_view device = deviceOf(path);
+  std::string native = utf8FromCodePage(path);
+  if (!drive.folder.empty()) native.insert(0, native.starts_with('/') ? drive.folder : drive.folder + '/');
+  return {std::move(native), device};
 }
 
 } // namespace
 
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
+
+size_t lastPartAt(std::string_view name) {
+  size_t start = name.size() >= 2 && name[1] == ':' ? 2 : 0;
+  for (size_t at = start; at < name.size(); ++at) {
+    if (isDoubleByteAt(name, at))
+      ++at;
+    else if (isSeparator(name[at]))
+      start = at + 1;
+  }
+  return start;
+}
 
 Drive driveOf(char letter) {
   const int index = driveIndex(letter);
@@ -72,53 +214,68 @@ void setDrive(char letter, const Drive &drive) {
 }
 
 std::string nativePath(std::string_view name) {
-  if (name.empty() || name.size() >= MAX_PATH) {
-    SetLastError(name.empty() ? ERROR_PATH_NOT_FOUND : ERROR_FILENAME_EXCED_RANGE);
-    return {};
-  }
-  if (hasForbidden(name)) {
-    SetLastError(ERROR_INVALID_NAME);
-    return {};
-  }
-  const std::string slashed = withSlashes(name);
-  std::string_view rest = slashed;
-  std::string path;
-  if (rest.size() >= 2 && rest[1] == ':') {
-    const Drive drive = driveOf(rest[0]);
-    if (drive.type == DRIVE_NO_ROOT_DIR) {
-      SetLastError(ERROR_PATH_NOT_FOUND);
-      return {};
-    }
-    rest.remove_prefix(2);
-    path = drive.folder;
-    if (!path.empty() && (rest.empty() || rest[0] != '/')) path += '/';
-    if (path.empty() && rest.empty()) return ".";
-  }
-  return path + utf8FromCodePage(rest);
+  Meant meant = meantBy(name);
+  if (meant.device.empty()) return std::move(meant.path);
+  if (!devicePath(meant.device, meant.path).empty()) SetLastError(ERROR_FILE_NOT_FOUND);
+  return {};
 }
 
-std::string nameOfPart(std::string_view part) { return codePageFromUtf8(part, true); }
+std::string openablePath(std::string_view name) {
+  Meant meant = meantBy(name);
+  return meant.device.empty() ? std::move(meant.path) : devicePath(meant.device, meant.path);
+}
 
-std::string nameOfPath(std::string_view path) {
-  std::string name = "C:";
-  while (!path.empty()) {
-    const size_t slash = std::min(path.find('/'), path.size());
-    name += nameOfPart(path.substr(0, slash));
-    path.remove_prefix(slash);
-    if (path.empty()) break;
-    name += '\\';
-    path.remove_prefix(1);
+bool isNullDevice(std::string_view path) { return path == kNullPath; }
+
+FoundPath findPath(const std::string &path) {
+  if (isThere(path)) return {path, true};
+  size_t at = knownPart(path);
+  std::string found = path.substr(0, at);
+  while (at < path.size()) {
+    const size_t end = std::min(path.find('/', at), path.size());
+    const std::string part = path.substr(at, end - at);
+    const std::string name = isThere(found + part) ? part : otherCase(found, part);
+    if (name.empty()) return {found + path.substr(at), false};
+    found += name + path.substr(end, 1);
+    at = end + 1;
+  }
+  return {found, isThere(found)};
+}
+
+std::string existingPath(std::string_view name) {
+  const std::string path = openablePath(name);
+  return path.empty() ? path : findPath(path).path;
+}
+
+std::string_view lastPart(std::string_view path) { return path.substr(path.find_last_of('/') + 1); }
+
+std::string nameOfPart(std::string_view part) {
+  if (part == "." || part == "..") return std::string(part);
+  const bool device = !deviceOf(part).empty(); // its first letter is enough
+  const bool dropped = part.ends_with('.') || part.ends_with(' ');
+  const auto isEscaped = [&](size_t at) {
+    return static_cast<unsigned char>(part[at]) < 0x20 || kReserved.find(part[at]) != std::string_view::npos ||
+           (device && at == 0) || (dropped && at + 1 == part.size());
+  };
+  std::string name;
+  for (size_t at = 0; at < part.size();) {
+    size_t end = at;
+    while (end < part.size() && !isEscaped(end)) ++end;
+    name += codePageFromUtf8(part.substr(at, end - at));
+    if (end < part.size()) name += escapeOf(static_cast<unsigned char>(part[end]));
+    at = end + 1;
   }
   return name;
 }
 
-} // namespace platform
-
-FILE *platformOpenStream(const char *name, const char *mode) {
-  return platform::guarded<FILE *>(nullptr, [&]() -> FILE * {
-    const std::string path = platform::nativePath(name);
-    struct stat status;
-    if (path.empty() || (stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))) return nullptr;
-    return std::fopen(path.c_str(), mode);
-  });
+std::string nameOfArgument(const std::string &text) {
+  const size_t last = text.rfind('/') + 1;
+  const std::string folder = text.substr(0, last);
+  if (isThere(text)) return nameOfParts(text, '/');
+  if (last > 0 && isThere(folder)) return nameOfParts(folder, '/') + codePageFromUtf8(text.substr(last));
+  return codePageFromUtf8(text);
 }
+
+std::string nameOfPath(std::string_view path) { return "C:" + nameOfParts(path, '\\'); }
+
+} // namespace platform

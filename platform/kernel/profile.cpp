@@ -10,13 +10,68 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kMarks[] = {"", "\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"}; // by encoding
+
+std::string_view markOf(Encoding encoding) { return kMarks[static_cast<size_t>(encoding)]; }
+
+Encoding encodingOf(std::string_view content) {
+  for (const Encoding encoding : {Encoding::marked, Encoding::utf16, Encoding::utf16Swapped})
+    if (content.starts_with(markOf(encoding))) return encoding;
+  return Encoding::codePage;
+}
+
+bool isUtf16(Encoding encoding) { return encoding == Encoding::utf16 || encoding == Encoding::utf16Swapped; }
+
+// The text behind a mark, in code page 932. A last byte that is half a unit counts as one.
+std::string fromUtf16(std::string_view bytes, bool swapped) {
+  std::u16string units;
+  for (size_t at = 0; at < bytes.size(); at += 2) {
+    const auto first = static_cast<unsigned char>(bytes[at]);
+    const auto second = static_cast<unsigned char>(at + 1 < bytes.size() ? bytes[at + 1] : 0);
+    units += static_cast<char16_t>(swapped ? first << 8 | second : second << 8 | first);
+  }
+  return codePageFromUtf8(utf8FromUtf16(units));
+}
+
+std::string toUtf16(std::string_view text, bool swapped) {
+  std::string bytes;
+  for (const char16_t unit : utf16FromUtf8(utf8FromCodePage(text))) {
+    bytes += static_cast<char>(swapped ? unit >> 8 : unit);
+    bytes += static_cast<char>(swapped ? unit : unit >> 8);
+  }
+  return bytes;
+}
+
+bool endsLine(std::string_view raw) { return raw.ends_with('\n') || raw.ends_with('\r'); }
 
 // The end of the first line of a text, behind its line end.
 size_t lineLength(std::string_view text) {
   const size_t end = text.find_first_of("\r\n");
   if (end == std::string_view::npos) return text.size();
   return text.substr(end).starts_with(kLineEnd) ? end + 2 : end + 1;
+}
+
+std::string_view withoutHalf(std::string_view text) {
+  if (text.empty() || !isLeadByte(static_cast<unsigned char>(text.back()))) return text;
+  size_t at = 0;
+  while (at + 1 < text.size()) at += isDoubleByteAt(text, at) ? 2 : 1;
+  return text.substr(0, at);
+}
+
+// A name as it is compared and written.
+std::string_view nameOf(std::string_view text) {
+  for (;;) {
+    text = trimmed(text);
+    const std::string_view name = withoutHalf(text);
+    if (name.size() == text.size()) return name;
+    text = name;
+  }
+}
+
+// Whether a line of a key reads as it was written.
+bool isPlain(std::string_view key, std::string_view value) {
+  return key.find_first_of("=\r\n") == std::string_view::npos && !key.starts_with('[') && !key.starts_with(';') &&
+         value.find_first_of("\r\n") == std::string_view::npos;
 }
 
 bool isBlank(std::string_view line) { return trimmed(line).empty(); }
@@ -54,8 +109,10 @@ void Profile::Section::index() {
 
 Profile::Profile(std::string_view content) {
   sections_.emplace_back();
-  marked_ = content.starts_with(kByteOrderMark);
-  if (marked_) content.remove_prefix(kByteOrderMark.size());
+  encoding_ = encodingOf(content);
+  content.remove_prefix(markOf(encoding_).size());
+  std::string converted;
+  if (isUtf16(encoding_)) content = converted = fromUtf16(content, encoding_ == Encoding::utf16Swapped);
   while (!content.empty()) {
     const size_t length = lineLength(content);
     addLine(content.substr(0, length));
@@ -67,21 +124,22 @@ Profile::Profile(std::string_view content) {
 void Profile::addLine(std::string_view raw) {
   const std::string_view text = trimmed(raw);
   const size_t close = lastBracket(text);
-  if (text.starts_with('[') && close != std::string_view::npos) {
-    const std::string name(trimmed(text.substr(1, close - 1)));
+  const bool isHeader = text.starts_with('[') && close != std::string_view::npos;
+  if (isHeader) {
+    const std::string name(nameOf(text.substr(1, close - 1)));
     sections_.push_back({name, foldedName(name), {}, {}});
   }
   Line line{std::string(raw), {}, false};
   const size_t equals = text.find('=');
-  if (!text.starts_with('[') && !text.starts_with(';') && equals != std::string_view::npos) {
-    line.key = trimmed(text.substr(0, equals));
+  if (!isHeader && !text.starts_with(';') && equals != std::string_view::npos) {
+    line.key = nameOf(text.substr(0, equals));
     line.isKey = true;
   }
   sections_.back().lines.push_back(std::move(line));
 }
 
 const Profile::Section *Profile::find(std::string_view name) const {
-  const std::u16string folded = foldedName(trimmed(name));
+  const std::u16string folded = foldedName(nameOf(name));
   const auto found = std::find_if(sections_.begin(), sections_.end(),
                                   [&](const Section &section) { return section.folded == folded; });
   return found == sections_.end() ? nullptr : &*found;
@@ -94,7 +152,7 @@ Profile::Section *Profile::find(std::string_view name) {
 std::optional<std::string> Profile::value(std::string_view section, std::string_view key) const {
   const Section *found = find(section);
   if (!found) return std::nullopt;
-  const auto line = found->firstLines.find(foldedName(trimmed(key)));
+  const auto line = found->firstLines.find(foldedName(nameOf(key)));
   if (line == found->firstLines.end()) return std::nullopt;
   const std::string_view raw = found->lines[line->second].raw;
   return std::string(unquoted(trimmed(raw.substr(raw.find('=') + 1))));
@@ -119,35 +177,45 @@ std::optional<std::vector<std::string>> Profile::keyNames(std::string_view secti
 void Profile::set(std::string_view section, std::string_view key, std::string_view value) {
   Section *found = find(section);
   if (!found) {
+    const std::string_view name = nameOf(section);
     std::vector<Line> &before = sections_.back().lines;
-    if (!before.empty() && !before.back().raw.ends_with('\n')) before.back().raw += kLineEnd;
-    addLine('[' + std::string(trimmed(section)) + ']' + std::string(kLineEnd));
+    if (!before.empty() && !endsLine(before.back().raw)) before.back().raw += kLineEnd;
+    addLine('[' + std::string(name) + ']' + std::string(kLineEnd));
     found = &sections_.back();
+    exact_ = exact_ && name.find_first_of(kLineEnd) == std::string_view::npos;
   }
+  value = withoutHalf(value);
   value.remove_prefix(std::min(value.find_first_not_of(" \t"), value.size()));
-  const auto line = found->firstLines.find(foldedName(trimmed(key)));
-  if (line != found->firstLines.end()) {
-    Line &old = found->lines[line->second];
-    old.raw = old.key + '=' + std::string(value) + std::string(kLineEnd);
+  exact_ = exact_ && isPlain(nameOf(key), value);
+  setLine(*found, nameOf(key), value);
+}
+
+void Profile::setLine(Section &section, std::string_view key, std::string_view value) {
+  const auto known = section.firstLines.find(foldedName(key));
+  const auto rawOf = [&](std::string_view name) {
+    return std::string(name) + '=' + std::string(value) + std::string(kLineEnd);
+  };
+  if (known != section.firstLines.end()) {
+    Line &old = section.lines[known->second];
+    old.raw = rawOf(old.key);
     return;
   }
-  const std::string name(trimmed(key));
-  size_t at = found->lines.size(); // behind the last line of the section that isn't blank
-  while (at > 1 && isBlank(found->lines[at - 1].raw)) --at;
-  if (at > 0 && !found->lines[at - 1].raw.ends_with('\n')) found->lines[at - 1].raw += kLineEnd;
-  const bool last = at == found->lines.size();
-  found->lines.insert(found->lines.begin() + static_cast<ptrdiff_t>(at),
-                      Line{name + '=' + std::string(value) + std::string(kLineEnd), name, true});
+  std::vector<Line> &lines = section.lines;
+  size_t at = lines.size(); // behind the last line of the section that isn't blank
+  while (at > 1 && isBlank(lines[at - 1].raw)) --at;
+  if (at > 0 && !endsLine(lines[at - 1].raw)) lines[at - 1].raw += kLineEnd;
+  const bool last = at == lines.size();
+  lines.insert(lines.begin() + static_cast<ptrdiff_t>(at), Line{rawOf(key), std::string(key), true});
   if (last)
-    found->firstLines.emplace(foldedName(name), at);
+    section.firstLines.emplace(foldedName(key), at);
   else
-    found->index();
+    section.index();
 }
 
 void Profile::removeKey(std::string_view section, std::string_view key) {
   Section *found = find(section);
   if (!found) return;
-  const auto line = found->firstLines.find(foldedName(trimmed(key)));
+  const auto line = found->firstLines.find(foldedName(nameOf(key)));
   if (line == found->firstLines.end()) return;
   found->lines.erase(found->lines.begin() + static_cast<ptrdiff_t>(line->second));
   found->index();
@@ -159,10 +227,15 @@ void Profile::removeSection(std::string_view section) {
 }
 
 std::string Profile::content() const {
-  std::string out(marked_ ? kByteOrderMark : std::string_view());
+  std::string out(isUtf16(encoding_) ? std::string_view() : markOf(encoding_));
   for (const Section &section : sections_)
     for (const Line &line : section.lines) out += line.raw;
-  return out;
+  if (!isUtf16(encoding_)) return out;
+  return std::string(markOf(encoding_)) + toUtf16(out, encoding_ == Encoding::utf16Swapped);
+}
+
+void Profile::settle(const std::string &content) {
+  if (!exact_ || isUtf16(encoding_) || encodingOf(content) != encoding_) *this = Profile(content);
 }
 
 } // namespace platform

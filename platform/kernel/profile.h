@@ -9,8 +9,12 @@
 
 namespace platform {
 
+// How the text of a file is written; a mark in front tells all but the first.
+enum class Encoding { codePage, marked, utf16, utf16Swapped };
+
 // Comments, blank lines and the order of everything stay as they are, but for what is changed. Names are compared without
-// regard to case and outer blanks; of several sections or keys of one name the first counts.
+// regard to case and outer blanks; of several sections or keys of one name the first counts. Half a double byte at the end
+// of what is named or written is dropped, since it would take the next byte along.
 class Profile {
  public:
   explicit Profile(std::string_view content = {});
@@ -27,6 +31,10 @@ class Profile {
 
   std::string content() const;
 
+  // Becomes what a reading of its content gives. A text with line ends or signs of the format in it reads otherwise than
+  // it was written.
+  void settle(const std::string &content);
+
  private:
   struct Line {
     std::string raw; // with its line end
@@ -41,10 +49,12 @@ class Profile {
     void index();
   };
   void addLine(std::string_view raw);
+  void setLine(Section &section, std::string_view key, std::string_view value);
   const Section *find(std::string_view name) const;
   Section *find(std::string_view name);
 
-  bool marked_ = false;           // a byte order mark stands in front
+  Encoding encoding_ = Encoding::codePage;
+  bool exact_ = true;             // a reading of the content gives just this
   std::vector<Section> sections_; // the first one has no header
 };
 

@@ -1,6 +1,7 @@
-// The profile calls. A profile is read once and kept for as long as the file on disk is the one that was read. A write
-// replaces the file by a new one that was complete before it took the name.
+// The profile calls. A profile is read once and kept for as long as the file on disk is the one that was read. As a rule a
+// write replaces the file by a new one that was complete before it took the name.
 
+#include "platform/kernel/durable.h"
 #include "platform/kernel/errors.h"
 #include "platform/kernel/files.h"
 #include "platform/kernel/paths.h"
@@ -56,18 +57,24 @@ std::unordered_map<std::string, Kept> &kept() {
 // The file of a profile. One named without a folder lies in the user's folder for settings.
 std::string profilePath(LPCSTR name) {
   const std::string_view text = name ? name : "";
-  std::string path = nativePath(text);
+  std::string path = openablePath(text);
   if (path.empty()) return path;
-  const bool hasFolder = path.find('/') != std::string::npos || (text.size() >= 2 && text[1] == ':');
-  if (!hasFolder) {
+  if (lastPartAt(text) == 0 && !isNullDevice(path)) {
     const char *settings = std::getenv("XDG_CONFIG_HOME");
     const char *home = std::getenv("HOME");
     std::string folder = settings && *settings ? settings : std::string(home ? home : "") + "/.config";
     mkdir(folder.c_str(), 0700);
     path = folder + '/' + path;
   }
-  const std::unique_ptr<char, void (*)(void *)> real(realpath(path.c_str(), nullptr), std::free);
-  return real ? real.get() : path; // a link stays one, and its goal is replaced
+  const auto realPath = [](const std::string &path) {
+    const std::unique_ptr<char, void (*)(void *)> real(realpath(path.c_str(), nullptr), std::free);
+    return std::string(real ? real.get() : ""); // a link stays one, and its goal is replaced
+  };
+  std::string real = realPath(path);
+  if (!real.empty()) return real;
+  path = findPath(path).path;
+  real = realPath(path);
+  return real.empty() ? path : real;
 }
 
 bool readAll(int file, std::string &content) {
@@ -108,29 +115,30 @@ Kept *load(const std::string &path, int file) {
 
 // The profile for reading; null when there is no file, or somebody keeps it for himself.
 const Profile *profileForReading(LPCSTR name) {
-  const std::string path = profilePath(name);
+  std::string path = profilePath(name);
   if (path.empty()) return nullptr;
   struct stat status {};
   if (stat(path.c_str(), &status) == 0)
     if (const Kept *known = keptProfile(path, status)) return isReadable(known->file.get()) ? &known->profile : nullptr;
   bool existed;
-  const Descriptor file = openFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, &existed);
+  const Descriptor file = openFile(path, GENERIC_READ, kOfProfile, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, &existed);
+  if (file.valid()) flock(file.get(), LOCK_SH); // until a writer that writes in place is through
   const Kept *read = file.valid() ? load(path, file.get()) : nullptr;
   return read ? &read->profile : nullptr;
 }
 
 // Opens a profile that is about to be replaced, and keeps other writers waiting until it is.
-Descriptor openForWriting(const std::string &path) {
+Descriptor openForWriting(std::string &path) {
   for (;;) {
     bool existed;
     Descriptor file =
-        openFile(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                 OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, &existed);
-    if (!file.valid() || flock(file.get(), LOCK_EX) != 0) return file;
+        openFile(path, GENERIC_READ | GENERIC_WRITE, kOfProfile, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, &existed);
     struct stat opened {};
     struct stat named {};
-    if (fstat(file.get(), &opened) != 0 || stat(path.c_str(), &named) != 0) continue;
+    if (!file.valid() || fstat(file.get(), &opened) != 0) return file;
+    if (!S_ISREG(opened.st_mode)) return failWith(ERROR_ACCESS_DENIED), Descriptor();
+    if (flock(file.get(), LOCK_EX) != 0) return file;
+    if (stat(path.c_str(), &named) != 0) continue;
     if (opened.st_dev == named.st_dev && opened.st_ino == named.st_ino) return file;
   }
 }
@@ -144,17 +152,49 @@ bool writeAll(int file, std::string_view content) {
   return true;
 }
 
-// Writes a new file beside the old one and lets it take the name. Its own name is always the same, so that one left by a
-// process that died is used again.
-bool replace(const std::string &path, int old, const std::string &content, struct stat &status) {
+// Makes a file beside the old one, of the same owner and with the same rights. Its name is always the same: one that a
+// process left when it died is in the way.
+// Result: an invalid descriptor where none can be made.
+Descriptor makeBeside(const std::string &fresh, const struct stat &old) {
+  constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+  Descriptor file(open(fresh.c_str(), flags, 0600));
+  if (!file.valid() && errno == EEXIST && unlink(fresh.c_str()) == 0)
+    file = Descriptor(open(fresh.c_str(), flags, 0600));
+  if (!file.valid()) return file;
+  struct stat made;
+  const bool same =
+      fstat(file.get(), &made) == 0 &&
+      ((made.st_uid == old.st_uid && made.st_gid == old.st_gid) || fchown(file.get(), old.st_uid, old.st_gid) == 0) &&
+      fchmod(file.get(), old.st_mode & 0777) == 0;
+  if (same) return file;
+  unlink(fresh.c_str());
+  return Descriptor();
+}
+
+// Writes a file in place. Room is made first, so that a full disk leaves the file as it is.
+bool overwrite(int file, const std::string &content, const struct stat &status) {
+  const auto size = static_cast<off_t>(content.size());
+  if (size < status.st_size && isMapped(file)) return failWith(ERROR_USER_MAPPED_FILE);
+  const bool knowsRoom = size <= status.st_size || fallocate(file, FALLOC_FL_KEEP_SIZE, 0, size) == 0;
+  if (!knowsRoom && errno != EOPNOTSUPP && errno != ENOSYS) return failWithErrno();
+  const bool whole = lseek(file, 0, SEEK_SET) == 0 && writeAll(file, content) && ftruncate(file, size) == 0;
+  return (whole && syncFile(file)) || failWithErrno();
+}
+
+// Stores a profile by a new file that takes the name of the old one when it is on the disk. The old file is written in
+// place when others have it open or know it by another name, and where no file can be made beside it.
+// old: the file, open and locked. replaced: gets which it was. status: gets that of the stored file.
+bool store(const std::string &path, int old, const std::string &content, bool &replaced, struct stat &status) {
+  if (fstat(old, &status) != 0) return failWithErrno();
   const std::string_view name = lastPart(path);
   const std::string fresh = path.substr(0, path.size() - name.size()) + '.' + std::string(name) + ".new";
-  const Descriptor file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
-  if (!file.valid()) return failWithErrno();
-  const bool whole = fstat(old, &status) == 0 && fchmod(file.get(), status.st_mode & 0777) == 0 &&
-                     writeAll(file.get(), content) && fstat(file.get(), &status) == 0 &&
+  const bool shared = status.st_nlink > 1 || isOpenElsewhere(old);
+  const Descriptor file = shared ? Descriptor() : makeBeside(fresh, status);
+  replaced = file.valid();
+  if (!replaced) return overwrite(old, content, status) && (fstat(old, &status) == 0 || failWithErrno());
+  const bool whole = writeAll(file.get(), content) && syncFile(file.get()) && fstat(file.get(), &status) == 0 &&
                      rename(fresh.c_str(), path.c_str()) == 0;
-  if (whole) return true;
+  if (whole) return true; // a power cut leaves the one or the other
   failWithErrno();
   unlink(fresh.c_str());
   return false;
@@ -170,8 +210,9 @@ void edit(Profile &profile, LPCSTR section, LPCSTR key, LPCSTR text) {
 }
 
 bool change(LPCSTR name, LPCSTR section, LPCSTR key, LPCSTR text) {
-  const std::string path = profilePath(name);
+  std::string path = profilePath(name);
   if (path.empty()) return false;
+  if (isNullDevice(path)) return true;
   const Descriptor old = openForWriting(path);
   if (!old.valid()) return false;
   Kept *known = load(path, old.get());
@@ -179,9 +220,12 @@ bool change(LPCSTR name, LPCSTR section, LPCSTR key, LPCSTR text) {
   struct stat status {};
   known->settled = false; // until the file has what the profile has
   edit(known->profile, section, key, text);
-  if (!replace(path, old.get(), known->profile.content(), status)) return false;
+  const std::string content = known->profile.content();
+  bool replaced = false;
+  if (!store(path, old.get(), content, replaced, status)) return false;
+  known->profile.settle(content);
   known->stamp = Stamp(status);
-  known->settled = true; // nobody else knows the new file yet
+  known->settled = replaced; // nobody else knows a new file yet
   known->file = Descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   return true;
 }

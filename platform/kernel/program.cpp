@@ -23,7 +23,7 @@ struct CommandLine {
   CommandLine() {
     std::ifstream source("/proc/self/cmdline", std::ios::binary);
     for (std::string argument; std::getline(source, argument, '\0');)
-      texts.push_back(platform::codePageFromUtf8(argument));
+      texts.push_back(platform::nameOfArgument(argument));
     for (std::string &text : texts) pointers.push_back(text.data());
     count = static_cast<int>(pointers.size());
     pointers.push_back(nullptr);
@@ -59,13 +59,13 @@ char ***__p___argv() { return &commandLine().arguments; }
 // A value that is a path stays one: its slashes are separators in code page 932 too.
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD size) {
   return platform::guarded<DWORD>(0, [&]() -> DWORD {
-    const char *found = std::getenv(platform::utf8FromCodePage(name).c_str());
+    const char *found = name ? std::getenv(platform::utf8FromCodePage(name).c_str()) : nullptr;
     if (!found) {
       SetLastError(ERROR_ENVVAR_NOT_FOUND);
       return 0;
     }
     const std::string text = platform::codePageFromUtf8(found);
-    if (text.size() >= size) return static_cast<DWORD>(text.size() + 1);
+    if (!value || text.size() >= size) return static_cast<DWORD>(text.size() + 1);
     std::memcpy(value, text.c_str(), text.size() + 1);
     return static_cast<DWORD>(text.size());
   });

@@ -15,7 +15,17 @@ namespace platform {
 
 namespace {
 
-enum Mark : off_t { kReads, kWrites, kDeniesRead, kDeniesWrite, kDeniesDelete, kMapped };
+enum Mark : off_t {
+  kReads,
+  kWrites,
+  kDeniesRead,
+  kDeniesWrite,
+  kDeniesDelete,
+  kMapped,
+  kProfileReads,
+  kProfileWrites,
+  kNone
+};
 
 constexpr off_t kFirstMark = 0x7FFFFFFFFFFFF000;
 
@@ -40,44 +50,72 @@ bool set(int file, Mark mark) {
   return errno != EAGAIN && errno != EACCES;
 }
 
-bool isSetElsewhere(int file, Mark mark) {
-  struct flock range = rangeOf(mark, F_WRLCK);
+// Whether another description has one of some marks.
+bool isSetElsewhere(int file, Mark first, Mark last) {
+  struct flock range = rangeOf(first, F_WRLCK);
+  range.l_len = last - first + 1;
   return fcntl(file, F_OFD_GETLK, &range) == 0 && range.l_type != F_UNLCK;
 }
 
-void clearAll(int file) {
-  struct flock range = rangeOf(kReads, F_UNLCK);
-  range.l_len = kMapped + 1;
+bool isSetElsewhere(int file, Mark mark) { return mark != kNone && isSetElsewhere(file, mark, mark); }
+
+void clear(int file, Mark first, Mark last) {
+  struct flock range = rangeOf(first, F_UNLCK);
+  range.l_len = last - first + 1;
   fcntl(file, F_OFD_SETLK, &range);
 }
 
-bool claimOnce(int file, DWORD access, DWORD share) {
-  struct Rule {
-    bool applies;
-    Mark own, opposing;
-  };
-  const Rule rules[] = {
-      {(access & GENERIC_READ) != 0, kReads, kDeniesRead},
-      {(access & GENERIC_WRITE) != 0, kWrites, kDeniesWrite},
-      {(share & FILE_SHARE_READ) == 0, kDeniesRead, kReads},
-      {(share & FILE_SHARE_WRITE) == 0, kDeniesWrite, kWrites},
-  };
-  bool agreed = (share & FILE_SHARE_DELETE) != 0 || set(file, kDeniesDelete);
+struct Rule {
+  bool applies;
+  Mark own, opposing;
+};
+
+template <size_t count> bool agreeOnce(int file, const Rule (&rules)[count]) {
+  bool agreed = true;
   for (const Rule &rule : rules) agreed = agreed && (!rule.applies || set(file, rule.own));
   for (const Rule &rule : rules) agreed = agreed && (!rule.applies || !isSetElsewhere(file, rule.opposing));
-  if (!agreed) clearAll(file);
+  if (!agreed) clear(file, kReads, kProfileWrites);
   return agreed;
+}
+
+template <size_t count> bool agree(int file, const Rule (&rules)[count]) {
+  if (agreeOnce(file, rules)) return true;
+  // Two openers can have met between mark and look, and both have gone back.
+  std::minstd_rand random(std::random_device{}());
+  std::this_thread::sleep_for(std::chrono::microseconds(20 + random() % 200));
+  return agreeOnce(file, rules);
 }
 
 } // namespace
 
 bool claim(int file, DWORD access, DWORD share) {
   if (!(access & (GENERIC_READ | GENERIC_WRITE))) return true; // who only asks about a file is in nobody's way
-  if (claimOnce(file, access, share)) return true;
-  // Two openers can have met between mark and look, and both have gone back.
-  std::minstd_rand random(std::random_device{}());
-  std::this_thread::sleep_for(std::chrono::microseconds(20 + random() % 200));
-  return claimOnce(file, access, share);
+  const bool deniesRead = !(share & FILE_SHARE_READ);
+  const bool deniesWrite = !(share & FILE_SHARE_WRITE);
+  const Rule rules[] = {
+      {!(share & FILE_SHARE_DELETE), kDeniesDelete, kNone},
+      {(access & GENERIC_READ) != 0, kReads, kDeniesRead},
+      {(access & GENERIC_WRITE) != 0, kWrites, kDeniesWrite},
+      {deniesRead, kDeniesRead, kReads},
+      {deniesWrite, kDeniesWrite, kWrites},
+      {deniesRead, kDeniesRead, kProfileReads},
+      {deniesWrite, kDeniesWrite, kProfileWrites},
+  };
+  return agree(file, rules);
+}
+
+bool claimForProfile(int file, bool writes) {
+  const Rule rules[] = {{true, kProfileReads, kDeniesRead}, {writes, kProfileWrites, kDeniesWrite}};
+  return agree(file, rules);
+}
+
+bool isOpenElsewhere(int file) { return isSetElsewhere(file, kReads, kMapped); }
+
+void narrowClaim(int file, DWORD access) {
+  if (!(access & (GENERIC_READ | GENERIC_WRITE)))
+    clear(file, kReads, kDeniesDelete);
+  else if (!(access & GENERIC_WRITE))
+    clear(file, kWrites, kWrites);
 }
 
 bool isReadable(int file) { return !isSetElsewhere(file, kDeniesRead); }

@@ -9,6 +9,16 @@ namespace platform {
 // Result: whether the claim agrees with those of all other openers; if not, nothing is claimed.
 bool claim(int file, DWORD access, DWORD share);
 
+// Claims a file for a profile's call, which reads it and perhaps writes it. Openers that forbid that oppose it, and it
+// opposes them; calls on profiles never oppose each other.
+bool claimForProfile(int file, bool writes);
+
+// Whether somebody else, other than a profile's call, has the file open for reading or writing, or mapped.
+bool isOpenElsewhere(int file);
+
+// Gives up what a claim has beyond an access, which need not read or write.
+void narrowClaim(int file, DWORD access);
+
 // Whether no opener keeps the file from being read.
 bool isReadable(int file);
 

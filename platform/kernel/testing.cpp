@@ -2,6 +2,7 @@
 
 #include "platform/testing.h"
 
+#include "platform/kernel/globalmem.h"
 #include "platform/kernel/handles.h"
 #include "platform/kernel/mapping.h"
 #include "platform/kernel/paths.h"
@@ -13,4 +14,5 @@ void platformSetDrive(char letter, UINT type, const char *folder) {
 void platformCountHandles(PlatformHandleCounts *counts) {
   counts->kernel = platform::handles().count();
   counts->views = platform::countViews();
+  counts->memory = platform::countBlocks();
 }

@@ -22,17 +22,18 @@ template <typename Unit, typename Text> int handOut(const Text &text, Unit *room
   return length;
 }
 
-bool knows(UINT codePage) {
-  if (codePage == CP_ACP || codePage == 932 || codePage == CP_UTF8) return true;
-  SetLastError(ERROR_INVALID_PARAMETER);
-  return false;
+bool knows(UINT codePage) { return codePage == CP_ACP || codePage == 932 || codePage == CP_UTF8; }
+
+// Whether a text and the room for its conversion can be what they are said to be.
+bool areUsable(const void *text, int length, const void *room, int size) {
+  return text && length != 0 && size >= 0 && (size == 0 || (room && room != text));
 }
 
 } // namespace
 
 int MultiByteToWideChar(UINT codePage, DWORD, LPCSTR text, int length, WCHAR *wide, int size) {
   return guarded(0, [&] {
-    if (!knows(codePage)) return 0;
+    if (!knows(codePage) || !areUsable(text, length, wide, size)) return failWith(ERROR_INVALID_PARAMETER);
     const std::string_view bytes(text, length < 0 ? std::strlen(text) + 1 : static_cast<size_t>(length));
     const bool utf8 = codePage == CP_UTF8;
     return handOut(utf16FromUtf8(utf8 ? std::string(bytes) : utf8FromCodePage(bytes)), wide, size);
@@ -40,10 +41,12 @@ int MultiByteToWideChar(UINT codePage, DWORD, LPCSTR text, int length, WCHAR *wi
 }
 
 // Nothing is lost in code page 932 either: the default character never stands in.
-int WideCharToMultiByte(UINT codePage, DWORD, const WCHAR *wide, int length, LPSTR text, int size, LPCSTR,
+int WideCharToMultiByte(UINT codePage, DWORD, const WCHAR *wide, int length, LPSTR text, int size, LPCSTR defaultText,
                         BOOL *usedDefault) {
   return guarded(0, [&] {
-    if (!knows(codePage)) return 0;
+    const bool wantsDefault = defaultText || usedDefault; // UTF-8 has a code for everything
+    if (!knows(codePage) || !areUsable(wide, length, text, size) || (codePage == CP_UTF8 && wantsDefault))
+      return failWith(ERROR_INVALID_PARAMETER);
     std::u16string units;
     for (const WCHAR *at = wide; length < 0 || at < wide + length; ++at) {
       units += static_cast<char16_t>(*at);

@@ -81,7 +81,7 @@ int GetDateFormatA(LCID, DWORD, const SYSTEMTIME *date, LPCSTR format, LPSTR tex
     SYSTEMTIME now;
     if (!date) GetLocalTime(&now);
     const SYSTEMTIME &shown = date ? *date : now;
-    if (format || !isDate(shown)) {
+    if (format || !isDate(shown) || size < 0 || (size > 0 && !text)) {
       SetLastError(format ? ERROR_NOT_SUPPORTED : ERROR_INVALID_PARAMETER);
       return 0;
     }

@@ -1,5 +1,6 @@
 // Mutexes and events, of this process or of several, and the lock inside one process.
 
+#include "platform/kernel/codepage.h"
 #include "platform/kernel/errors.h"
 #include "platform/kernel/named.h"
 #include "platform/kernel/waitable.h"
@@ -11,6 +12,7 @@
 #include <linux/futex.h>
 #include <map>
 #include <new>
+#include <optional>
 #include <pthread.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -194,10 +196,28 @@ template <typename Kind> Directory<Kind> &directory() {
   return *all;
 }
 
-HANDLE openMutex(LPCSTR name, bool create, bool owned) {
+// The name of an object as all processes know it, from one with the platform's prefixes.
+// Result: nothing, with the last error set, for a name that can't be; an empty one for an object without a name.
+std::optional<std::string> objectName(LPCSTR given) {
+  std::string_view name = given ? given : "";
+  bool global = false;
+  for (const std::string_view prefix : {"Global\\", "Local\\"}) {
+    if (!name.starts_with(prefix)) continue;
+    global = prefix[0] == 'G';
+    name.remove_prefix(prefix.size());
+    if (name.empty()) return failWith(ERROR_INVALID_NAME), std::nullopt;
+    break;
+  }
+  for (size_t at = 0; at < name.size(); at += isDoubleByteAt(name, at) ? 2 : 1)
+    if (name[at] == '\\') return failWith(at == 0 ? ERROR_BAD_PATHNAME : ERROR_PATH_NOT_FOUND), std::nullopt;
+  return (global ? "\\" : "") + std::string(name);
+}
+
+HANDLE openMutex(LPCSTR given, bool create, bool owned) {
   bool made = false;
-  const std::string text = name ? name : "";
-  const auto mutex = directory<Mutex>().open(text, [&] { return Mutex::make(text, create, owned, made); });
+  const std::optional<std::string> name = objectName(given);
+  if (!name) return nullptr;
+  const auto mutex = directory<Mutex>().open(*name, [&] { return Mutex::make(*name, create, owned, made); });
   if (!mutex) return nullptr;
   const HANDLE handle = handles().open(mutex);
   if (handle) SetLastError(made || !create ? ERROR_SUCCESS : ERROR_ALREADY_EXISTS);
@@ -237,7 +257,7 @@ HANDLE CreateMutexA(LPSECURITY_ATTRIBUTES, BOOL owned, LPCSTR name) {
 HANDLE OpenMutexA(DWORD, BOOL, LPCSTR name) {
   return guarded<HANDLE>(nullptr, [&]() -> HANDLE {
     if (name && *name) return openMutex(name, false, false);
-    SetLastError(ERROR_INVALID_PARAMETER);
+    SetLastError(name ? ERROR_INVALID_HANDLE : ERROR_INVALID_PARAMETER);
     return nullptr;
   });
 }
@@ -251,9 +271,10 @@ BOOL ReleaseMutex(HANDLE handle) {
 HANDLE CreateEventA(LPSECURITY_ATTRIBUTES, BOOL manualReset, BOOL set, LPCSTR name) {
   return guarded<HANDLE>(nullptr, [&]() -> HANDLE {
     bool made = false;
-    const std::string text = name ? name : "";
+    const std::optional<std::string> known = objectName(name);
+    if (!known) return nullptr;
     const auto event =
-        directory<Event>().open(text, [&] { return Event::make(text, manualReset != 0, set != 0, made); });
+        directory<Event>().open(*known, [&] { return Event::make(*known, manualReset != 0, set != 0, made); });
     const HANDLE handle = event ? handles().open(event) : nullptr;
     if (handle) SetLastError(made ? ERROR_SUCCESS : ERROR_ALREADY_EXISTS);
     return handle;

@@ -27,6 +27,16 @@ typedef struct tagBITMAPFILEHEADER {
 } BITMAPFILEHEADER;
 #pragma pack(pop)
 
+/* The oldest form of a header, with colours of three bytes behind it. */
+typedef struct tagBITMAPCOREHEADER {
+  DWORD bcSize;
+  WORD bcWidth, bcHeight, bcPlanes, bcBitCount;
+} BITMAPCOREHEADER;
+
+typedef struct tagRGBTRIPLE {
+  BYTE rgbtBlue, rgbtGreen, rgbtRed;
+} RGBTRIPLE;
+
 typedef struct tagBITMAPINFOHEADER {
   DWORD biSize;
   LONG biWidth, biHeight;

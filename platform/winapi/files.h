@@ -28,6 +28,7 @@ extern "C" {
 #define FILE_ATTRIBUTE_ARCHIVE 0x20u
 #define FILE_ATTRIBUTE_NORMAL 0x80u
 #define FILE_ATTRIBUTE_TEMPORARY 0x100u
+#define FILE_ATTRIBUTE_REPARSE_POINT 0x400u /* a link to a folder; links to files look like the files */
 #define INVALID_FILE_ATTRIBUTES 0xFFFFFFFFu
 
 typedef struct _OVERLAPPED OVERLAPPED, *LPOVERLAPPED; /* always null: all calls are synchronous */

@@ -12,7 +12,8 @@ extern "C" {
 PLATFORM_API DWORD WINAPI GetCurrentThreadId(void);
 PLATFORM_API void WINAPI Sleep(DWORD milliseconds);
 
-/* Waiting objects. Named ones live as long as a process holds a handle. */
+/* Waiting objects. Named ones live as long as a process of this user holds a handle. A name may begin with "Local\" or
+ * "Global\"; the first changes nothing, the second makes it another name. No other backslash may be in it. */
 
 typedef struct _CRITICAL_SECTION {
   uint64_t state[6]; /* the lock itself: not to be copied */

@@ -166,6 +166,35 @@ TEST_F(WqSoundFileWavTest, ReadsRawFiles) {
   EXPECT_EQ(wav.get(2000), content.substr(44));
 }
 
+// Sizes of files go up to what 32 bits hold. Nearly all of such a file is a hole.
+TEST_F(WqSoundFileWavTest, ReadsLongFiles) {
+  const std::string name = stored(riff(kFormat) + "data" + number(0xB0000000, 4) + "first");
+  for (const uint64_t size : {0x7FFFFFFFull, 0x80000000ull, 0xB0000000ull, 0xFFFFFFFFull, 0x100000000ull}) {
+    SCOPED_TRACE(size);
+    std::filesystem::resize_file(name, size);
+    Wav raw(0, 0);
+    const bool fits = size <= 0xFFFFFFFF;
+    EXPECT_EQ(raw.open(name), fits ? 1 : 0);
+    EXPECT_EQ(raw.file != nullptr, fits);
+    EXPECT_EQ(raw.dataSize, fits ? size : 0);
+    EXPECT_EQ(raw.get(4), fits ? "RIFF" : "");
+
+    Wav wav(1, 0);
+    EXPECT_EQ(wav.open(name), 1);
+    EXPECT_EQ(wav.dataSize, 0xB0000000);
+    EXPECT_EQ(wav.get(5), "first");
+    EXPECT_EQ(platformSeekStream(wav.file, -3, SEEK_END), static_cast<int64_t>(size) - 3);
+    EXPECT_EQ(wav.get(9), std::string(3, '\0'));
+  }
+}
+
+TEST_F(WqSoundFileWavTest, AnEmptyNameLeavesTheFileOpen) {
+  Wav wav(0, 0);
+  ASSERT_EQ(wav.open(stored("abc")), 1);
+  EXPECT_EQ(wav.open(""), 0);
+  EXPECT_EQ(wav.get(9), "abc");
+}
+
 // The data chunk is searched byte by byte from the end of the 16 format bytes.
 TEST_F(WqSoundFileWavTest, SearchesForTheDataChunk) {
   const std::string data = chunk("data", kSamples);

@@ -60,6 +60,7 @@ TEST_F(RingBufTest, FlushAndLimits) {
   EXPECT_EQ(std::string(buffer, buffer + 4), "vbc\xFF");
   for (const uint32_t size : {2u, UINT32_MAX, UINT32_MAX - 1}) // large ones wrap the sum round to 1 and 0
     EXPECT_EQ(WqRingBuf_PutBlock(&ring, "xy", size), 0);
+  EXPECT_EQ(WqRingBuf_PutBlock(&ring, nullptr, 0), 1); // UBSan looks at what is handed on
   EXPECT_EQ(held(ring), "\xFFv");
   EXPECT_EQ(WqRingBuf_Getc(&ring), 255);
   WqRingBuf_Term(&ring);

@@ -143,7 +143,7 @@ TEST_F(SwayDesktop, ATipIsSeenAsAWhole) {
   const Place area = there("A"), edge = {1280 - area.width, 800 - area.height, area.width, area.height};
   user().place(user().window("A"), edge);
   EXPECT_TRUE(until([&] { return there("A") == edge; })) << there("A");
-  user().point(1240, 780); // where the arrow hides no end of the tip
+  user().point(1240, 780);
   RECT size;
   const auto isWhole = [&] {
     GetClientRect(tip, &size);
@@ -152,6 +152,5 @@ TEST_F(SwayDesktop, ATipIsSeenAsAWhole) {
     return seen.width > size.right - kPointer && seen.width <= size.right && seen.height == size.bottom;
   };
   EXPECT_TRUE(until(isWhole)) << seenTip() << " of " << size.right << 'x' << size.bottom;
-  if (const char *dump = getenv("DUMP")) { Picture p = user().picture(); FILE *f = fopen(dump, "w"); fprintf(f, "P6 %d %d 255\n", p.width, p.height); for (uint32_t c : p.pixels) { fputc(c & 255, f); fputc(c >> 8 & 255, f); fputc(c >> 16 & 255, f); } fclose(f); }
   DestroyWindow(tip);
 }

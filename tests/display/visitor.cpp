@@ -4,12 +4,15 @@
 //     aware        tells the system first that it cares about resolutions itself
 //     worker       the metrics are first asked on a thread that ends then
 //     maximised    the window begins so
+//     pastes       it tells again and again how long the clipboard's data in a format with a name are
+//     copies       it promises a text on the clipboard, which it gives when somebody asks or at its end
 //     once         it ends by itself, once the window is shown
 
 #include "platform/platform.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <set>
 #include <string>
 #include <thread>
@@ -34,6 +37,21 @@ void paint(HWND window) {
   EndPaint(window, &paint);
 }
 
+void giveText() {
+  constexpr char kText[] = "kept";
+  const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, sizeof kText);
+  std::memcpy(GlobalLock(text), kText, sizeof kText);
+  GlobalUnlock(text);
+  SetClipboardData(CF_TEXT, text);
+}
+
+void promiseText(HWND window) {
+  OpenClipboard(window);
+  EmptyClipboard();
+  SetClipboardData(CF_TEXT, nullptr);
+  std::printf("copied %d\n", static_cast<int>(CloseClipboard()));
+}
+
 LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
   switch (message) {
@@ -43,6 +61,12 @@ LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
   case WM_MOUSEMOVE: std::printf("move %d,%d\n", x, y); break;
   case WM_LBUTTONDOWN: std::printf("press %d,%d\n", x, y); break;
   case WM_CLOSE: std::puts("close"); break;
+  case WM_RENDERFORMAT: giveText(); break;
+  case WM_RENDERALLFORMATS:
+    OpenClipboard(window);
+    giveText();
+    CloseClipboard();
+    break;
   case WM_DESTROY: PostQuitMessage(0); break;
   default: break;
   }
@@ -73,6 +97,14 @@ void tellOf(HWND window) {
   ReleaseDC(window, dc);
 }
 
+void paste() {
+  const UINT named = RegisterClipboardFormatA("wq test \"\x83\x65\"");
+  if (!OpenClipboard(nullptr)) return;
+  const HANDLE data = GetClipboardData(named);
+  std::printf("clip %d\n", data ? static_cast<int>(GlobalSize(data)) : -1);
+  CloseClipboard();
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -85,6 +117,8 @@ int main(int argc, char **argv) {
   if (!IsWindowVisible(window)) ShowWindow(window, SW_SHOW);
   UpdateWindow(window);
   tellOf(window);
+  if (words.count("pastes")) SetTimer(window, 2, 300, [](HWND, UINT, UINT_PTR, DWORD) { paste(); });
+  if (words.count("copies")) promiseText(window);
   if (words.count("once")) SetTimer(window, 1, 50, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); });
   MSG message;
   while (GetMessageA(&message, nullptr, 0, 0) > 0) {

@@ -4,6 +4,8 @@
 #include "support/allocation.h"
 #include "support/files.h"
 
+#include <filesystem>
+
 constexpr uint32_t kId = 0x12345678;
 
 static std::string word(uint32_t value) { return {reinterpret_cast<const char *>(&value), 4}; }
@@ -141,27 +143,95 @@ TEST_F(ResourcesTest, BmpFilesAreShown) {
       {{3, 1, 8, 5, BI_RLE8, few, two(0x02010300, 0x01000003)}, "211101 221202/0 0/"},
       {{2, 2, 8, 5, BI_RLE8, few, two(0x0102, 0x01000202), 6}, stripes},
       {masked(three(3, 6, 8)), none}, {masked(three(5, 8, 16)), none}, {masked(three(0x10000, 1, 2)), none},
-      {masked(three(0, 1, 2)), none}, {coded(three(0x02010101, 3, 0x100)), none}, {coded(two(0x0102, 0x0102)), none},
-      {coded(two(0x00050200, 0x0100)), none}, {coded(two(0, 0x01000101)), none},
-      {coded(three(0, 0x01010000, 0x0100)), none}, {{2, -2, 8, 5, BI_RLE8, few, two(0x0102, 0x01000202)}, none},
+      {masked(three(0, 1, 2)), none}, {{2, -2, 8, 5, BI_RLE8, few, two(0x0102, 0x01000202)}, none},
       {{2, 2, 4, 0, BI_RLE8, sixteen, two(0x0102, 0x01000202)}, none}};
-  // In the first two files, a word at a place.
+  // In the first two files, a word at a place. The second has its pixels where 0 says too, behind the header.
   const struct { int file; size_t at; std::vector<uint32_t> words; } patches[] = {
-      {0, 14, {0, 12, 39, 0xFFFFFFFF}}, {0, 18, {0, 0x80000000, 0x7FFFFFFF, 5}}, {0, 22, {0, 0x80000000, 3}},
-      {0, 26, {0x80000, 0x20001, 1, 0x180001}}, {0, 30, {1, 2, 3, 4}}, {0, 46, {0xFFFFFFFF, 0x40000000, 6}},
-      {1, 10, {0, 50, 55, 0xFFFFFFF0}}, {1, 18, {3, 0x55555556, 0x7FFFFFFF}}, {1, 22, {3, 0x20000000, 0x80000001}}};
+      {0, 14, {0, 11, 13, 39, 0xFFFFFFFF}}, {0, 18, {0, 0x80000000, 0x7FFFFFFF, 5}}, {0, 22, {0, 0x80000000, 3}},
+      {0, 26, {0x80000, 0x20001, 1, 0x180001}}, {0, 30, {2, 3, 4}}, {0, 46, {0xFFFFFFFF, 0x40000000, 6}},
+      {1, 10, {50, 55, 0xFFFFFFF0}}, {1, 18, {3, 0x55555556, 0x7FFFFFFF}}, {1, 22, {3, 0x20000000, 0x80000001}}};
   // clang-format on
   for (const auto &[parts, expected] : files) {
     const std::string whole = bmpFile(parts);
     SCOPED_TRACE(&parts - &files->parts);
     EXPECT_EQ(shown(whole), expected);
-    for (size_t size = 0; size < whole.size() - parts.gap && expected != none; size += size + 12 < whole.size() ? 7 : 1)
+    const bool plain = parts.compression != BI_RLE8 && parts.compression != BI_RLE4;
+    for (size_t size = 0; size < whole.size() - parts.gap && expected != none && plain;
+         size += size + 12 < whole.size() ? 7 : 1)
       ASSERT_EQ(shown(whole.substr(0, size)), none) << "cut at " << size;
   }
+  EXPECT_EQ(shown(bmpFile(files[1].parts).replace(10, 4, word(0))), is24);
   for (const auto &[file, at, words] : patches)
     for (const uint32_t value : words)
       EXPECT_EQ(shown(bmpFile(files[file].parts).replace(at, 4, word(value))), none)
           << file << ' ' << at << ' ' << value;
+}
+
+// A coded picture in two rows, and what is left of it where its file ends early or its codes leave the rectangle.
+TEST_F(ResourcesTest, CodedFilesAreShownAsFarAsTheyGo) {
+  const auto file = [](const std::string &codes, DWORD compression = BI_RLE8) {
+    return bmpFile({2, 2, static_cast<WORD>(compression == BI_RLE8 ? 8 : 4), 5, compression, table(5), codes});
+  };
+  const std::string one = "211101", two = "221202", three = "231303", four = "241404", black = "0 0/";
+  const std::string row = one + ' ' + two + '/', upper = three + ' ' + four + '/', ones = one + ' ' + one + '/';
+  const std::string codes("\1\1\1\2\0\0\1\3\1\4\0\1", 12);
+  const std::string bySize[] = {"none",      "none",      black + one + " 0/", black + one + " 0/", black + row,
+                                black + row, black + row, black + row,         three + " 0/" + row, three + " 0/" + row,
+                                upper + row, upper + row, upper + row};
+  for (size_t size = 0; size <= codes.size(); ++size)
+    EXPECT_EQ(shown(file(codes.substr(0, size))), bySize[size]) << size;
+  const struct {
+    const char *what;
+    std::string codes, shown;
+  } rows[] = {
+      {"a run past the right edge", {"\1\1\1\2\7\3\0\0\2\4\0\1", 12}, four + ' ' + four + '/' + row},
+      {"single pixels past the right edge", {"\0\5\1\2\3\3\3\0\0\0\2\4\0\1", 14}, four + ' ' + four + '/' + row},
+      {"a jump past the right edge", {"\0\2\5\0\2\1\0\1", 8}, black + black},
+      {"a row above the top", {"\2\1\0\0\2\1\0\0\2\3\0\1", 12}, ones + ones},
+      {"no end behind the last row", {"\2\1\0\0\2\1\0\0", 8}, ones + ones},
+      {"a jump above the top", {"\2\1\0\2\0\x9\2\3\0\1", 10}, black + ones},
+      {"single pixels cut short", {"\2\1\0\0\0\4\1\2", 8}, black + ones},
+      {"a jump cut short", {"\2\1\0\2\1", 5}, black + ones},
+      {"bytes behind the end", {"\2\1\0\1\0\0\2\2", 8}, black + ones},
+  };
+  for (const auto &[what, coded, expected] : rows) EXPECT_EQ(shown(file(coded)), expected) << what;
+  EXPECT_EQ(shown(file("\7\x12", BI_RLE4)), black + row);
+}
+
+// The oldest header has sizes of 16 bits, all colours that the depth allows, and three bytes for each.
+TEST_F(ResourcesTest, FilesWithTheOldestHeaderAreShown) {
+  const auto file = [](WORD bits, const std::string &behind, DWORD offBits = 0) {
+    const BITMAPCOREHEADER core{12, 2, 2, 1, bits};
+    std::string bytes = std::string(10, '\0') + word(offBits);
+    return bytes.append(reinterpret_cast<const char *>(&core), sizeof core) + behind;
+  };
+  std::string colours;
+  for (unsigned i = 0; i < 16; ++i) colours += word((i << 16) | (0x1000 + (i << 8)) | (0x20 + i)).substr(0, 3);
+  const std::string four = "231303 241404/211101 221202/", rows = word(0x12) + word(0x34);
+  EXPECT_EQ(shown(file(4, colours + rows)), four);
+  EXPECT_EQ(shown(file(4, colours + rows, 26 + 48)), four);
+  EXPECT_EQ(shown(file(4, colours + "gap" + rows, 26 + 51)), four);
+  EXPECT_EQ(shown(file(4, colours + rows, 26 + 47)), "none") << "pixels in the table";
+  EXPECT_EQ(shown(file(4, colours + rows.substr(1))), "none") << "cut short";
+  EXPECT_EQ(shown(file(8, colours + rows)), "none") << "too few colours";
+  EXPECT_EQ(shown(file(1, colours.substr(3, 6) + word(0x40) + word(0x80))), "221202 211101/211101 221202/");
+  EXPECT_EQ(shown(file(24, word(0x64636261) + word(0x6665) + word(0x6A696867) + word(0x6C6B))),
+            "676869 6A6B6C/616263 646566/");
+}
+
+// A size that wraps in 32 bits made a block of no bytes. Elsewhere the file would have to be read whole.
+TEST_F(ResourcesTest, AFileOfNearlyFourGigabytesIsRefused) {
+  if (sizeof(void *) > 4) GTEST_SKIP() << "sizes don't wrap here";
+  for (const uint64_t size : {0xFFFFFFFDull, 0xFFFFFFFEull}) {
+    const std::string whole = bmpFile({2, 2, 8, 5, BI_RGB, table(5), word(0x201) + word(0x403)});
+    writeFile(name_, whole);
+    std::filesystem::resize_file(name_, size);
+    WqBmpFile bmp;
+    WqBmpFile_Init(&bmp, name_.c_str());
+    WqBmpFile_Create(&bmp, canvas);
+    EXPECT_EQ(bmp.handle, nullptr) << size;
+    WqBmpFile_Delete(&bmp);
+  }
 }
 
 TEST_F(ResourcesTest, BlitsTakeAMask) {

@@ -1,11 +1,13 @@
 // Folder trees: made, listed, copied and deleted; and the drive behind a path.
 
 #include "support/allocation.h"
+#include "support/desktop.h"
 #include "support/drives.h"
 #include "support/files.h"
 #include "support/library.h"
 
 #include <cstring>
+#include <filesystem>
 #include <vector>
 
 namespace {
@@ -106,6 +108,37 @@ TEST_F(WqDirTest, CopyFileKeepsWhatIsThere) {
   }
   EXPECT_EQ(readFile(folder_.file("d/s/b")) + readFile(folder_.file("d/s/x")), "oldernew");
   makeNormal({"t\\s\\1"});
+}
+
+// A link leads out of the tree, or round in it.
+TEST_F(WqDirTest, LinksToFoldersAreNotEntered) {
+  if (onWindows()) GTEST_SKIP() << "links take rights there";
+  namespace fs = std::filesystem;
+  make({"outside/", "outside\\kept", "t/", "t\\a", "t\\s/", "t\\s\\b"});
+  const fs::path top = fs::absolute(folder_.path());
+  fs::create_directory_symlink(top / "outside", top / "t/s/out");
+  fs::create_directory_symlink(top, top / "t/s/round");
+  EXPECT_EQ(GetFileAttributesA(at("t\\s\\out").c_str()),
+            DWORD{FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT});
+  EXPECT_FALSE(DeleteFileA(at("t\\s\\out").c_str())) << "a folder is no file";
+
+  WvDir_CopyFile(at("t").c_str(), at("copy").c_str());
+  EXPECT_EQ(there({"copy\\a", "copy\\s\\b", "copy\\s\\out", "copy\\s\\round"}), (Names{"copy\\a", "copy\\s\\b"}));
+  WvDir_CopyFile(at("t\\s\\out").c_str(), at("copy").c_str());
+  EXPECT_EQ(there({"copy\\kept"}), Names{"copy\\kept"}) << "a link that is named is the folder";
+
+  EXPECT_EQ(WqDir_Delete(at("t").c_str()), 1);
+  EXPECT_EQ(there({"t", "outside\\kept", "copy\\a"}), (Names{"outside\\kept", "copy\\a"}));
+  fs::create_directory_symlink(top / "outside", top / "link");
+  EXPECT_EQ(WqDir_Delete(at("link\\").c_str()), 1);
+  EXPECT_EQ(there({"link", "outside\\kept"}), Names{"outside\\kept"});
+}
+
+TEST_F(WqDirTest, CopyFileIntoTheTreeItselfEnds) {
+  make({"t/", "t\\a", "t\\m/", "t\\m\\b", "t\\z/", "t\\z\\c"});
+  WvDir_CopyFile(at("t").c_str(), at("t\\z").c_str());
+  EXPECT_EQ(there({"t\\z\\a", "t\\z\\m\\b", "t\\z\\c", "t\\z\\z\\c", "t\\z\\z\\a", "t\\z\\z\\m", "t\\z\\z\\z"}),
+            (Names{"t\\z\\a", "t\\z\\m\\b", "t\\z\\c", "t\\z\\z\\c"}));
 }
 
 TEST_F(WqDirTest, CollectListsOneFolder) {

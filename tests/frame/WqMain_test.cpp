@@ -39,6 +39,34 @@ TEST(MainTest, ARunStartsCleanAndEndsEmpty) {
   }
 }
 
+// A window that is left open is sized, painted and ended after the library's end, and the end comes twice.
+TEST(MainTest, WindowsMayOutliveTheLibrary) {
+  WqMain_Init(nullptr);
+  WqWnd frame, part;
+  for (WqWnd *wnd : {&frame, &part}) {
+    WqWnd_Init(wnd);
+    WqWnd_Style(wnd, WS_VISIBLE | (wnd == &part ? DWORD{WS_CHILD} : WS_POPUP));
+    wnd->rect = {10, 10, 109, 109};
+  }
+  WqWnd_Parent(&part, &frame);
+  WqWnd_Ds(&part, WQ_DS_LAYOUT | WQ_DS_SNAP_R | WQ_DS_KEEP_W);
+  ASSERT_NE(WqWnd_Create(&frame), nullptr);
+  ASSERT_NE(WqWnd_Create(&part), nullptr);
+  WqLog_Comment("text");
+  WqMain_Term();
+  EXPECT_EQ(wqMain.wndList, nullptr);
+
+  SetWindowPos(frame.hwnd, nullptr, 0, 0, 300, 200, SWP_NOMOVE | SWP_NOZORDER);
+  SetWindowPos(part.hwnd, nullptr, 0, 0, 50, 50, SWP_NOMOVE | SWP_NOZORDER);
+  InvalidateRect(frame.hwnd, nullptr, TRUE);
+  WqWnd_WaitQueEmpty();
+  WqLog_Comment("text");
+  DestroyWindow(frame.hwnd);
+  EXPECT_EQ(part.hwnd, nullptr);
+  WqMain_Term();
+  EXPECT_EQ(wqMain.allocCount, 0u);
+}
+
 TEST(MainTest, ARegistryThatCouldNotBeMadeHoldsNothing) {
   int refused = 0;
   bool failed = true;

@@ -9,22 +9,37 @@
 namespace {
 
 constexpr uint64_t kMostPixels = 1 << 20; // a coded picture can promise far more than its file holds
-constexpr size_t kHeaders = 54;
+constexpr size_t kFileHeader = 14;
+constexpr size_t kLeast = kFileHeader + sizeof(BITMAPCOREHEADER);
+
+// The header as far as the file goes; of the oldest kind, with the fields that it lacks at 0.
+BITMAPINFOHEADER headerOf(Bytes file) {
+  BITMAPINFOHEADER header = {};
+  if (file.size() < kLeast) return header;
+  if (number(file, kFileHeader, 4) == sizeof(BITMAPCOREHEADER)) {
+    header.biSize = sizeof(BITMAPCOREHEADER);
+    header.biWidth = static_cast<LONG>(number(file, 18, 2));
+    header.biHeight = static_cast<LONG>(number(file, 20, 2));
+    header.biBitCount = static_cast<WORD>(number(file, 24, 2));
+  } else if (file.size() >= kFileHeader + sizeof header) {
+    std::memcpy(&header, file.data() + kFileHeader, sizeof header);
+  }
+  return header;
+}
 
 // The colour of the first pixel of plain rows, where its place and meaning don't depend on more than the header.
 // known: gets whether that is so.
 COLORREF firstColour(Bytes file, const BITMAPINFOHEADER &header, bool *known) {
   *known = header.biCompression == BI_RGB && header.biBitCount != 16;
   if (!*known) return 0;
-  if (header.biBitCount > 8) {
-    const size_t at = number(file, 10, 4);
-    return RGB(file[at + 2], file[at + 1], file[at]);
-  }
-  const uint32_t colours = WqBmpFile_ColNum(nullptr, &header);
-  const size_t table = 14 + header.biSize;
-  const size_t at = header.biSize == 40 ? table + 4 * size_t{colours} : number(file, 10, 4);
+  const size_t table = kFileHeader + header.biSize;
+  const bool core = header.biSize == sizeof(BITMAPCOREHEADER), deep = header.biBitCount > 8;
+  const uint32_t colours = deep ? 0 : core ? 1u << header.biBitCount : WqBmpFile_ColNum(nullptr, &header);
+  const size_t width = core ? 3 : 4, behind = table + width * colours, told = number(file, 10, 4);
+  const size_t at = (header.biSize == 40 && !deep) || told == 0 ? behind : told;
+  if (deep) return RGB(file[at + 2], file[at + 1], file[at]);
   const uint32_t index = file[at] >> (8 - header.biBitCount);
-  const size_t entry = table + 4 * index;
+  const size_t entry = table + width * index;
   return index < colours ? RGB(file[entry + 2], file[entry + 1], file[entry]) : 0;
 }
 
@@ -54,8 +69,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   static const File file;
   static const HDC screen = GetDC(nullptr), dc = CreateCompatibleDC(screen);
   const Bytes bytes(data, size);
-  BITMAPINFOHEADER header = {};
-  if (size >= kHeaders) std::memcpy(&header, data + 14, sizeof header);
+  const BITMAPINFOHEADER header = headerOf(Bytes(data, size));
   const bool coded = header.biCompression == BI_RLE8 || header.biCompression == BI_RLE4;
   if (coded &&
       static_cast<uint64_t>(std::abs(int64_t{header.biWidth}) * std::abs(int64_t{header.biHeight})) > kMostPixels)
@@ -64,7 +78,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   WqBmpFile bmp;
   WqBmpFile_Init(&bmp, file.name());
   WqBmpFile_Create(&bmp, screen);
-  REQUIRE(!bmp.handle || size >= kHeaders);
+  REQUIRE(!bmp.handle || size >= kLeast);
   if (bmp.handle) seesPicture(bytes, header, bmp.handle, dc);
   WqBmpFile_Delete(&bmp);
   return 0;

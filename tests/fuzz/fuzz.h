@@ -46,6 +46,15 @@ class Text {
   Room room_;
 };
 
+// Whether a double-byte character stands at a place of a text.
+inline bool isDoubleByte(std::string_view text, size_t at) {
+  if (at + 1 >= text.size()) return false;
+  const auto lead = static_cast<unsigned char>(text[at]);
+  const auto trail = static_cast<unsigned char>(text[at + 1]);
+  return ((lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC)) && trail >= 0x40 && trail <= 0xFC &&
+         trail != 0x7F;
+}
+
 // An input up to its first NUL or a limit.
 inline std::string_view textOf(const void *data, size_t size, size_t limit) {
   const std::string_view bytes(static_cast<const char *>(data), size < limit ? size : limit);

@@ -1,7 +1,8 @@
 // A private profile made of foreign bytes: whatever it holds, reads keep within the caller's room and agree with each
 // other, and a write changes what it names and nothing else.
 //
-// An input is a byte with the number of writes, three bytes for each, and the profile.
+// An input is a byte with the number of writes, three bytes for each, and the profile. The byte's next bits turn the
+// profile into UTF-16, in one order of bytes or the other.
 
 #include "fuzz.h"
 
@@ -118,6 +119,31 @@ struct Entry {
   bool operator==(const Entry &) const = default;
 };
 
+bool isUtf16(std::string_view content) { return content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF"); }
+
+// The bytes of a text behind a mark.
+std::string utf16Of(std::string_view text, bool swapped) {
+  std::vector<WCHAR> units(text.size() + 1);
+  const int count = MultiByteToWideChar(932, 0, text.data(), static_cast<int>(text.size()), units.data() + 1,
+                                        static_cast<int>(text.size()));
+  units[0] = 0xFEFF;
+  std::string bytes;
+  for (size_t at = 0; at < static_cast<size_t>(count) + 1; ++at) {
+    const char low = static_cast<char>(units[at]);
+    const char high = static_cast<char>(units[at] >> 8);
+    bytes += swapped ? high : low;
+    bytes += swapped ? low : high;
+  }
+  return bytes;
+}
+
+bool hasNul(std::string_view content) {
+  const size_t unit = isUtf16(content) ? 2 : 1;
+  for (size_t at = 0; at < content.size(); at += unit)
+    if (content.substr(at, unit).find_first_not_of('\0') == std::string_view::npos) return true;
+  return false;
+}
+
 // All that can be read, as far as it is looked at.
 std::vector<Entry> entries() {
   std::vector<Entry> all;
@@ -140,9 +166,16 @@ std::string trimmed(std::string text) {
   return text;
 }
 
+// A text without half a double byte at its end.
+std::string whole(const std::string &text) {
+  size_t at = 0;
+  while (at + 1 < text.size()) at += isDoubleByte(text, at) ? 2 : 1;
+  return at < text.size() && IsDBCSLeadByte(static_cast<BYTE>(text[at])) ? text.substr(0, at) : text;
+}
+
 // A value as a read hands it out.
 std::string expected(const std::string &written) {
-  const std::string text = trimmed(written);
+  const std::string text = trimmed(whole(written));
   const bool quoted = text.size() >= 2 && (text[0] == '"' || text[0] == '\'') && text.back() == text[0];
   return quoted ? text.substr(1, text.size() - 2) : text;
 }
@@ -170,18 +203,22 @@ void change(const uint8_t *choice, const std::string &piece) {
   const bool removesKey = choice[2] >= 192 && choice[2] < 240;
   const bool removesSection = choice[2] >= 240;
   const std::vector<Entry> before = entries();
+  const std::string contentBefore = file().content();
   REQUIRE(WritePrivateProfileStringA(section.c_str(), removesSection ? nullptr : key.c_str(),
                                      removesKey ? nullptr : text.c_str(), file().name()));
-  if (!removesKey && !removesSection) {
+  const std::string content = file().content();
+  // a line that becomes a header, or a mark that was no beginning, makes another profile of it
+  const bool isOther = key.starts_with('[') || content.substr(0, 2) != contentBefore.substr(0, 2);
+  const bool isAscii = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) > 0; });
+  if (!removesKey && !removesSection && !isOther && (isAscii || !isUtf16(content))) {
     REQUIRE(value(section, key) == expected(text));
   }
   for (const Entry &entry : before) {
     const bool named = sameName(entry.section, section) && (removesSection || sameName(entry.key, key));
-    if (!named) REQUIRE(value(entry.section, entry.key) == entry.value);
+    if (!named && !isOther) REQUIRE(value(entry.section, entry.key) == entry.value);
   }
   // the kept profile is the one in the file
   const std::vector<Entry> kept = entries();
-  const std::string content = file().content();
   std::filesystem::remove(file().name());
   file().write(content);
   REQUIRE(entries() == kept);
@@ -194,19 +231,21 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   const size_t writes = size > 0 ? data[0] % 4 : 0;
   const size_t head = 1 + 3 * writes;
   if (size < head || size - head > kLongest) return 0;
-  const std::string_view content(reinterpret_cast<const char *>(data) + head, size - head);
+  const std::string_view text(reinterpret_cast<const char *>(data) + head, size - head);
+  const int encoding = size > 0 && !text.empty() ? data[0] / 4 % 4 : 0;
+  const std::string content = encoding == 1 || encoding == 2 ? utf16Of(text, encoding == 2) : std::string(text);
   file().write(content);
   cutNames(nullptr);
-  const bool hasNul = content.find('\0') != std::string_view::npos; // ends names early where they are handed out
+  const bool cut = hasNul(content); // names end early where they are handed out
   for (const Entry &entry : entries()) {
-    REQUIRE(entry.value || hasNul); // what is listed is found
+    REQUIRE(entry.value || cut); // what is listed is found
     cutNames(entry.section.c_str());
     if (!entry.value) continue;
     cutValues(entry.section, entry.key, *entry.value);
     number(entry.section, entry.key, *entry.value);
   }
-  std::string piece(content.substr(0, content.find_first_of(std::string_view("\0\r\n\x01", 4))));
+  std::string piece(text.substr(0, text.find_first_of(std::string_view("\0\r\n\x01", 4))));
   if (trimmed(piece).empty()) piece = "x";
-  for (size_t i = 0; i < writes && !hasNul; ++i) change(data + 1 + 3 * i, piece);
+  for (size_t i = 0; i < writes && !cut; ++i) change(data + 1 + 3 * i, piece);
   return 0;
 }

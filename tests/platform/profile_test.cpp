@@ -1,9 +1,12 @@
+#include "support/desktop.h"
 #include "support/files.h"
 
 #include "platform/platform.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <random>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -28,6 +31,7 @@ class Profile : public testing::Test {
 
   const TempFolder folder_;
   std::string name_ = ".\\" + folder_.path() + "\\a.ini";
+  std::string fresh_ = ".\\" + folder_.path() + "\\fresh.ini";
 };
 
 } // namespace
@@ -92,6 +96,111 @@ TEST_F(Profile, WritingKeepsTheRest) {
   EXPECT_EQ(get("a", "x"), "2");
   EXPECT_TRUE(put("a", nullptr, nullptr));
   EXPECT_EQ(content(), "; t\r\nx=0\r\n" + rest); // with the next section of that name
+}
+
+// It would take the bracket or the sign behind it along.
+TEST_F(Profile, HalfADoubleByteAtTheEndIsDropped) {
+  write("[y]\r\nk=0\r\n");
+  EXPECT_TRUE(put("x\x81", "k", "1"));
+  EXPECT_EQ(get("y", "k"), "0");
+  EXPECT_TRUE(put("x\x81", "j\x81", "2\x81"));
+  EXPECT_EQ(content(), "[y]\r\nk=0\r\n[x]\r\nk=1\r\nj=2\r\n");
+  EXPECT_EQ(get("x\x81", "j\x81"), "2");
+  EXPECT_EQ(get("x\x81\x45", "k"), "D") << "a whole one is a character";
+}
+
+// What a write makes of signs of the format, and of line ends, is what everybody reads.
+TEST_F(Profile, ReadsAreThoseOfTheFile) {
+  if (onWindows()) GTEST_SKIP() << "the layer's own rule";
+  const std::vector<std::string> pieces = {
+      "a", "b", "=", "[", "]", ";", "\r", "\n", " ", "\"", "\'", "\x81", "\x83\x5D", "\xEF\xBB\xBF", "\xFF\xFE"};
+  std::minstd_rand random(1);
+  const auto text = [&] {
+    std::string made;
+    for (size_t count = random() % 4; count > 0; --count) made += pieces[random() % pieces.size()];
+    return made;
+  };
+  const auto all = [&] {
+    std::vector<std::string> read = {get(nullptr, nullptr, 5000)};
+    std::istringstream sections(std::string(1, '\0') + read[0]);
+    for (std::string section; std::getline(sections, section, '\0');) {
+      read.push_back(get(section.c_str(), nullptr, 5000));
+      std::istringstream keys(read.back());
+      for (std::string key; std::getline(keys, key, '\0');) read.push_back(get(section.c_str(), key.c_str()));
+    }
+    return read;
+  };
+  for (int round = 0; round < 1500 && !HasFailure(); ++round) {
+    if (round % 20 == 0) write(round % 40 == 0 ? "" : "k=1\r[s]\nk=2");
+    const std::string section = text(), key = text(), value = text();
+    SCOPED_TRACE(testing::PrintToString(section) + ' ' + testing::PrintToString(key) + ' ' +
+                 testing::PrintToString(value));
+    EXPECT_TRUE(put(section.c_str(), key.c_str(), value.c_str()));
+    const std::string own = get(section.c_str(), key.c_str());
+    const std::vector<std::string> kept = all();
+    writeFile(folder_.file("fresh.ini"), content());
+    std::swap(name_, fresh_);
+    EXPECT_EQ(get(section.c_str(), key.c_str()), own);
+    EXPECT_EQ(all(), kept);
+    std::swap(name_, fresh_);
+  }
+}
+
+TEST_F(Profile, Utf16StaysUtf16) {
+  for (const bool swapped : {false, true}) {
+    if (swapped && onWindows() && !onWine()) continue; // which knows one order of bytes only
+    const auto bytes = [&](const std::u16string &text) {
+      std::string out;
+      for (const char16_t unit : u"\uFEFF" + text) {
+        const char low = static_cast<char>(unit), high = static_cast<char>(unit >> 8);
+        out += swapped ? high : low;
+        out += swapped ? low : high;
+      }
+      return out;
+    };
+    const std::u16string start = u"; \u20AC\U0001F600\r\n[s]\r\nk=v\r\n\u30BD=\u8868\r\n\uE6FF=1\r\n";
+    write(bytes(start));
+    EXPECT_EQ(get("s", "k"), "v");
+    EXPECT_EQ(get("s", "\x83\x5C"), "\x95\x5C");
+    EXPECT_TRUE(put("s", "n", "\x83\x5C"));
+    EXPECT_EQ(content(), bytes(start + u"n=\u30BD\r\n"));
+    EXPECT_EQ(get("s", "n"), "\x83\x5C");
+  }
+}
+
+// Whoever has the file open, or knows it by another name, sees what is written.
+TEST_F(Profile, FilesThatOthersHaveAreWrittenInPlace) {
+  write("[s]\r\nk=long value\r\n");
+  const HANDLE file = CreateFileA(name_.c_str(), GENERIC_READ, 7, nullptr, OPEN_EXISTING, 0, nullptr);
+  EXPECT_TRUE(put("s", "k", "1"));
+  EXPECT_EQ(get("s", "k"), "1");
+  char read[100] = "";
+  DWORD count = 0;
+  EXPECT_TRUE(ReadFile(file, read, sizeof read, &count, nullptr));
+  EXPECT_EQ(std::string(read, count), "[s]\r\nk=1\r\n");
+  EXPECT_TRUE(CloseHandle(file));
+
+  std::filesystem::create_hard_link(folder_.file("a.ini"), folder_.file("other"));
+  EXPECT_TRUE(put("s", "k", "23"));
+  EXPECT_EQ(readFile(folder_.file("other")), "[s]\r\nk=23\r\n");
+  if (onWindows()) return;
+
+  std::filesystem::remove(folder_.file("other"));
+  std::filesystem::create_directories(folder_.file(".a.ini.new/x")); // so that no file can be made beside it
+  EXPECT_TRUE(put("s", "k", "4"));
+  EXPECT_EQ(content(), "[s]\r\nk=4\r\n");
+  write("[s]\r\nk=5\r\n"); // the same size in the same moment
+  EXPECT_EQ(get("s", "k"), "5");
+
+  const HANDLE mapped = CreateFileA(name_.c_str(), GENERIC_READ, 7, nullptr, OPEN_EXISTING, 0, nullptr);
+  const HANDLE mapping = CreateFileMappingA(mapped, nullptr, PAGE_READONLY, 0, 0, nullptr);
+  const void *view = MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0);
+  EXPECT_EQ(put("s", "k", "") ? 0 : GetLastError(), DWORD{ERROR_USER_MAPPED_FILE}) << "it can't become shorter";
+  EXPECT_EQ(get("s", "k"), "5");
+  EXPECT_TRUE(put("s", "k", "67"));
+  EXPECT_TRUE(UnmapViewOfFile(view));
+  CloseHandle(mapping);
+  CloseHandle(mapped);
 }
 
 TEST_F(Profile, OtherWritersAreSeenAndKept) {

@@ -95,6 +95,23 @@ TEST_F(WinBox, EscapeAndTheCloseBoxStandForCancelWhereThereIsOne) {
   }
 }
 
+TEST_F(WinBox, ControlAndCCopyTheBoxAsText) {
+  const auto copy = [](HWND) {
+    keybd_event(VK_CONTROL, 0, 0, 0);
+    press('C');
+    keybd_event(VK_CONTROL, 0, KEYEVENTF_KEYUP, 0);
+  };
+  EXPECT_EQ(show(MB_RETRYCANCEL, {copy, [](HWND box) { command(box, IDCANCEL); }}, nullptr, "some text"), IDCANCEL);
+  ASSERT_TRUE(OpenClipboard(nullptr));
+  const HANDLE memory = GetClipboardData(CF_TEXT);
+  const std::string copied = memory ? static_cast<const char *>(GlobalLock(memory)) : "nothing";
+  if (memory) GlobalUnlock(memory);
+  EmptyClipboard(), CloseClipboard();
+  EXPECT_EQ(copied.substr(0, copied.find("some text") + 9),
+            "---------------------------\r\ncaption\r\n---------------------------\r\nsome text");
+  EXPECT_EQ(copied.find('&'), std::string::npos);
+}
+
 TEST_F(WinBox, TheMouseAnswers) {
   EXPECT_EQ(show(MB_YESNO,
                  {[](HWND box) { move(GetDlgItem(box, IDNO), 5, 5); }, [](HWND) { button(MOUSEEVENTF_LEFTDOWN); },

@@ -175,3 +175,23 @@ TEST_F(WinPaint, AContextOfAWholeWindowBeginsAtItsFrame) {
   EXPECT_EQ(GetPixel(dc, 0, 0), RGB(0, 0, 255));
   ReleaseDC(c, dc), DeleteObject(red), DeleteObject(blue);
 }
+
+// A window's picture has its children in it, which are kept out of its drawing.
+TEST_F(WinPaint, ChildrenAreReadButNotDrawnOver) {
+  const HWND a = make("A", kPopup | WS_CLIPCHILDREN, 100, 100, 200, 100), c = make("C", kChild, 100, 0, 100, 100, a);
+  const HBRUSH red = CreateSolidBrush(RGB(255, 0, 0)), blue = CreateSolidBrush(RGB(0, 0, 255));
+  pump(50);
+  const RECT all = {0, 0, 200, 100};
+  const HDC child = GetDC(c), shown = GetDC(a), memory = CreateCompatibleDC(shown);
+  const HBITMAP picture = CreateCompatibleBitmap(shown, 200, 100);
+  const HGDIOBJ before = SelectObject(memory, picture);
+  FillRect(child, &all, blue);
+  FillRect(shown, &all, red);
+  EXPECT_TRUE(BitBlt(memory, 0, 0, 200, 100, shown, 0, 0, SRCCOPY));
+  EXPECT_EQ(GetPixel(memory, 50, 50), RGB(255, 0, 0));
+  EXPECT_EQ(GetPixel(memory, 150, 50), RGB(0, 0, 255));
+  EXPECT_EQ(GetPixel(shown, 150, 50), RGB(0, 0, 255));
+  SelectObject(memory, before);
+  DeleteDC(memory), ReleaseDC(a, shown), ReleaseDC(c, child);
+  for (const HGDIOBJ object : {HGDIOBJ(picture), HGDIOBJ(red), HGDIOBJ(blue)}) DeleteObject(object);
+}

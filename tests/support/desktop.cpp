@@ -14,24 +14,26 @@ thread_local const MSG *dispatched; // until the window procedure has it
 
 // Name, group, and what is carried, see carried().
 const std::pair<UINT, std::string> kMessages[] = {
-    {WM_MOUSEACTIVATE, "MOUSEACTIVATE Hwh"}, {WM_RBUTTONDOWN, "RDOWN Mnp"}, {WM_LBUTTONUP, "LUP Mnp"},
-    {WM_WINDOWPOSCHANGING, "CHANGING Laf"},  {WM_ACTIVATE, "ACTIVATE Fnv"}, {WM_SIZING, "SIZING Snr"},
-    {WM_WINDOWPOSCHANGED, "CHANGED La"},     {WM_NCCALCSIZE, "NCCALC Sn"},  {WM_RBUTTONUP, "RUP Mnp"},
-    {WM_CAPTURECHANGED, "CAPTURE Mv"},       {WM_SETCURSOR, "CURSOR Hwh"},  {WM_MOVING, "MOVING Sr"},
-    {WM_LBUTTONDBLCLK, "LDOUBLE Mnp"},       {WM_EXITSIZEMOVE, "EXIT Sn"},  {WM_CREATE, "CREATE Lc"},
-    {WM_NCLBUTTONDOWN, "NCLDOWN Mnp"},       {WM_MOUSEWHEEL, "WHEEL Mnp"},  {WM_ENABLE, "ENABLE Ln"},
-    {WM_GETMINMAXINFO, "MINMAX Sn"},         {WM_NCCREATE, "NCCREATE Lc"},  {WM_KEYDOWN, "DOWN Knk"},
-    {WM_NCMOUSEMOVE, "NCMOUSE Mnp"},         {WM_SETFOCUS, "SETFOCUS Fw"},  {WM_CLOSE, "CLOSE Ln"},
-    {WM_ENTERSIZEMOVE, "ENTER Sn"},          {WM_SYSCHAR, "SYSCHAR Knk"},   {WM_PAINT, "PAINT Pu"},
-    {WM_NCDESTROY, "NCDESTROY Ln"},          {WM_MOUSEMOVE, "MOUSE Mnp"},   {WM_TIMER, "TIMER On"},
-    {WM_PARENTNOTIFY, "NOTIFY Le"},          {WM_DESTROY, "DESTROY Ln"},    {WM_SIZE, "SIZE Lnp"},
-    {WM_KILLFOCUS, "KILLFOCUS Fw"},          {WM_ERASEBKGND, "ERASE E"},    {WM_MOVE, "MOVE Lnp"},
-    {WM_SYSKEYDOWN, "SYSDOWN Knk"},          {WM_MOUSELEAVE, "LEAVE M"},    {WM_CHAR, "CHAR Knk"},
-    {WM_SYSCOMMAND, "COMMAND Lnk"},          {WM_SYSKEYUP, "SYSUP Knk"},    {WM_KEYUP, "UP Knk"},
-    {WM_LBUTTONDOWN, "LDOWN Mnp"},           {WM_SHOWWINDOW, "SHOW Ln"},    {WM_MBUTTONUP, "MUP Mnp"},
-    {WM_NCLBUTTONDBLCLK, "NCLDOUBLE Mnp"},   {WM_NCLBUTTONUP, "NCLUP Mnp"}, {WM_NCHITTEST, "HIT Tp"},
-    {WM_STYLECHANGED, "STYLED Xy"},          {WM_CHILDACTIVATE, "CHILD X"}, {WM_SETTEXT, "TEXT X"},
-    {WM_MBUTTONDOWN, "MDOWN Mnp"},           {WM_CANCELMODE, "CANCEL X"},   {WM_QUERYOPEN, "OPEN X"}};
+    {WM_MOUSEACTIVATE, "MOUSEACTIVATE Hwh"}, {WM_RBUTTONDOWN, "RDOWN Mnp"},  {WM_LBUTTONUP, "LUP Mnp"},
+    {WM_WINDOWPOSCHANGING, "CHANGING Laf"},  {WM_ACTIVATE, "ACTIVATE Fnv"},  {WM_SIZING, "SIZING Snr"},
+    {WM_WINDOWPOSCHANGED, "CHANGED La"},     {WM_NCCALCSIZE, "NCCALC Sn"},   {WM_RBUTTONUP, "RUP Mnp"},
+    {WM_CAPTURECHANGED, "CAPTURE Mv"},       {WM_SETCURSOR, "CURSOR Hwh"},   {WM_MOVING, "MOVING Sr"},
+    {WM_LBUTTONDBLCLK, "LDOUBLE Mnp"},       {WM_EXITSIZEMOVE, "EXIT Sn"},   {WM_CREATE, "CREATE Lc"},
+    {WM_NCLBUTTONDOWN, "NCLDOWN Mnp"},       {WM_MOUSEWHEEL, "WHEEL Mnp"},   {WM_ENABLE, "ENABLE Ln"},
+    {WM_GETMINMAXINFO, "MINMAX Sn"},         {WM_NCCREATE, "NCCREATE Lc"},   {WM_KEYDOWN, "DOWN Knk"},
+    {WM_NCMOUSEMOVE, "NCMOUSE Mnp"},         {WM_SETFOCUS, "SETFOCUS Fw"},   {WM_CLOSE, "CLOSE Ln"},
+    {WM_ENTERSIZEMOVE, "ENTER Sn"},          {WM_SYSCHAR, "SYSCHAR Knk"},    {WM_PAINT, "PAINT Pu"},
+    {WM_NCDESTROY, "NCDESTROY Ln"},          {WM_MOUSEMOVE, "MOUSE Mnp"},    {WM_TIMER, "TIMER On"},
+    {WM_PARENTNOTIFY, "NOTIFY Le"},          {WM_DESTROY, "DESTROY Ln"},     {WM_SIZE, "SIZE Lnp"},
+    {WM_KILLFOCUS, "KILLFOCUS Fw"},          {WM_ERASEBKGND, "ERASE E"},     {WM_MOVE, "MOVE Lnp"},
+    {WM_SYSKEYDOWN, "SYSDOWN Knk"},          {WM_MOUSELEAVE, "LEAVE M"},     {WM_CHAR, "CHAR Knk"},
+    {WM_SYSCOMMAND, "COMMAND Lnk"},          {WM_SYSKEYUP, "SYSUP Knk"},     {WM_KEYUP, "UP Knk"},
+    {WM_LBUTTONDOWN, "LDOWN Mnp"},           {WM_SHOWWINDOW, "SHOW Ln"},     {WM_MBUTTONUP, "MUP Mnp"},
+    {WM_NCLBUTTONDBLCLK, "NCLDOUBLE Mnp"},   {WM_NCLBUTTONUP, "NCLUP Mnp"},  {WM_NCHITTEST, "HIT Tp"},
+    {WM_STYLECHANGED, "STYLED Xy"},          {WM_CHILDACTIVATE, "CHILD X"},  {WM_SETTEXT, "TEXT X"},
+    {WM_MBUTTONDOWN, "MDOWN Mnp"},           {WM_CANCELMODE, "CANCEL X"},    {WM_QUERYOPEN, "OPEN X"},
+    {WM_RENDERFORMAT, "RENDER Bn"},          {WM_RENDERALLFORMATS, "ALL B"}, {WM_DESTROYCLIPBOARD, "TAKEN B"},
+    {WM_CLIPBOARDUPDATE, "UPDATE B"},        {WM_DRAWCLIPBOARD, "DRAW Bw"},  {WM_CHANGECBCHAIN, "CHAIN Bwv"}};
 
 // The name of a message, and its group and letters.
 std::pair<std::string, std::string> known(UINT message) {

@@ -11,8 +11,8 @@
 #include <vector>
 
 // Groups of messages: L life and place, S sizes asked for, F focus and activation, P painting, E erasing, M mouse,
-// H cursors and activation by the mouse, T hit tests, K keys, X titles, styles and what else changes a state, O what
-// programs send themselves, timers among it.
+// H cursors and activation by the mouse, T hit tests, K keys, X titles, styles and what else changes a state, B the
+// clipboard, O what programs send themselves, timers among it.
 //
 // A message is a line: the window's title, ':' when it was sent or '<' when it came from the queue, a short name, and
 // what it carries: a number or flags in hexadecimal unless they are 0, a point, windows by title, a place

@@ -20,7 +20,7 @@ std::vector<size_t> openHandles() {
   PlatformDesktopCounts desktop;
   platformCountHandles(&kernel);
   platformCountDesktop(&desktop);
-  return {kernel.kernel, kernel.views, desktop.windows, desktop.drawing};
+  return {kernel.kernel, kernel.views, kernel.memory, desktop.windows, desktop.drawing};
 #endif
 }
 

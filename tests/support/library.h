@@ -16,7 +16,7 @@ class LibraryTest : public testing::Test {
   void TearDown() override {
     WqMain_Term();
     EXPECT_EQ(wqMain.allocCount, 0u) << "blocks of WqMem that nobody gave back";
-    EXPECT_EQ(openHandles(), handles_) << "handles that nobody closed: of the kernel, views, windows, drawing";
+    EXPECT_EQ(openHandles(), handles_) << "handles that nobody closed: of the kernel, views, memory, windows, drawing";
   }
 
  private:

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <random>
 #include <thread>
+#include <tuple>
 
 namespace {
 
@@ -92,6 +93,30 @@ TEST_F(WaitingTest, NamesLeadToOneMutexUntilTheLastHandleGoes) {
     EXPECT_TRUE(WqMutex_Unock(&mutex[0]) && !WqMutex_Unock(&mutex[0]));
   }
   WqMutex_Term(&mutex[0]);
+}
+
+TEST_F(WaitingTest, NamesHaveTheirPrefixesAndNoOtherBackslash) {
+  const std::string name = uniqueName("prefix");
+  WqMutex mutex, other;
+  for (const auto &[first, second, same] : {std::tuple("", "Local\\", 1),
+                                            {"Local\\", "", 1},
+                                            {"Global\\", "", 0},
+                                            {"", "Global\\", 0},
+                                            {"Global\\", "Local\\", 0},
+                                            {"Global\\", "Global\\", 1},
+                                            {"\x83\x5C", "Local\\\x83\x5C", 1}}) {
+    EXPECT_EQ(WqMutex_Init(&mutex, 0, (first + name).c_str()), 1) << first;
+    EXPECT_EQ(WqMutex_Open(&other, (second + name).c_str()), same) << first << ' ' << second;
+    WqMutex_Term(&other);
+    WqMutex_Term(&mutex);
+  }
+  const std::pair<std::string, DWORD> refused[] = {
+      {"a\\" + name, 3}, {name + '\\', 3}, {"local\\" + name, 3}, {"Local\\a\\" + name, 3}, {'\\' + name, 161}};
+  for (const auto &[each, error] : refused) {
+    EXPECT_EQ(CreateMutexA(nullptr, FALSE, each.c_str()) ? 0 : GetLastError(), error) << each;
+    EXPECT_EQ(OpenMutexA(MUTEX_ALL_ACCESS, FALSE, each.c_str()) ? 0 : GetLastError(), error) << each;
+    EXPECT_EQ(CreateEventA(nullptr, TRUE, FALSE, each.c_str()) ? 0 : GetLastError(), error) << each;
+  }
 }
 
 TEST_F(WaitingTest, MutexOutlivesAProcessThatIsKilled) {

@@ -143,6 +143,7 @@ bool Dialog::translateKey(const MSG &message) {
     return !arrows;
   case VK_ESCAPE: sendCommand(IDCANCEL); return true;
   case VK_RETURN: pressDefault(); return true;
+  case 'C': return GetKeyState(VK_CONTROL) < 0 && !(code & DLGC_HASSETSEL) && copy();
   default: return false;
   }
 }

@@ -24,6 +24,8 @@ class Dialog : public Control {
  protected:
   // Somebody wants something of the dialog: a control, a key, or a program. Whether it took it.
   virtual bool command(int id, int what) = 0;
+  // Control and C were pressed where no control wants them. Whether it took that.
+  virtual bool copy() { return false; }
   // Which button Enter presses where the focus is on none.
   void setDefault(int id) { default_ = id; }
   int defaultButton() const { return default_; }

@@ -1,5 +1,6 @@
 // A field to edit one line of text.
 
+#include "platform/desktop/dialogs/clip.h"
 #include "platform/desktop/dialogs/control.h"
 #include "platform/desktop/messages/devices.h"
 #include "platform/kernel/codepage.h"
@@ -95,6 +96,28 @@ class EditField final : public Control {
       replace("");
     } else if (static_cast<unsigned char>(typed[0]) >= ' ') {
       replace(typed);
+    } else {
+      control(typed[0]);
+    }
+  }
+
+  // Letters with Control.
+  void control(char character) {
+    constexpr char kAll = 'A' - '@', kCopy = 'C' - '@', kPaste = 'V' - '@', kCut = 'X' - '@';
+    const auto [from, to] = selection();
+    switch (character) {
+    case kAll: return select(0, -1);
+    case kCut:
+    case kCopy:
+      copyText(handle_, text().substr(from, to - from));
+      if (character == kCut && recordOf(handle_)) replace("");
+      return;
+    case kPaste: {
+      const std::string pasted = pastedText(handle_);
+      if (recordOf(handle_)) replace(pasted.substr(0, pasted.find_first_of("\r\n")));
+      return;
+    }
+    default: return;
     }
   }
 

@@ -2,6 +2,7 @@
 
 #include "platform/winapi/boxes.h"
 
+#include "platform/desktop/dialogs/clip.h"
 #include "platform/desktop/dialogs/dialog.h"
 #include "platform/desktop/lock.h"
 #include "platform/kernel/codepage.h"
@@ -39,6 +40,13 @@ const std::vector<int> kSets[] = {
 std::string textOf(int id) {
   const auto at = std::find_if(std::begin(kButtons), std::end(kButtons), [&](const auto &one) { return one.id == id; });
   return codePageFromUtf8(at->text);
+}
+
+// The same without the mark of its key.
+std::string wordsOf(int id) {
+  std::string text = textOf(id);
+  std::erase(text, '&'); // which is no second byte of a character
+  return text;
 }
 
 LPCSTR iconOf(UINT type) {
@@ -127,6 +135,15 @@ class Box final : public Dialog {
     if (id == IDCANCEL && set_.size() == 1) id = set_.front();
     if (!has(id)) return false;
     end(id);
+    return true;
+  }
+
+  // The whole box as text, such as a user sends to whoever can help.
+  bool copy() override {
+    const std::string line = "---------------------------\r\n";
+    std::string all = line + recordOf(handle_)->text + "\r\n" + line + text_ + "\r\n" + line;
+    for (const int id : set_) all += wordsOf(id) + "   ";
+    copyText(handle_, all + "\r\n" + line);
     return true;
   }
 

@@ -95,7 +95,7 @@ QRegion Dc::open() { return kind == Kind::window ? visible.translated(-origin) :
 QRect Dc::bounds() {
   const QImage *image = target();
   if (!image) return {};
-  return kind == Kind::window ? visible.boundingRect() & image->rect() : image->rect();
+  return kind == Kind::window ? readable & image->rect() : image->rect();
 }
 
 void Dc::findClip(const QImage &image) {
@@ -131,13 +131,15 @@ void Dc::drawn(const QRect &image) {
   if (kind == Kind::window && surface) surface->drawn(image);
 }
 
-HDC openWindowDc(HWND window, const std::shared_ptr<Surface> &surface, QPoint origin, QRegion visible) {
+HDC openWindowDc(HWND window, const std::shared_ptr<Surface> &surface, QPoint origin, QRegion visible,
+                 const QRect &readable) {
   const auto dc = std::make_shared<Dc>();
   dc->kind = surface ? Dc::Kind::window : Dc::Kind::display;
   dc->window = window;
   dc->surface = surface;
   dc->origin = origin;
   dc->visible = std::move(visible);
+  dc->readable = readable;
   return openObject<HDC>(dc);
 }
 

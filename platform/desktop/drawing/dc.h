@@ -40,7 +40,8 @@ struct Dc : Object {
   HWND window = nullptr;            // whose context it is, to be released; null for one that is to be deleted
   std::shared_ptr<Surface> surface; // of a window's context
   QPoint origin;                    // of its device coordinates in the surface
-  QRegion visible;                  // of the window, in the surface
+  QRegion visible;                  // of the window, in the surface: where it draws,
+  QRect readable;                   // and where its pixels are read
   Selected<Bitmap> bitmap;          // of a memory context
 
   Selected<Pen> pen;
@@ -103,8 +104,9 @@ struct Dc : Object {
 inline std::shared_ptr<Dc> dcOf(HDC dc) { return drawingHandles().get<Dc>(dc); }
 
 // A context of a window. surface: null for the screen's own window. origin: of the device coordinates in the surface.
-// visible: where it may draw, likewise.
-HDC openWindowDc(HWND window, const std::shared_ptr<Surface> &surface, QPoint origin, QRegion visible);
+// visible: where it may draw, likewise. readable: where its pixels may be read.
+HDC openWindowDc(HWND window, const std::shared_ptr<Surface> &surface, QPoint origin, QRegion visible,
+                 const QRect &readable);
 bool closeDc(HDC dc);
 // Closes a context that stands for a window or the screen; others it leaves alone.
 bool releaseDc(HDC dc);

@@ -181,6 +181,8 @@ template <typename Held> std::shared_ptr<const IconSource> sourceOf(Held &&bytes
 
 } // namespace
 
+bool isWholePng(Bytes file) { return isPng(file) && endsWell(file); }
+
 std::shared_ptr<const IconSource> readIcon(std::span<const uint8_t> bytes) { return sourceOf(bytes); }
 
 std::shared_ptr<const IconSource> readIcon(std::vector<uint8_t> bytes) { return sourceOf(std::move(bytes)); }

@@ -13,4 +13,7 @@ std::shared_ptr<const IconSource> readIcon(std::span<const uint8_t> bytes);
 // The source keeps the bytes.
 std::shared_ptr<const IconSource> readIcon(std::vector<uint8_t> bytes);
 
+// Whether a file is a PNG file with all of its parts.
+bool isWholePng(std::span<const uint8_t> file);
+
 } // namespace platform

@@ -139,7 +139,7 @@ HANDLE copyBitmap(HANDLE handle, int width, int height, UINT flags) {
 } // namespace
 
 std::vector<uint8_t> readWholeFile(const char *name) {
-  const std::string path = nativePath(name);
+  const std::string path = existingPath(name);
   std::error_code none;
   if (path.empty() || !std::filesystem::is_regular_file(path, none)) return {};
   std::ifstream file(path, std::ios::binary);

@@ -343,7 +343,7 @@ COLORREF GetPixel(HDC dc, int x, int y) {
     const int64_t column = int64_t{at.x} + context->origin.x(), row = int64_t{at.y} + context->origin.y();
     if (column < all.left() || column > all.right() || row < all.top() || row > all.bottom()) return CLR_INVALID;
     const QPoint pixel(static_cast<int>(column), static_cast<int>(row));
-    if (context->kind == Dc::Kind::window && !context->visible.contains(pixel)) return CLR_INVALID;
+    if (context->kind == Dc::Kind::window && !context->readable.contains(pixel)) return CLR_INVALID;
     return fromQt(reinterpret_cast<const QRgb *>(context->image()->constScanLine(pixel.y()))[pixel.x()]);
   });
 }

@@ -36,6 +36,8 @@ Queue *keyboardQueue();
 
 // Does in the program what the user has done to a window as a whole.
 void carryOut(const Report &deed);
+// The clipboard is another program's now.
+void takeClipboard(const ClipboardTaken &report);
 // The windows of a thread go; nobody hears of it.
 void endThread(Queue &queue);
 

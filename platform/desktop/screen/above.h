@@ -8,6 +8,9 @@ namespace platform::above {
 
 // Takes a report of the desktop to the thread that it concerns.
 void take(Report report);
+// The data of an offer to the clipboard, as one of its types. mayWait: for an owner that has promised them, for a while.
+// Result: nothing when there are none any more.
+std::optional<std::string> clipboardData(const std::string &type, Serial offer, bool mayWait);
 // Brings everything drawn to the screen that waits for a while already.
 void flushDrawn();
 // Dispatches the messages that wait for this thread, which is one that the program's own event loop runs on.

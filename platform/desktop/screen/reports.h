@@ -74,6 +74,11 @@ struct CloseAsked {
   HWND window;
 };
 
+// Another program has put something on the clipboard.
+struct ClipboardTaken {
+  Serial offer; // the program's last one that the desktop has taken
+};
+
 // Its size, its panels or its resolution are others than before.
 struct ScreenChanged {};
 
@@ -81,6 +86,6 @@ struct ScreenChanged {};
 struct ScreenGone {};
 
 using Report = std::variant<PointerMoved, ButtonChanged, WheelTurned, KeyChanged, TextTyped, PointerLeft, PointerFound,
-                            Placed, StateChanged, Activated, CloseAsked, ScreenChanged, ScreenGone>;
+                            Placed, StateChanged, Activated, CloseAsked, ClipboardTaken, ScreenChanged, ScreenGone>;
 
 } // namespace platform

@@ -11,6 +11,7 @@
 #include <Qt>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -92,6 +93,14 @@ class Screen {
   virtual void movePointer(POINT to, Serial serial) = 0;
   // Asks where the pointer is when it is over none of the windows.
   virtual void findPointer() = 0;
+
+  // Puts the program's data on the clipboard, by the types that it can have; who wants them is sent to above::clipboardData.
+  virtual void offerClipboard(const std::vector<std::string> &types, Serial offer) = 0;
+  // These ask the program that has put something there. Its answer comes on the screen's thread, which holds no lock then,
+  // or at once, and may come late or never. Text is UTF-8, of type text/plain.
+  template <typename Result> using Answered = std::function<void(std::optional<Result>)>;
+  virtual void askClipboardTypes(Answered<std::vector<std::string>> answered) = 0;
+  virtual void askClipboard(const std::string &type, Answered<std::string> answered) = 0;
 
   // A thread on which the desktop's own event loop runs, in a program that brought it, has to let it run while it waits.
   // For all others, which is the rule, these do nothing.

@@ -7,7 +7,8 @@ namespace platform {
 
 HDC openClientDc(const Window &window, const QRegion &region) {
   const POINT origin = originInSurface(window);
-  return openWindowDc(window.handle, surfaceOf(window), QPoint(origin.x, origin.y), region & visibleClient(window));
+  return openWindowDc(window.handle, surfaceOf(window), QPoint(origin.x, origin.y), region & visibleClient(window),
+                      readableClient(window));
 }
 
 HDC openWholeDc(const Window &window) {
@@ -15,7 +16,7 @@ HDC openWholeDc(const Window &window) {
   const QPoint origin(client.x + window.rect.left - window.client.left, client.y + window.rect.top - window.client.top);
   const bool framed = window.isTopLevel() && isOpen(window);
   const QRegion visible = framed ? QRegion(QRect(origin, toQt(window.rect).size())) : visibleWhole(window);
-  return openWindowDc(window.handle, surfaceOf(window), origin, visible);
+  return openWindowDc(window.handle, surfaceOf(window), origin, visible, visible.boundingRect());
 }
 
 } // namespace platform

@@ -5,6 +5,7 @@
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/above.h"
 #include "platform/desktop/windows/classes.h"
+#include "platform/desktop/windows/clipboard.h"
 #include "platform/desktop/windows/focus.h"
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/onscreen.h"
@@ -44,6 +45,7 @@ void discard(const WindowRef &window) {
   validateTree(*window);
   for (Window *one : window->owned) one->owner = nullptr;
   if (window->owner) std::erase(window->owner->owned, window.get());
+  forgetOnClipboard(window->handle);
   closeOnScreen(*window);
   if (window->surface) window->surface->orphan();
   forgetWindow(*window->queue, window->handle);
@@ -53,6 +55,7 @@ void discard(const WindowRef &window) {
 
 void sendDestroy(const WindowRef &window) {
   if (isActive(*window)) activateAnother(*window);
+  if (window->alive) settleClipboard(window);
   if (!window->alive) return;
   send(window, WM_DESTROY);
   if (!window->alive) return;
@@ -206,6 +209,7 @@ void above::endThread(Queue &queue) {
   collect(collect, desktopWindow());
   // innermost first, without a word: there is nobody to hear it
   std::for_each(own.rbegin(), own.rend(), [](const WindowRef &window) { discard(window); });
+  closeClipboardOf(queue.thread);
 }
 
 } // namespace platform

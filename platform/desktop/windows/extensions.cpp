@@ -15,6 +15,6 @@ BOOL platformSavePicture(HWND window, const char *file) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     const WindowRef target = windowOf(window);
     if (!target || !target->surface) return FALSE;
-    return target->surface->image().save(QString::fromStdString(nativePath(file)), "PNG");
+    return target->surface->image().save(QString::fromStdString(existingPath(file)), "PNG");
   });
 }

@@ -137,6 +137,12 @@ QRegion visibleClient(const Window &window) {
   return seen;
 }
 
+QRect readableClient(const Window &window) {
+  if (!isOpen(window)) return {};
+  const POINT origin = originInSurface(window);
+  return toQt(offset(intersected(withinAncestors(window), window.clientArea()), origin.x, origin.y));
+}
+
 namespace {
 
 // What of a top-level window's pixels stands on the screen.
@@ -186,9 +192,7 @@ using namespace platform;
 
 namespace {
 
-QRegion regionOf(const Window &window, const RECT *rect) {
-  return QRegion(rectOf(rect ? *rect : window.clientArea()));
-}
+QRegion regionOf(const Window &window, const RECT *rect) { return QRegion(rectOf(rect ? *rect : window.clientArea())); }
 
 bool redraw(const WindowRef &window, const RECT *rect, UINT flags) {
   const Children children = flags & RDW_ALLCHILDREN  ? Children::all

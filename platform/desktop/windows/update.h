@@ -19,6 +19,8 @@ Window *nextToPaint(Queue &queue, HWND top);
 
 // The part of the window's client area that is seen, or of the whole window, in coordinates of the surface.
 QRegion visibleClient(const Window &window);
+// Where other contexts can read from a context of its client area: other windows in front don't count, they are seen there.
+QRect readableClient(const Window &window);
 QRegion visibleWhole(const Window &window);
 
 // Sends WM_NCPAINT and WM_ERASEBKGND to a window where they are due.

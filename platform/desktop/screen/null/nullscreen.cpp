@@ -23,6 +23,9 @@ class NullScreen final : public Screen {
   void setPointer(const Pointer &) override {}
   void movePointer(POINT, Serial) override {}
   void findPointer() override {}
+  void offerClipboard(const std::vector<std::string> &, Serial) override {}
+  void askClipboardTypes(Answered<std::vector<std::string>> answered) override { answered(std::nullopt); }
+  void askClipboard(const std::string &, Answered<std::string> answered) override { answered(std::nullopt); }
   bool runsHere() const override { return false; }
   void runEvents() override {}
   void waitForEvents(const std::optional<std::chrono::steady_clock::time_point> &) override {}

@@ -1,5 +1,6 @@
 #include "platform/desktop/screen/qt/qtscreen.h"
 
+#include "platform/desktop/screen/qt/clipboard.h"
 #include "platform/desktop/screen/qt/host.h"
 #include "platform/desktop/screen/qt/shown.h"
 
@@ -78,6 +79,15 @@ class QtScreen final : public Screen {
   void findPointer() override {
     post([this] { desk_->findPointer(); });
   }
+  void offerClipboard(const std::vector<std::string> &types, Serial offer) override {
+    post([=, this] { clipboard_->offer(types, offer); });
+  }
+  void askClipboardTypes(Answered<std::vector<std::string>> answered) override {
+    if (!host_->post([=, this] { answered(clipboard_->types()); })) answered(std::nullopt);
+  }
+  void askClipboard(const std::string &type, Answered<std::string> answered) override {
+    if (!host_->post([=, this] { answered(clipboard_->data(type)); })) answered(std::nullopt);
+  }
 
   bool runsHere() const override { return host_->runsHere(); }
   void runEvents() override { host_->runEvents(); }
@@ -85,8 +95,12 @@ class QtScreen final : public Screen {
   void wake(DWORD thread) override { host_->wake(thread); }
 
  private:
-  void openDesk() { desk_ = new Desk; }
+  void openDesk() {
+    desk_ = new Desk;
+    clipboard_ = new ClipboardLink;
+  }
   void closeDesk() {
+    if (clipboard_) clipboard_->close();
     if (desk_) desk_->close();
   }
   void post(Host::Work work) { host_->post(std::move(work)); }
@@ -98,6 +112,7 @@ class QtScreen final : public Screen {
 
   Host *host_ = nullptr;
   Desk *desk_ = nullptr; // stays until the process ends: whoever asks for the screen's size may come late
+  ClipboardLink *clipboard_ = nullptr;
 };
 
 } // namespace

@@ -1,0 +1,19 @@
+// Numbers of what is in the program's resources. Those of tips follow each other as the things do that have them.
+#define LEVELVIEW_ICON 1
+#define LEVELVIEW_BAR_96 96
+#define LEVELVIEW_BAR_192 192
+#define TIP_OPEN 100
+#define TIP_ZOOM_IN 101
+#define TIP_ZOOM_OUT 102
+#define TIP_ALL 103
+#define TIP_START 104
+#define TIP_END 105
+#define TIP_COPY 106
+#define TIP_POINTER 110
+#define TIP_SOUND 111
+#define TIP_RANGE 112
+#define TIP_LENGTH 113
+#define TIP_BARS 120
+#define TIP_PEAK 121
+#define TIP_RMS 122
+#define TIP_OVERVIEW 130
