@@ -296,10 +296,12 @@ static bool browse(Browsing &browsing, std::vector<Answerer::Step> steps) {
 
 TEST_F(WinFileDialog, AFolderIsChosenAndGivenBack) {
   CoInitialize(nullptr);
-  Browsing browsing{folder_ + "\\sub", "", "", ""};
+  // Wine's tree doesn't get to every folder of the system below
+  const std::string wanted = onWine() ? "C:\\windows\\system32" : folder_ + "\\sub";
+  Browsing browsing{wanted, "", "", ""};
   EXPECT_TRUE(browse(browsing, {press(IDOK)}));
-  EXPECT_EQ(browsing.chosen, folder_ + "\\sub");
-  EXPECT_EQ(browsing.heard, folder_ + "\\sub");
+  EXPECT_EQ(browsing.chosen, wanted);
+  EXPECT_EQ(browsing.heard, wanted);
   EXPECT_FALSE(browse(browsing, {press(IDCANCEL)}));
   const auto disabled = [&](HWND dialog) {
     SendMessageA(dialog, BFFM_ENABLEOK, 0, FALSE);
