@@ -79,8 +79,8 @@ WQ_API uint32_t WqPcmBuf_ReadWavFile(WqPcmBuf *buf, const char *fileName);
 /* ---- WqSoundFileWav: a WAV or raw file as a stream ---------------------------------------------------------------
  *
  * RIFF/WAVE as described in "Multimedia Programming Interface and Data Specifications 1.0" (IBM and Microsoft, 1991),
- * in the form that measuring applications write: integer PCM, one or two channels. All numbers in the file are
- * little-endian; sample bytes pass unchanged.
+ * in the form that measuring applications write: integer PCM, one or two channels. Numbers in
+ * it are little-endian, and samples are taken as the bytes that they are.
  *
  * The caller reads and sets the fields. A writer that knows its size stores dataSize, calls WqSoundFileWav_writeHeader
  * and writes; one that learns it on the way opens with both flags set, writes, stores dataSize, and calls
@@ -181,8 +181,8 @@ WQ_API double WqUnit_VTodBV(double volts);
  * kind: the low 8 bits count. */
 WQ_API double WqUnit_dBV(double level, uint32_t kind);
 
-/* Convert between samples and milliseconds at the fixed time base of 16384 samples a second, whatever rate a PCM buffer
- * has. Milliseconds become the nearest sample: ms * 16.384 + 0.5, truncated.
+/* Convert between samples and milliseconds on a time base of its own, 16384 samples in each second. The rate of a PCM
+ * buffer plays no part. Milliseconds become the nearest sample: ms * 16.384 + 0.5, truncated.
  * Bad input: of a result beyond 32 bits the low 32 bits count; beyond 64 bits, and for no number, it is 0. */
 WQ_API double WqUnit_SampleToMsec(uint32_t samples);
 WQ_API int32_t WqUnit_MsecToSample(double milliseconds);

@@ -1,4 +1,5 @@
-// A byte ring. The count tells an empty ring from a full one; both indexes stay below the capacity.
+// A byte ring. Both indexes stay below the capacity. They are equal in an empty ring and in a full one: the count is
+// looked at.
 
 #include "containers/containers.h"
 

@@ -1,4 +1,4 @@
-/* Containers: lists, hash tables, element maps, trees, a stack and a ring buffer. */
+/* Containers: chains of nodes, tables by key, maps of rows and cells, trees, a stack, a ring of bytes. */
 #ifndef WQ_CONTAINERS_CONTAINERS_H
 #define WQ_CONTAINERS_CONTAINERS_H
 
@@ -10,15 +10,15 @@ extern "C" {
 
 /* ---- WqList: a doubly linked chain -------------------------------------------------------------------------------
  *
- * A list is a pointer to its first node, the head, which the caller keeps; an empty list is a null head. There is no
- * tail pointer and no count, so whatever needs the last node walks the whole chain, and adding at the front is the
- * quick way. The same data may stand in a list any number of times.
+ * The caller keeps a list by its head, the address of the first node. The head of an empty list is null. Neither the
+ * tail nor a count is kept. So to add at the front is quick, while the last node is found by a walk along all others.
+ * The same data may stand in a list any number of times.
  *
- * In the names, N is the next side of a position and P the previous side. Add makes a node, Connect links a node that
- * exists, DisConnect unlinks a node and keeps it, Remove unlinks a node and frees it. With means that the node's data,
- * a block from WqMem, is freed too. Element means that the node is found by its data instead of being given.
+ * In the names, N stands for the side behind a position, and P for the side before it. Add makes a new node; Connect
+ * takes one that is there. DisConnect takes a node out, which lives on; Remove frees it as well. With: the data go too,
+ * and have to be a block from WqMem. Element: the caller gives the data, and the node is looked for.
  *
- * A position or a node that is given must be on the list whose head is given. */
+ * Nodes and positions have to belong to the list that the given head begins. */
 
 typedef struct WqList {
   WqWord data;         /* the caller's; freed only by the functions with With in their name */
@@ -38,7 +38,7 @@ WQ_API void WqList_Term(WqList *node);
  * Result: the new node, owned by the list; null if memory is short, and the list stays as it was. */
 WQ_API WqList *WqList_AddN(WqList *position, WqWord data);
 
-/* Makes a node directly before a position. Given the head, the result is the new head.
+/* Makes a node directly before a position. When that is the head, the list begins with the result from now on.
  * position: null makes a node that stands alone.
  * Result: the new node, owned by the list; null if memory is short, and the list stays as it was. */
 WQ_API WqList *WqList_AddP(WqList *position, WqWord data);
@@ -92,12 +92,12 @@ WQ_API WqList *WqList_RemoveElement(WqList *head, WqWord data);
  * Result: the head after the operation. Data that no node holds changes nothing and is not freed. */
 WQ_API WqList *WqList_RemoveElementWith(WqList *head, WqWord data);
 
-/* Frees every node from the given one to the end; their data stays the caller's.
+/* Frees the given node and all behind it. Their data stays the caller's.
  * head: may be null.
  * Result: null, to be stored as the new head. */
 WQ_API WqList *WqList_RemoveAll(WqList *head);
 
-/* Frees every node from the given one to the end, and the data of each.
+/* Frees the given node, all behind it, and the data of them all.
  * head: may be null. No two nodes may hold the same block. */
 WQ_API void WqList_RemoveAllWith(WqList *head);
 
@@ -108,8 +108,8 @@ WQ_API WqList *WqList_Find(WqList *head, WqWord data);
 
 /* ---- WqHash: a table on 32-bit keys ------------------------------------------------------------------------------
  *
- * A fixed number of buckets, each a list. A key's bucket is the key modulo the number of buckets, so that small ids
- * stand in buckets of their own. A bucket's nodes hold entries of value and key, newest first; a key stands in a table
+ * A fixed number of buckets, each a list. The remainder of a key, divided by their number, tells its bucket: small ids
+ * have buckets of their own. A bucket's nodes hold entries of value and key, newest first; a key stands in a table
  * once. Here With counts from the node: WqHash_RemoveWith frees node and entry, and only WqHash_RemoveAllWith frees
  * the callers' values. */
 
@@ -146,7 +146,7 @@ WQ_API WqHashEntry *WqHash_FindData(const WqHash *hash, uint32_t key);
  * Result: 1 when the value is stored; 0 if memory is short, and the table stays as it was. */
 WQ_API int WqHash_Insert(WqHash *hash, uint32_t key, WqWord data);
 
-/* Takes a key's node out and frees the node. The entry is not freed: it belongs to the caller, who has taken it with
+/* Takes a key's node out of the table and frees that alone. The entry belongs to the caller, who has taken it with
  * WqHash_FindData before and gives it back with WqMem_Free. An absent key does nothing. */
 WQ_API void WqHash_Remove(WqHash *hash, uint32_t key);
 
@@ -161,10 +161,10 @@ WQ_API void WqHash_RemoveAllWith(WqHash *hash);
 
 /* ---- WqMap, WqElems, WqElem: a table of rows ---------------------------------------------------------------------
  *
- * A map is a double-ended list of rows, a row a fixed array of cells. A row carries a row number, counted from 1, and a
- * word of state bits. An index is a position in the list, counted from 0; it differs from the row number after rows
- * were exchanged. Cell 0 of a row takes part in the numbering: the map keeps the row number in its value, unless the
- * cell owns a block. */
+ * A map holds rows in a list with two ends, and each row has the same number of cells. A row carries a row number,
+ * counted from 1, and a word of state bits. An index is a position in the list, counted from 0; it differs from the row
+ * number after rows were exchanged. Cell 0 of a row belongs to the map, which writes the row number into its value.
+ * Only where that cell owns a block, it doesn't. */
 
 #define WQ_ELEM_OWNED 0x00000001u /* WqElem.kind: value is a block from WqMem that the cell owns */
 
@@ -306,7 +306,7 @@ WQ_API void WqTree_Disconnect(WqTree *node);
  * more, for a node and itself, and for a node and its own parent. */
 WQ_API int WqTree_Swap(WqTree *a, WqTree *b);
 
-/* Result: the number of a node's ancestors: 0 for a root, 1 for its children, and so on. */
+/* Result: how many ancestors a node has. A root has 0, its children have 1. */
 WQ_API uint32_t WqTree_NofParent(const WqTree *node);
 
 /* ---- WqStack: words, last in, first out -------------------------------------------------------------------------- */
@@ -336,7 +336,7 @@ WQ_API int WqStack_Pop(WqStack *stack, WqWord *value);
 
 typedef struct WqRingBuf {
   uint8_t *buffer;   /* capacity bytes, null if there is none */
-  uint32_t count;    /* bytes held; tells an empty ring from a full one, where the indexes are equal in both */
+  uint32_t count;    /* bytes held; where both indexes are equal, the ring may be empty or full, and this tells which */
   uint32_t writeIx;  /* where the next byte goes */
   uint32_t readIx;   /* the next byte to read */
   uint32_t capacity; /* size of buffer; 0 if there is none */
@@ -365,8 +365,8 @@ WQ_API int WqRingBuf_Putc(WqRingBuf *ring, uint8_t byte);
  * Result: 1; 0 if the ring is full, and it stays as it was. */
 WQ_API int WqRingBuf_Ungetc(WqRingBuf *ring, uint8_t byte);
 
-/* Appends a block whole or not at all. At least one byte stays free behind it: a block as large as the free space is
- * refused, and so is any block, of 0 bytes too, on a full ring.
+/* Appends a block whole or not at all. A block has to be smaller than the free space, so that a byte of it is left.
+ * A full ring refuses even a block of 0 bytes.
  * bytes: may be null where size is 0. size: in bytes.
  * Result: 1; 0 if refused, and the ring stays as it was. */
 WQ_API int WqRingBuf_PutBlock(WqRingBuf *ring, const void *bytes, uint32_t size);

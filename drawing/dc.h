@@ -105,7 +105,7 @@ WQ_API void WqDcRgn_Delete(WqDcRgn *rgn);
 
 typedef struct WqDcMap {
   WqDc *dc;
-  int32_t prevMapMode; /* the platform's mapping mode before the last WqDcMap_Mode */
+  int32_t prevMapMode; /* what WqDcMap_Mode has found last, of the platform */
   int32_t mapMode;     /* the one last set or read; 0 before */
   int32_t logPix;      /* pixels per inch */
   double dpi;          /* the same */
@@ -268,7 +268,8 @@ WQ_API void WqDcDraw_Text(WqDcDraw *draw, const char *text, const RECT *rect, ui
 
 /* Measures a text with the selected font, and sets drawn.
  * format: as by WqDcDraw_Text.
- * rect: is converted, and becomes the rectangle that the text takes, in device units with zoom and base point in it. */
+ * rect: is converted. It comes back as the space of the text, in device units, to which zoom and base point have been
+ * applied. */
 WQ_API void WqDcDraw_GetTextRect(WqDcDraw *draw, const char *text, RECT *rect, uint32_t format);
 
 /* ---- WqDc: the record --------------------------------------------------------------------------------------------- */

@@ -11,8 +11,8 @@ extern "C" {
 /* ---- WqPoint, WqSize, WqRect: geometry ---------------------------------------------------------------------------
  *
  * Coordinates carry no unit, and no rectangle is ever put in order: one whose right is less than its left stays so.
- * Each function has its own reading of the right and bottom edges, and says which: "inside" means that a coordinate
- * equal to right or bottom counts as within. Arithmetic is 32-bit and wraps.
+ * Each function has its own reading of the right and bottom edges, and says which: "inside" means that points on these
+ * two edges belong to the rectangle. Arithmetic is 32-bit and wraps.
  *
  * All functions may run on several threads at once. */
 
@@ -62,7 +62,7 @@ WQ_API int WqRect_isSame(const RECT *rect, const RECT *other);
 /* Result: 1 when the point lies in the rectangle, edges inside, else 0. */
 WQ_API int WqRect_IsIn(const RECT *rect, const POINT *point);
 
-/* Result: 1 when the inner rectangle lies wholly in the outer one, which may share its edges, else 0. */
+/* Result: 1 when no part of the inner rectangle is outside the outer one; both may have edges in common. Else 0. */
 WQ_API int WqRect_IsInRect(const RECT *outer, const RECT *inner);
 
 /* Result: 1 when at least one corner of the other rectangle lies in the rectangle, edges inside, else 0. This is no test

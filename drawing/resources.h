@@ -178,7 +178,9 @@ WQ_API void WqBmpFile_Create(WqBmpFile *file, HDC dc);
 WQ_API void WqBmpFile_Delete(WqBmpFile *file);
 WQ_API void WqBmpFile_Term(WqBmpFile *file);
 
-/* dc: the bitmap is made to suit the first context that asks for it. */
+/* The record is copied with its handle: a bitmap that is made already is the registry's from now on. Without one the
+ * bitmap is made when it is asked for first.
+ * dc: the bitmap suits it; later ones get the same bitmap. */
 WQ_API void WqBmpTbl_Insert(uint32_t id, const WqBmpFile *file);
 WQ_API HBITMAP WqBmpTbl_Get(uint32_t id, HDC dc);
 WQ_API void WqBmpTbl_Remove(uint32_t id);

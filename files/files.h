@@ -13,8 +13,8 @@ extern "C" {
 
 /* ---- WqFile: a file and a view of it -----------------------------------------------------------------------------
  *
- * A thin layer over the platform's calls: nothing is buffered or retried. A record names one file and holds one open
- * file and one view at a time; the caller closes before opening again, else the first handle is lost. Sizes are 32-bit.
+ * A thin layer over the platform's calls: nothing is buffered or retried. A record has room for a name, a
+ * handle and a view. Whoever opens twice without closing loses the first handle. Sizes are 32-bit.
  */
 
 typedef struct WqFile {
@@ -141,7 +141,7 @@ WQ_API int32_t WvDir_PathTo(char *folder, const char *path);
 WQ_API int WqDir_Dlg(const char *folder, const char *caption, const char *prompt, int32_t newStyle, char *chosen);
 
 /* Result: the free bytes on the path's drive, or on the current one for a path without a drive; the low 32 bits, so that
- * a large disk can show a small number. 0 for a drive that is missing or has no medium. */
+ * a large disk can show a small number. 0 when there is no such drive, or nothing in it. */
 WQ_API uint32_t WqDrive_FreeSpace(const char *path);
 
 /* Result: 0 when the path's drive is of an unknown kind or a CD drive, else 1. */

@@ -50,9 +50,9 @@ WQ_API void WqMem_Free(void *block);
 
 /* ---- WqMemBlock, WqMemBlockElem: a pool --------------------------------------------------------------------------
  *
- * A pool hands out pieces of large chunks, in order, and takes them all back at once. A piece takes its size rounded up
- * to a multiple of 16, and is neither zeroed nor counted. A request of 0 gives an address that the next request gives
- * again. A WqMemBlockElem is one chunk, a WqMemBlock a chain of them that grows. */
+ * A pool cuts pieces off large chunks, one behind the other. They can't be given back but all together. A piece takes
+ * its size rounded up to a multiple of 16, and is neither zeroed nor counted. A request of 0 gives an address that the
+ * next request gives again. A WqMemBlockElem is one chunk, a WqMemBlock a chain of them that grows. */
 
 typedef struct WqMemBlockElem {
   uint8_t *base;   /* the storage; null when there is none */

@@ -4,7 +4,8 @@
  *
  * - Records, buffers and texts belong to the caller. A pointer must not be null unless its description allows it.
  * - Text is bytes in code page 932 (Shift-JIS) with a NUL at the end. Lengths count bytes, without the NUL.
- * - Truth values are 1 and 0. Failure is 0 or null; there are no exceptions and no error channel besides results.
+ * - Truth values are 1 and 0. A failure is told by a result of 0 or null. Nothing else tells of
+ *   errors, and nothing is thrown.
  * - A record is used by one thread at a time. Functions without a record keep no state unless they say so.
  *
  * Each description has one order: what the function does; its parameters; its result; what bad input gets; which

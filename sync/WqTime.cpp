@@ -9,7 +9,7 @@
 
 namespace {
 
-// -1, 0 or 1 for a before, equal to, after b.
+// Negative when a comes first, positive when b does; one step from 0.
 template <typename Fields> int32_t order(const Fields &a, const Fields &b) { return a < b ? -1 : a > b ? 1 : 0; }
 
 struct Parts {

@@ -34,7 +34,7 @@ WQ_API void WqTime_TickCount(WqTime *time);
 WQ_API uint32_t WqTime_DiffCount(const WqTime *a, const WqTime *b);
 
 /* Compare year, month and day, or hour, minute and second; day of week and milliseconds play no part.
- * Result: -1, 0 or 1 for a before, equal to, after b. */
+ * Result: -1 when a comes first, 1 when b does, 0 for the same. */
 WQ_API int32_t WqTime_CompDate(const WqTime *a, const WqTime *b);
 WQ_API int32_t WqTime_CompTime(const WqTime *a, const WqTime *b);
 

@@ -12,11 +12,11 @@ extern "C" {
  *
  * Nearly every function returns the number of bytes it wrote, without the NUL, so that a text is built by adding the
  * result to a write pointer. Only WqStr_nCopy is told the size of its destination; for all others dst has room for the
- * result and its NUL. The largest results: a quoted form takes twice the source's length plus four bytes, WqStr_Int 12
- * bytes, WqStr_Rect 48, WqStr_Size 24. dst and src must not overlap.
+ * result and its NUL. The largest results: a quoted form may be twice as long as its source and four bytes more.
+ * WqStr_Int needs 12 bytes, WqStr_Rect 48, WqStr_Size 24. dst and src must not overlap.
  *
- * Strings are handled byte by byte: a search, a comparison or a cut can land inside a double-byte character. Only
- * WqStr_DelEsc and the scanner's WqScan_String keep such characters together.
+ * Strings are handled byte by byte: cuts, and what is compared or found, may begin with the second byte of a character.
+ * Only WqStr_DelEsc and the scanner's WqScan_String keep such characters together.
  *
  * All functions may run on several threads at once. */
 
@@ -30,7 +30,7 @@ WQ_API int32_t WqStr_Copy(char *dst, const char *src);
 /* Copies at most n bytes, the NUL included. When the first n bytes of src hold no NUL, dst gets none: callers who need
  * one place it first.
  * Result: the number of bytes copied that are not NUL.
- * Bad input: for n below 1 nothing is written and the result is 0. */
+ * Bad input: n below 1 gives 0 and leaves dst alone. */
 WQ_API int32_t WqStr_nCopy(char *dst, const char *src, int32_t n);
 
 /* Writes src between double quotes; nothing inside is changed.
@@ -55,8 +55,8 @@ WQ_API int32_t WqStr_Remove(const char *src, char *dst, const char *chars);
 /* Result: 1 when both strings are equal byte for byte, else 0. */
 WQ_API int WqStr_Comp(const char *a, const char *b);
 
-/* Result: 1 when the first n bytes are equal and none of them is NUL, else 0. For n below 1 it is 0. Neither string is
- * read past its NUL or past n bytes. */
+/* Result: 1 when both begin with the same n bytes, without a NUL among them; else 0. For n below 1 it is 0. Neither
+ * string is read past its NUL or past n bytes. */
 WQ_API int WqStr_nComp(const char *a, const char *b, int32_t n);
 
 /* Tells whether the first n bytes of pattern, none of them NUL, occur in text.
@@ -112,7 +112,7 @@ WQ_API int32_t WqStr_Format(char *dst, const char *format, ...) WQ_PRINTF(2, 3);
 /* ---- WqScan: reading values out of text --------------------------------------------------------------------------
  *
  * Every function takes a cursor, a pointer into a text, stores what it reads, and returns the new cursor, which never
- * passes the text's NUL. How far the cursor moved is the only report: a failed read of counted digits, of a rectangle
+ * passes the text's NUL. Only the cursor tells what was read: a failed read of counted digits, of a rectangle
  * or of a size returns the cursor it was given.
  *
  * White space is the bytes 0x09 to 0x0D, the blank, and the double-byte blank 0x81 0x40. It is skipped first by all
@@ -135,8 +135,8 @@ WQ_API const char *WqScan_UShort(const char *cursor, uint16_t *value);
 /* As WqScan_Int, storing the low 8 bits. */
 WQ_API const char *WqScan_Byte(const char *cursor, uint8_t *value);
 
-/* Read exactly one, two or n decimal digits, without sign; further digits stay unread. For n of 0 or below, 0 is stored
- * and the cursor stands behind the white space. The value wraps at 32 bits.
+/* Read exactly one, two or n decimal digits, without sign; further digits stay unread. With n below 1 the value is 0,
+ * and the result lies behind the white space. The value wraps at 32 bits.
  * Bad input: with fewer digits nothing is stored and the given cursor is returned. */
 WQ_API const char *WqScan_Dec1(const char *cursor, int32_t *value);
 WQ_API const char *WqScan_Dec2(const char *cursor, int32_t *value);
@@ -173,7 +173,7 @@ WQ_API const char *WqScan_Double(const char *cursor, double *value);
  * end at the NUL. A doubled quote is one quote, also in a plain string, where a single quote ends the string. A
  * backslash with a quote, a backslash, n or r behind it is that character, with n as line feed and r as carriage
  * return; any other backslash is itself. Double-byte characters are kept together. Line ends don't end a string.
- * dst: has room for the rest of the text and a NUL. */
+ * dst: as large as what is left of the text, with its NUL. */
 WQ_API const char *WqScan_String(const char *cursor, char *dst);
 
 /* Reads "left,top,right,bottom", each as WqScan_Int reads it, with white space before or behind the commas.

@@ -9,9 +9,10 @@
 extern "C" {
 #endif
 
-/* Everything here belongs to one thread: the one that called WqMain_Init, makes the windows and runs the message loop.
- * User procedures and timer callbacks run on it too, from inside the calls that send or dispatch messages, and may call
- * any function, so that they can be entered again before they have returned. They may end any window, their own too. */
+/* All of this belongs to one thread. It is the thread of WqMain_Init, which makes the windows and gets their messages.
+ * What it calls of the program, user procedures and timer callbacks, runs on it too, from inside the calls that send or
+ * dispatch messages, and may call any function, so that they can be entered again before they have returned. They may
+ * end any window, their own too. */
 
 /* ---- Messages ----------------------------------------------------------------------------------------------------
  *
@@ -92,8 +93,8 @@ typedef struct WqWheel {
 
 /* ---- WqWnd: window objects ---------------------------------------------------------------------------------------
  *
- * A window object is the caller's record for one window of the platform. It is filled in first, then WqWnd_Create makes
- * the window:
+ * A window object is a record of the caller's that stands for a window of the platform. The caller fills it in, and
+ * then makes the window with WqWnd_Create:
  *
  *   WqWnd_Init(&wnd);
  *   WqWnd_Parent(&wnd, &frame);
@@ -175,7 +176,7 @@ struct WqWnd {
  * id stays 0: no window can be made. */
 WQ_API void WqWnd_Init(WqWnd *wnd);
 
-/* Frees createParam, if it is still there. The record stays in wqMain.wndList, and a window stays. */
+/* Frees a createParam that WqWnd_Create has not taken. wqMain.wndList keeps the record, and a window lives on. */
 WQ_API void WqWnd_Term(WqWnd *wnd);
 
 /* Sets the window class. Once the window was made it has no effect.
@@ -348,8 +349,8 @@ WQ_API void WqWndLst_SendAll(WqList **list, uint32_t mask, uint32_t msg, WPARAM 
 
 /* ---- WqWnd_DefProc: the window procedure, and the queue ---------------------------------------------------------- */
 
-/* The window procedure of the class "WQ_WND_CLASS". WM_CREATE binds the window to the object that is its creation
- * parameter, and WM_DESTROY unbinds it; whatever comes before and after goes to the platform's default.
+/* The procedure of all windows of the class "WQ_WND_CLASS". WM_CREATE binds the window to the object that is its
+ * creation parameter, and WM_DESTROY unbinds it; whatever comes before and after goes to the platform's default.
  *
  * Between them the user procedure sees every message but WM_PAINT, WM_GETMINMAXINFO and WM_MOUSEWHEEL. What it leaves
  * alone goes to the platform's default, with these exceptions:

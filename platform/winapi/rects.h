@@ -10,7 +10,7 @@ extern "C" {
 
 /* TRUE when right <= left or bottom <= top, and for null. */
 PLATFORM_API BOOL WINAPI IsRectEmpty(const RECT *rect);
-/* Adds dx to left and right, dy to top and bottom. FALSE for null. */
+/* Moves by dx to the right and by dy downwards. FALSE for null. */
 PLATFORM_API BOOL WINAPI OffsetRect(RECT *rect, int dx, int dy);
 /* result: all 0 when there is nothing that both hold. It may be one of the two. */
 PLATFORM_API BOOL WINAPI IntersectRect(RECT *result, const RECT *first, const RECT *second);

@@ -171,3 +171,24 @@ TEST_F(GdiObjects, BlitsCombineAndMove) {
   }
   DeleteObject(SelectObject(b.dc, GetStockObject(WHITE_BRUSH)));
 }
+
+// A brush with gaps takes no part in operations of source and destination.
+TEST_F(GdiObjects, ABlitWithoutAPatternLeavesTheBrushOut) {
+  Picture from(8), to(8);
+  const HBRUSH hatched = CreateHatchBrush(HS_DIAGCROSS, RGB(255, 0, 0));
+  SelectObject(to.dc, hatched);
+  SetBkMode(to.dc, TRANSPARENT);
+  for (DWORD table = 0; table < 256; table += 0x11) { // of each the same for either bit of the pattern
+    BitBlt(from.dc, 0, 0, 8, 8, nullptr, 0, 0, BLACKNESS), BitBlt(to.dc, 0, 0, 8, 8, nullptr, 0, 0, WHITENESS);
+    SetPixel(from.dc, 3, 4, RGB(255, 255, 255));
+    BitBlt(to.dc, 0, 0, 8, 8, from.dc, 0, 0, table << 16);
+    int wrong = 0;
+    for (int i = 0; i < 64; ++i) {
+      const bool source = i % 8 == 3 && i / 8 == 4, white = table >> (source ? 3 : 1) & 1;
+      wrong += GetPixel(to.dc, i % 8, i / 8) != (white ? RGB(255, 255, 255) : RGB(0, 0, 0));
+    }
+    EXPECT_EQ(wrong, 0) << "pixels of operation " << table;
+  }
+  SelectObject(to.dc, GetStockObject(WHITE_BRUSH));
+  DeleteObject(hatched);
+}

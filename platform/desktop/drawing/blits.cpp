@@ -188,7 +188,8 @@ bool blitBox(Dc &dc, const Box &to, Dc &source, const Box &from, unsigned table)
   const QRect area(QPoint(left, top), QPoint(right, bottom));
   if (area.isEmpty()) return true;
 
-  const Ink pattern = inkOf(dc, *canvas, *dc.brush.object).value_or(Ink());
+  Ink pattern; // nothing of the brush, where the operation has no use for it
+  if (usesPattern(table)) pattern = inkOf(dc, *canvas, *dc.brush.object).value_or(Ink());
   const Conversion conversion(dc, canvas->mono, source);
   const bool plain = table == kCopy && across.straight() && down.straight() && conversion.none();
   const bool unmoved = across.shift() == 0 && down.shift() == 0;
