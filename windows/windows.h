@@ -1,4 +1,4 @@
-/* Windows: window objects with snap layout, messages and their loop, timers, tooltips, the clipboard. */
+/* Windows: window objects with snap layout, messages and their loop, timers, tooltips, the clipboard, debug output. */
 #ifndef WQ_WINDOWS_WINDOWS_H
 #define WQ_WINDOWS_WINDOWS_H
 
@@ -643,6 +643,69 @@ WQ_API void WqClipBoard_Set(uint32_t format, WqWord userData, WqClipBoardProc ca
 /* Calls the procedure of the last promise. What the words mean is between it and the caller.
  * Result: its answer; 0 when there is none. */
 WQ_API WqWord WqClipBoard_CallBack(WqWord arg1, WqWord arg2, WqWord arg3);
+
+/* ---- WqDbgWnd: the debug window ----------------------------------------------------------------------------------
+ *
+ * One small window with a list of lines, which stays in the settings with its place:
+ *
+ *   WqDbgWnd_Init();
+ *   WqDbgWnd_Config(&cfg);    - reading: makes the window, unless the settings say otherwise
+ *   WqDbgWnd_Show(1);
+ *   WqDbgWnd_Format("%d blocks", count);
+ *   WqDbgWnd_Config(&cfg);    - writing
+ *   WqDbgWnd_Term();
+ *
+ * Lines may come from any thread; the call waits until the window's thread takes messages. What is printed before there
+ * is a window is lost. A window that is closed is only hidden, and its lines stay. Keys that are told to it go on to the
+ * main window. */
+
+typedef struct WqCfg WqCfg;
+
+/* Describes the window, which isn't made yet, and makes its font. It comes after WqMain_Init. */
+WQ_API void WqDbgWnd_Init(void);
+
+/* Loads or saves key "DbgWnd" of section "StartUp", by the mode of cfg: the edges of the window on the screen, and 1 for a
+ * window that is made at the start, the default, or 0. Then makes the window if it is to be made and isn't there; it
+ * stays hidden. An empty rectangle isn't taken.
+ * cfg: goes on with that section. */
+WQ_API void WqDbgWnd_Config(WqCfg *cfg);
+
+/* Hides the window, and deletes its font. The window itself goes with the process, or by DestroyWindow. */
+WQ_API void WqDbgWnd_Term(void);
+
+/* Shows the window, which is made if there is none, or hides it.
+ * show: not 0 to show. */
+WQ_API void WqDbgWnd_Show(int show);
+
+/* Result: not 0 when the window is shown. */
+WQ_API BOOL WqDbgWnd_IsShow(void);
+
+/* Gives the window, or the one to be made, the style that keeps it above others. */
+WQ_API void WqDbgWnd_TopMost(void);
+
+/* Takes all lines away. */
+WQ_API void WqDbgWnd_Clear(void);
+
+/* Adds a line below the others. */
+WQ_API void WqDbgWnd_Print(const char *text);
+
+/* Formatted print of a line, cut at 255 bytes between characters.
+ * Result: the number of bytes in the line. */
+WQ_API int32_t WqDbgWnd_Format(const char *format, ...) WQ_PRINTF(1, 2);
+
+/* Add lines of eight items each, in hexadecimal, as the machine reads them: of 8, 16 and 32 bits. In front stands the
+ * number of the line's first item.
+ * data: may lie anywhere in memory. count: of items; 0 adds nothing. */
+WQ_API void WqDbgWnd_DumpHex2(const void *data, uint32_t count);
+WQ_API void WqDbgWnd_DumpHex4(const void *data, uint32_t count);
+WQ_API void WqDbgWnd_DumpHex8(const void *data, uint32_t count);
+
+/* Stands for InvalidateRect where a program wants to see what it repaints: the area flashes, black or white by chance, and
+ * nothing is painted anew. Requests that are suspect add a line: for the whole screen, from a thread that doesn't own
+ * the window, with erasing.
+ * hwnd: null stands for the screen. rect: in client coordinates, right and bottom outside; null stands for the client
+ * area. erase: as for InvalidateRect. */
+WQ_API void WqInvalidateRectDbg(HWND hwnd, const RECT *rect, int erase);
 
 /* ---- WqMsgBox: message boxes --------------------------------------------------------------------------------------
  *

@@ -25,3 +25,4 @@ struct Subject {
 void addWindows(std::vector<Subject> &subjects);
 void addDrawing(std::vector<Subject> &subjects);
 void addBars(std::vector<Subject> &subjects);
+void addLists(std::vector<Subject> &subjects);

@@ -22,6 +22,8 @@ extern "C" {
 #define SC_MINIMIZE 0xF020u
 #define SC_MAXIMIZE 0xF030u
 #define SC_CLOSE 0xF060u
+#define SC_VSCROLL 0xF070u
+#define SC_HSCROLL 0xF080u
 #define SC_KEYMENU 0xF100u
 #define SC_RESTORE 0xF120u
 

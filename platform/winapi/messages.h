@@ -121,6 +121,9 @@ typedef struct tagMSG {
 #define HTCLIENT 1
 #define HTCAPTION 2
 #define HTSYSMENU 3
+#define HTGROWBOX 4
+#define HTHSCROLL 6
+#define HTVSCROLL 7
 #define HTMINBUTTON 8
 #define HTMAXBUTTON 9
 #define HTLEFT 10

@@ -33,7 +33,7 @@ TEST_F(AnyDesktop, TheLastOfTwoActivatedStaysActive) {
       way.activate(first);
       way.activate(second);
       listen("F");
-      serve(shows ? 1000 : 400);
+      serve(shows ? 1200 : 600);
       const std::string lines = told("");
       EXPECT_EQ(count(lines, "ACTIVATE"), 0) << lines;
       expectActive(second);

@@ -19,7 +19,7 @@ class DisplayTest : public DesktopTest {
   static bool until(const std::function<bool()> &so, DWORD milliseconds = 2000);
   static void serve(DWORD milliseconds); // for some time
   // Until the desktop has answered everything, and what happens next is the user's deed.
-  static void settle() { serve(300); }
+  static void settle() { serve(600); }
   static void listen(const std::string &groups); // records from here on, see DesktopTest::record
   // The lines recorded since then or since the last call, once they are as many as those expected and some time more.
   static std::string told(const std::string &expected);

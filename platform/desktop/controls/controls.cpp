@@ -2,8 +2,10 @@
 
 #include "platform/winapi/controls.h"
 
+#include "platform/desktop/controls/listbox.h"
 #include "platform/desktop/controls/tooltip.h"
 #include "platform/desktop/lock.h"
+#include "platform/desktop/windows/above.h"
 #include "platform/desktop/windows/classes.h"
 
 using namespace platform;
@@ -20,6 +22,15 @@ void registerTooltip() {
 }
 
 } // namespace
+
+void above::registerSystemClasses() {
+  WNDCLASSA list{};
+  list.style = CS_DBLCLKS;
+  list.lpfnWndProc = listBoxProcedure;
+  list.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+  list.lpszClassName = "ListBox";
+  RegisterClassA(&list);
+}
 
 void InitCommonControls() {
   const INITCOMMONCONTROLSEX all = {sizeof all, ICC_WIN95_CLASSES};

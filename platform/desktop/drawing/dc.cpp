@@ -150,15 +150,34 @@ bool releaseDc(HDC dc) {
   return context && context->window && closeDc(dc);
 }
 
-void fill(Dc &dc, const RECT &rect, COLORREF color) {
+namespace {
+
+// prepare: gives the ink what it has beside its colour.
+template <typename Prepare> void fillPrepared(Dc &dc, const RECT &rect, COLORREF color, Prepare prepare) {
   const QRect device = rectOf(rect);
   const std::optional<Canvas> canvas = dc.canvas(device);
   if (!canvas) return;
   const QRect area = device.translated(canvas->origin);
   Ink ink;
   ink.color = shown(*canvas, color);
+  prepare(*canvas, ink);
   fillRect(*canvas, area, ink);
   dc.drawn(area);
+}
+
+} // namespace
+
+void fill(Dc &dc, const RECT &rect, COLORREF color) {
+  fillPrepared(dc, rect, color, [](const Canvas &, Ink &) {});
+}
+
+void fillMixed(Dc &dc, const RECT &rect, COLORREF color, COLORREF other) {
+  static constexpr uint8_t kEveryOther[8] = {0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA};
+  fillPrepared(dc, rect, color, [other](const Canvas &canvas, Ink &ink) {
+    ink.hatch = kEveryOther;
+    ink.hatchOrigin = canvas.origin;
+    ink.background = shown(canvas, other);
+  });
 }
 
 } // namespace platform

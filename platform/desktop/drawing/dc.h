@@ -113,5 +113,7 @@ bool releaseDc(HDC dc);
 
 // Fills a rectangle of device coordinates with one colour, whatever the context's modes are.
 void fill(Dc &dc, const RECT &rect, COLORREF color);
+// The same with two colours, of every other pixel each.
+void fillMixed(Dc &dc, const RECT &rect, COLORREF color, COLORREF other);
 
 } // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/desktop/windows/classes.h"
 
 #include "platform/desktop/lock.h"
+#include "platform/desktop/windows/above.h"
 
 #include <algorithm>
 #include <cctype>
@@ -29,6 +30,8 @@ bool isNumber(LPCSTR name) { return reinterpret_cast<uintptr_t>(name) <= 0xFFFF;
 
 std::shared_ptr<WindowClass> findClass(LPCSTR name) {
   if (isNumber(name)) return nullptr;
+  static bool registered = false;
+  if (!std::exchange(registered, true)) above::registerSystemClasses();
   const auto at = classes().find(folded(name));
   return at == classes().end() ? nullptr : at->second;
 }

@@ -7,6 +7,7 @@
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/onscreen.h"
 #include "platform/desktop/windows/placing.h"
+#include "platform/desktop/windows/scroll.h"
 #include "platform/desktop/windows/states.h"
 #include "platform/desktop/windows/update.h"
 #include "platform/kernel/codepage.h"
@@ -98,12 +99,14 @@ LRESULT chooseCursor(const WindowRef &window, WPARAM wParam, LPARAM lParam) {
   return TRUE;
 }
 
-LRESULT command(const WindowRef &window, WPARAM wParam) {
+LRESULT command(const WindowRef &window, WPARAM wParam, LPARAM lParam) {
   switch (wParam & 0xFFF0) {
   case SC_CLOSE: return send(window, WM_CLOSE);
   case SC_MINIMIZE: showWindow(window, SW_MINIMIZE); return 0;
   case SC_MAXIMIZE: showWindow(window, SW_SHOWMAXIMIZED); return 0;
   case SC_RESTORE: showWindow(window, SW_RESTORE); return 0;
+  case SC_VSCROLL: trackBar(window, SB_VERT, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); return 0;
+  case SC_HSCROLL: trackBar(window, SB_HORZ, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); return 0;
   default: return 0;
   }
 }
@@ -133,6 +136,8 @@ LRESULT framePressed(const WindowRef &window, WPARAM hit, LPARAM at) {
   case HTCLOSE:
     if (!closeIsDisabled(*window)) send(window, WM_SYSCOMMAND, SC_CLOSE, at);
     return 0;
+  case HTVSCROLL: return send(window, WM_SYSCOMMAND, SC_VSCROLL | hit, at);
+  case HTHSCROLL: return send(window, WM_SYSCOMMAND, SC_HSCROLL | hit, at);
   case HTMINBUTTON: return send(window, WM_SYSCOMMAND, SC_MINIMIZE, at);
   case HTMAXBUTTON: return send(window, WM_SYSCOMMAND, window->is(WS_MAXIMIZE) ? SC_RESTORE : SC_MAXIMIZE, at);
   default: return 0;
@@ -229,13 +234,14 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_CANCELMODE:
       if (window->queue->capture == handle) setCapture(*window->queue, nullptr);
       return 0;
-    case WM_SYSCOMMAND: return command(window, wParam);
+    case WM_SYSCOMMAND: return command(window, wParam, lParam);
     case WM_SYSKEYDOWN: return systemKeyDown(window, wParam, lParam);
     case WM_KEYUP:
     case WM_SYSKEYUP: return keyUp(window, wParam);
     case WM_SYSCHAR: return systemCharacter(window, wParam, lParam);
     case WM_NCLBUTTONDOWN: return framePressed(window, wParam, lParam);
     case WM_NCLBUTTONDBLCLK:
+      if (wParam == HTVSCROLL || wParam == HTHSCROLL) return framePressed(window, wParam, lParam);
       if (wParam == HTCAPTION && (window->style & WS_MAXIMIZEBOX))
         send(window, WM_SYSCOMMAND, window->is(WS_MAXIMIZE) ? SC_RESTORE : SC_MAXIMIZE, lParam);
       return 0;

@@ -1,6 +1,7 @@
 #include "platform/desktop/windows/frame.h"
 
 #include "platform/desktop/windows/contexts.h"
+#include "platform/desktop/windows/scroll.h"
 
 #include <algorithm>
 
@@ -57,7 +58,17 @@ RECT clientWithin(const RECT &rect, DWORD style, DWORD exStyle) {
   RECT client = {rect.left + frame.left, rect.top + frame.top, rect.right - frame.right, rect.bottom - frame.bottom};
   client.right = std::max(client.right, client.left);
   client.bottom = std::max(client.bottom, client.top);
+  const LONG beside = GetSystemMetrics(SM_CXVSCROLL), below = GetSystemMetrics(SM_CYHSCROLL);
+  if (style & WS_VSCROLL && client.right - client.left >= beside) client.right -= beside;
+  if (style & WS_HSCROLL && client.bottom - client.top > below) client.bottom -= below;
   return client;
+}
+
+RECT contentOf(const Window &window) {
+  RECT content = window.client;
+  if (hasBar(window, SB_VERT)) content.right = barRect(window, SB_VERT).right;
+  if (hasBar(window, SB_HORZ)) content.bottom = barRect(window, SB_HORZ).bottom;
+  return content;
 }
 
 LRESULT hitTest(const Window &window, POINT point) {
@@ -67,6 +78,7 @@ LRESULT hitTest(const Window &window, POINT point) {
   if (!contains(whole, point)) return HTNOWHERE;
   if (window.is(WS_MINIMIZE)) return HTCAPTION;
   if (contains(client, point)) return HTCLIENT;
+  if (const LRESULT bar = hitBars(window, {point.x - parent.x, point.y - parent.y}); bar != HTNOWHERE) return bar;
 
   const LONG edge = edgeWidth(window.style, window.exStyle);
   const RECT inside = {whole.left + edge, whole.top + edge, whole.right - edge, whole.bottom - edge};
@@ -96,6 +108,7 @@ LRESULT hitTest(const Window &window, POINT point) {
 }
 
 void drawFrame(Window &window) {
+  drawBars(window);
   if (window.isTopLevel()) return;
   const OpenDc open(openWholeDc(window));
   Dc &dc = open.dc();

@@ -17,9 +17,11 @@ Frame frameOf(DWORD style, DWORD exStyle);
 DWORD edgeStyle(DWORD style, DWORD exStyle);
 // The client area that a window rectangle leaves.
 RECT clientWithin(const RECT &rect, DWORD style, DWORD exStyle);
+// The client area of a top-level window with the scroll bars beside it: what the screen shows of it.
+RECT contentOf(const Window &window);
 // Where a point of the screen lies in a window: HTCLIENT, HTCAPTION, ...
 LRESULT hitTest(const Window &window, POINT point);
-// Draws the frame of a child window; the desktop draws those of top-level windows.
+// Draws the frame of a child window, and any window's scroll bars; the desktop draws the frames of top-level windows.
 void drawFrame(Window &window);
 
 } // namespace platform

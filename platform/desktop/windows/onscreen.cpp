@@ -81,7 +81,7 @@ QSize clientSize(const POINT &whole, const Frame &frame) {
 
 Stand standOf(const Window &window) {
   const Frame frame = frameOf(window.style, window.exStyle);
-  return {toQt(window.client), clientSize(window.limits.ptMinTrackSize, frame),
+  return {toQt(contentOf(window)), clientSize(window.limits.ptMinTrackSize, frame),
           clientSize(window.limits.ptMaxTrackSize, frame)};
 }
 
@@ -92,7 +92,7 @@ void showOnScreen(Window &window) {
   OnScreen &known = window.onScreen;
   known.open = true;
   known.topmost = window.exStyle & WS_EX_TOPMOST;
-  known.client = toQt(window.client);
+  known.client = toQt(contentOf(window));
   known.state = stateOf(window);
   ++known.placeSerial, ++known.stateSerial;
   theScreen().show(window.handle, lookOf(window), standOf(window), known.placeSerial, known.state, known.stateSerial,
@@ -113,7 +113,7 @@ void placeOnScreen(Window &window) {
     known.state = stateOf(window);
     theScreen().setState(window.handle, known.state, ++known.stateSerial);
   }
-  const QRect client = toQt(window.client);
+  const QRect client = toQt(contentOf(window));
   if (window.is(WS_MINIMIZE) || client == known.client) return;
   known.client = client;
   theScreen().place(window.handle, standOf(window), ++known.placeSerial);
@@ -163,7 +163,7 @@ void carryOutDeed(const Placed &placed) {
   if (!window || placed.serial != window->onScreen.placeSerial || !window->is(WS_VISIBLE) || window->is(WS_MINIMIZE))
     return;
   window->onScreen.client = placed.client; // so that it isn't told back
-  if (placed.client == toQt(window->client)) return;
+  if (placed.client == toQt(contentOf(*window))) return;
   const Frame frame = frameOf(window->style, window->exStyle);
   const QRect whole = placed.client.adjusted(-frame.left, -frame.top, frame.right, frame.bottom);
   setWindowPos(window, {window->handle, nullptr, whole.x(), whole.y(), whole.width(), whole.height(),

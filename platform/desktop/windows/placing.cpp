@@ -140,7 +140,7 @@ void apply(const WindowRef &window, const WINDOWPOS &position, const RECT &rect,
   if (!(flags & SWP_NOZORDER)) reorder(*window, position.hwndInsertAfter);
   window->rect = rect;
   window->client = client;
-  if (window->surface) window->surface->resize(toQt(client).size());
+  if (window->surface) window->surface->resize(toQt(contentOf(*window)).size());
   if (flags & SWP_SHOWWINDOW) window->style |= WS_VISIBLE;
   if (flags & SWP_HIDEWINDOW) {
     validateTree(*window);

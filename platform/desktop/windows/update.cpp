@@ -5,6 +5,7 @@
 #include "platform/desktop/drawing/dc.h"
 #include "platform/desktop/lock.h"
 #include "platform/desktop/windows/contexts.h"
+#include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/onscreen.h"
 
 #include <algorithm>
@@ -147,7 +148,8 @@ namespace {
 
 // What of a top-level window's pixels stands on the screen.
 RECT onScreenPart(const Window &window) {
-  return intersected(window.clientArea(), offset(seenArea(), -window.client.left, -window.client.top));
+  const LONG left = window.client.left, top = window.client.top;
+  return intersected(offset(contentOf(window), -left, -top), offset(seenArea(), -left, -top));
 }
 
 } // namespace

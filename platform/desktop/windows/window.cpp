@@ -3,6 +3,7 @@
 #include "platform/desktop/drawing/surface.h"
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/devices.h"
+#include "platform/desktop/windows/scroll.h"
 
 #include <algorithm>
 

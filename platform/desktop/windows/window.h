@@ -14,6 +14,7 @@
 namespace platform {
 
 class Surface;
+struct ScrollBars;
 
 struct WindowClass {
   std::string name;
@@ -80,6 +81,8 @@ struct Window {
 
   std::vector<HWND> relaysTo; // tooltip controls that hear of its mouse messages before it does
   bool passesInput = false;   // the pointer goes through it to what is behind, and it doesn't become active by itself
+
+  std::unique_ptr<ScrollBars> scroll; // null as long as it had none
 
   BYTE alpha = 255;
   COLORREF colorKey = 0;

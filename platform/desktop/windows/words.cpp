@@ -132,7 +132,7 @@ namespace {
 void settleSurface(Window &window) {
   if (window.isTopLevel() && !window.surface) {
     window.surface = std::make_shared<Surface>(window.handle);
-    window.surface->resize(toQt(window.client).size());
+    window.surface->resize(toQt(contentOf(window)).size());
   } else if (!window.isTopLevel() && window.surface) {
     closeOnScreen(window);
     window.surface->orphan();

@@ -21,7 +21,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
-constexpr auto kActivationPause = 100ms;
+constexpr auto kActivationPause = 200ms;
 constexpr auto kEcho = 500ms;     // after which a movement by the program brings none of the desktop's any more
 constexpr auto kUnflushed = 10ms; // how long what is drawn may wait for the program to show it
 
@@ -258,7 +258,8 @@ void Desk::moved(HWND window, POINT at) {
                                  [&](const Echo &one) { return one.at.x == at.x && one.at.y == at.y; });
   if (echo != echoes_.end()) {
     echoes_.erase(echoes_.begin(), echo + 1);
-    return;
+    if (!echoes_.empty()) return;
+    // the program knows where it has put the pointer, but perhaps not that it is over this window
   }
   above::take(PointerMoved{window, at, pointerSerial_});
 }

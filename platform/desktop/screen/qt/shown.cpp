@@ -19,8 +19,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
-constexpr auto kPlacePause = 150ms;
-constexpr auto kStatePause = 100ms;
+constexpr auto kPlacePause = 200ms;
+constexpr auto kStatePause = 150ms;
 constexpr auto kTogether = 8ms; // within which a change of state and one of place belong together
 
 bool is(DWORD bits, DWORD wanted) { return (bits & wanted) == wanted; }

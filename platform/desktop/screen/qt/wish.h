@@ -25,7 +25,7 @@ template <typename Value> class Wish {
   static constexpr std::chrono::milliseconds kAnswer{400}; // how long an answer is waited for
 
   struct Rule {
-    std::chrono::milliseconds pause;
+    std::chrono::milliseconds pause; // at least: a desktop that has been slow to answer gets longer
     bool asksAgain;
     std::function<bool(const Value &)> ask;          // of the desktop; false when there is nothing to ask
     std::function<void(const Value &, Serial)> tell; // the program
@@ -41,7 +41,7 @@ template <typename Value> class Wish {
     askedAgain_ = false;
     if (phase_ == Phase::asked) return; // what is under way comes first
     if (known_ != wanted_) return ask();
-    if (phase_ == Phase::pause) enter(Phase::pause, rule_.pause);
+    if (phase_ == Phase::pause) enter(Phase::pause, pause_);
   }
 
   // The desktop tells what is.
@@ -52,13 +52,15 @@ template <typename Value> class Wish {
       if (known_ != wanted_) deed();
       break;
     case Phase::asked:
-      if (known_ == asked_) answered();
+      if (known_ != asked_) break;
+      pause_ = std::clamp<Clock::duration>(kSlow * (Clock::now() - askedAt_), rule_.pause, kAnswer);
+      answered();
       break;
     case Phase::pause:
       if (pressed_ && known_ != wanted_)
         deed();
       else
-        enter(Phase::pause, rule_.pause);
+        enter(Phase::pause, pause_);
       break;
     }
   }
@@ -67,7 +69,7 @@ template <typename Value> class Wish {
   void expectAnswer() {
     if (phase_ != Phase::quiet) return;
     askedAgain_ = false;
-    enter(Phase::pause, rule_.pause);
+    enter(Phase::pause, kAnswer);
   }
 
   // What may be asked for just now can't be any more.
@@ -126,7 +128,7 @@ template <typename Value> class Wish {
  private:
   enum class Phase { quiet, asked, pause };
 
-  void enter(Phase phase, std::chrono::milliseconds time) {
+  void enter(Phase phase, Clock::duration time) {
     phase_ = phase;
     due_ = Clock::now() + time;
     rule_.wait();
@@ -135,14 +137,15 @@ template <typename Value> class Wish {
   void ask() {
     asked_ = wanted_;
     pressed_ = false;
+    askedAt_ = Clock::now();
     enter(Phase::asked, kAnswer);
-    if (!rule_.ask(asked_) && phase_ == Phase::asked) enter(Phase::pause, rule_.pause);
+    if (!rule_.ask(asked_) && phase_ == Phase::asked) enter(Phase::pause, pause_);
   }
 
   void answered() {
     if (wanted_ != asked_) return ask();
     pressed_ = false;
-    enter(Phase::pause, rule_.pause);
+    enter(Phase::pause, pause_);
   }
 
   void deed() {
@@ -151,7 +154,11 @@ template <typename Value> class Wish {
     rule_.tell(known_, serial_);
   }
 
+  static constexpr int kSlow = 3; // times its answer's time a desktop may take for what else comes of a request
+
   const Rule rule_;
+  Clock::duration pause_ = rule_.pause;
+  Clock::time_point askedAt_;
   Phase phase_ = Phase::quiet;
   Value wanted_, asked_, known_;
   Serial serial_ = 0;

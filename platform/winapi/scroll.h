@@ -1,0 +1,86 @@
+/* The scroll bars of windows: WS_VSCROLL gives one at the right side of the client area, WS_HSCROLL one below it. Positions
+ * are the program's own numbers, which it shows and moves; the bar only tells what the user wants.
+ *
+ * A bar whose page holds its whole range hides, and the client area grows; it comes again with a range that is longer. With
+ * SIF_DISABLENOSCROLL it stays and is disabled instead. SB_CTL isn't served: there are no scroll bars that are controls. */
+#ifndef PLATFORM_WINAPI_SCROLL_H
+#define PLATFORM_WINAPI_SCROLL_H
+
+#include "platform/winapi/types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#define WS_VSCROLL 0x00200000u
+#define WS_HSCROLL 0x00100000u
+
+/* Which bar. */
+#define SB_HORZ 0
+#define SB_VERT 1
+#define SB_CTL 2
+#define SB_BOTH 3
+
+#define SIF_RANGE 0x01u
+#define SIF_PAGE 0x02u
+#define SIF_POS 0x04u
+#define SIF_DISABLENOSCROLL 0x08u
+#define SIF_TRACKPOS 0x10u
+#define SIF_ALL (SIF_RANGE | SIF_PAGE | SIF_POS | SIF_TRACKPOS)
+
+/* Both ends of the range lie inside. The last position is nMax, less the page but one. */
+typedef struct tagSCROLLINFO {
+  UINT cbSize;
+  UINT fMask; /* SIF_...: the members that are meant */
+  int nMin, nMax;
+  UINT nPage;
+  int nPos;
+  int nTrackPos; /* where the user holds the thumb; only read */
+} SCROLLINFO;
+
+#define ESB_ENABLE_BOTH 0u
+#define ESB_DISABLE_UP 1u
+#define ESB_DISABLE_LEFT 1u
+#define ESB_DISABLE_DOWN 2u
+#define ESB_DISABLE_RIGHT 2u
+#define ESB_DISABLE_BOTH 3u
+
+/* WM_HSCROLL, WM_VSCROLL: the low word of wParam tells what the user does; the high word the low bits of the thumb's
+ * position with SB_THUMBTRACK and SB_THUMBPOSITION, whose whole position GetScrollInfo tells. */
+#define WM_HSCROLL 0x0114u
+#define WM_VSCROLL 0x0115u
+#define SB_LINEUP 0
+#define SB_LINELEFT 0
+#define SB_LINEDOWN 1
+#define SB_LINERIGHT 1
+#define SB_PAGEUP 2
+#define SB_PAGELEFT 2
+#define SB_PAGEDOWN 3
+#define SB_PAGERIGHT 3
+#define SB_THUMBPOSITION 4 /* the thumb was let go */
+#define SB_THUMBTRACK 5    /* it moves */
+#define SB_TOP 6
+#define SB_LEFT 6
+#define SB_BOTTOM 7
+#define SB_RIGHT 7
+#define SB_ENDSCROLL 8 /* the button was released */
+
+/* Result: the position, within the range. */
+PLATFORM_API int WINAPI SetScrollInfo(HWND window, int bar, const SCROLLINFO *info, BOOL redraw);
+/* FALSE for a window that never had a bar, and leaves the record alone. */
+PLATFORM_API BOOL WINAPI GetScrollInfo(HWND window, int bar, SCROLLINFO *info);
+/* Result: the position before. */
+PLATFORM_API int WINAPI SetScrollPos(HWND window, int bar, int position, BOOL redraw);
+PLATFORM_API int WINAPI GetScrollPos(HWND window, int bar);
+PLATFORM_API BOOL WINAPI SetScrollRange(HWND window, int bar, int min, int max, BOOL redraw);
+PLATFORM_API BOOL WINAPI GetScrollRange(HWND window, int bar, int *min, int *max);
+/* bar: SB_BOTH too. */
+PLATFORM_API BOOL WINAPI ShowScrollBar(HWND window, int bar, BOOL show);
+/* arrows: ESB_... FALSE when nothing changes. */
+PLATFORM_API BOOL WINAPI EnableScrollBar(HWND window, UINT bar, UINT arrows);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,445 @@
+#include "support/aside.h"
+#include "support/desktop.h"
+#include "support/handles.h"
+#include "support/input.h"
+
+#include <cstring>
+
+constexpr DWORD kUsual = LBS_NOTIFY | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT | WS_VSCROLL;
+constexpr WPARAM kId = 77;
+
+// A list box with room for four items. What its parent hears is written down, but for drawing.
+class WinListBox : public DesktopTest {
+ protected:
+  const HWND parent = make("P", WS_POPUP | WS_VISIBLE, 100, 100, 400, 400);
+  HWND list = nullptr;
+  std::string heard, drawn;
+  LRESULT toKey = -1;
+
+  void SetUp() override {
+    SetForegroundWindow(parent), pump(50);
+    answer = [this](HWND, UINT message, WPARAM wParam, LPARAM lParam, LRESULT &result) {
+      return hear(message, wParam, lParam, result);
+    };
+  }
+  bool hear(UINT message, WPARAM wParam, LPARAM lParam, LRESULT &result) {
+    const auto say = [this](const std::string &what, LPARAM number) { heard += what + std::to_string(number) + ' '; };
+    switch (message) {
+    case WM_COMMAND:
+      EXPECT_EQ(LOWORD(wParam), kId);
+      EXPECT_EQ(reinterpret_cast<HWND>(lParam), list);
+      say("note ", static_cast<short>(HIWORD(wParam)));
+      return true;
+    case WM_VKEYTOITEM: say("key ", LOWORD(wParam)), say("on ", HIWORD(wParam)), result = toKey; return true;
+    case WM_CHARTOITEM: say("char ", LOWORD(wParam)), result = -1; return true;
+    case WM_DELETEITEM: {
+      const auto &item = *reinterpret_cast<const DELETEITEMSTRUCT *>(lParam);
+      EXPECT_EQ(item.hwndItem, list);
+      say("delete ", item.itemID), say("with ", static_cast<LPARAM>(item.itemData));
+      return result = TRUE, true;
+    }
+    case WM_MEASUREITEM: {
+      auto &item = *reinterpret_cast<MEASUREITEMSTRUCT *>(lParam);
+      EXPECT_TRUE(item.CtlType == ODT_LISTBOX && item.CtlID == kId) << item.CtlType << ' ' << item.CtlID;
+      item.itemHeight = 20 + item.itemID % 3;
+      return result = TRUE, true;
+    }
+    case WM_COMPAREITEM: {
+      const auto &items = *reinterpret_cast<const COMPAREITEMSTRUCT *>(lParam);
+      result = items.itemData1 < items.itemData2 ? -1 : items.itemData1 > items.itemData2;
+      return true;
+    }
+    case WM_DRAWITEM: {
+      const auto &item = *reinterpret_cast<const DRAWITEMSTRUCT *>(lParam);
+      drawn += std::to_string(item.itemID) + ':' + std::to_string(item.itemAction) + ':' +
+               std::to_string(item.itemState) + ' ' + rectText(item.rcItem) + ' ';
+      return result = TRUE, true;
+    }
+    default: return false;
+    }
+  }
+  void open(DWORD style = kUsual, int width = 100) {
+    if (list) DestroyWindow(list);
+    list = CreateWindowExA(0, "LISTBOX", "", WS_CHILD | WS_VISIBLE | style, 10, 10, width, 80, parent,
+                           reinterpret_cast<HMENU>(kId), nullptr, nullptr);
+    ASSERT_NE(list, nullptr);
+    if (!(style & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE))) ask(LB_SETITEMHEIGHT, 0, 18);
+    heard.clear(), drawn.clear();
+  }
+  LRESULT ask(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    return SendMessageA(list, message, wParam, lParam);
+  }
+  LRESULT ask(UINT message, int index, const char *text) const {
+    return ask(message, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text));
+  }
+  void fill(int count) const {
+    for (int i = 0; i < count; ++i) ask(LB_ADDSTRING, 0, ("line " + std::to_string(i)).c_str());
+  }
+  std::string text(int index) const {
+    char room[64] = "-";
+    return ask(LB_GETTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(room)) < 0 ? "none" : room;
+  }
+  std::string all() const {
+    std::string texts;
+    for (int i = 0; i < ask(LB_GETCOUNT); ++i) texts += (i ? " " : "") + text(i);
+    return texts;
+  }
+  // "cur 1 top 0 caret 1", and what is selected of several.
+  std::string state() const {
+    std::string now = "cur " + std::to_string(ask(LB_GETCURSEL)) + " top " + std::to_string(ask(LB_GETTOPINDEX)) +
+                      " caret " + std::to_string(ask(LB_GETCARETINDEX));
+    int items[16];
+    const LRESULT count = ask(LB_GETSELITEMS, std::size(items), reinterpret_cast<LPARAM>(items));
+    for (int i = 0; i < count; ++i) now += (i ? "," : " of ") + std::to_string(items[i]);
+    EXPECT_EQ(count, ask(LB_GETSELCOUNT));
+    return now;
+  }
+  // "hidden" or range, page and position.
+  std::string bar(int which) const {
+    SCROLLINFO info = {sizeof info, SIF_ALL, 0, 0, 0, 0, 0};
+    GetScrollInfo(list, which, &info);
+    const DWORD style = static_cast<DWORD>(GetWindowLongA(list, GWL_STYLE));
+    if (!(style & (which == SB_VERT ? WS_VSCROLL : WS_HSCROLL))) return "hidden";
+    return std::to_string(info.nMin) + ".." + std::to_string(info.nMax) + " page " + std::to_string(info.nPage) +
+           " at " + std::to_string(info.nPos);
+  }
+  std::string after(const std::function<void()> &act) {
+    heard.clear();
+    act(), pump(20);
+    return std::exchange(heard, {}) + state();
+  }
+  std::string tapped(BYTE key, Key with = {}) {
+    return after([&] {
+      if (with.first) press(with);
+      tap({key, 0}), with.first ? release(with) : void();
+    });
+  }
+  std::string clicked(int x, int y, Key with = {}) {
+    Sleep(GetDoubleClickTime() + 20);
+    return after([&] {
+      if (with.first) press(with);
+      move(list, x, y), click(), with.first ? release(with) : void();
+    });
+  }
+};
+
+TEST_F(WinListBox, LinesComeGoAndAreFound) {
+  open();
+  for (const char *line : {"one", "two", "Three", ""}) ask(LB_ADDSTRING, 0, line);
+  EXPECT_EQ(ask(LB_INSERTSTRING, 1, "ins"), 1);
+  EXPECT_EQ(ask(LB_INSERTSTRING, -1, "end"), 5);
+  EXPECT_EQ(ask(LB_INSERTSTRING, 99, "bad"), LB_ERR);
+  EXPECT_EQ(all(), "one ins two Three  end");
+  EXPECT_EQ(ask(LB_GETTEXTLEN, 3), 5);
+  EXPECT_EQ(ask(LB_GETTEXTLEN, 50), LB_ERR);
+  EXPECT_EQ(text(6), "none");
+  const struct {
+    UINT message;
+    int after;
+    const char *text;
+    LRESULT result;
+  } kSearches[] = {{LB_FINDSTRING, -1, "t", 2},          {LB_FINDSTRING, 2, "T", 3},
+                   {LB_FINDSTRING, 3, "t", 2},           {LB_FINDSTRING, -1, "nope", LB_ERR},
+                   {LB_FINDSTRINGEXACT, -1, "THREE", 3}, {LB_FINDSTRINGEXACT, -1, "thre", LB_ERR},
+                   {LB_SELECTSTRING, -1, "q", LB_ERR},   {LB_SELECTSTRING, -1, "o", 0}};
+  for (const auto &search : kSearches)
+    EXPECT_EQ(ask(search.message, search.after, search.text), search.result) << search.text;
+  EXPECT_EQ(state(), "cur 0 top 0 caret 0");
+  EXPECT_EQ(ask(LB_SETITEMDATA, 1, 555), TRUE);
+  EXPECT_EQ(ask(LB_SETITEMDATA, 70, 5), LB_ERR);
+  EXPECT_EQ(ask(LB_GETITEMDATA, 0), 0);
+  EXPECT_EQ(ask(LB_DELETESTRING, 0), 5);
+  EXPECT_EQ(ask(LB_GETCURSEL), LB_ERR) << "the selected one has gone";
+  EXPECT_EQ(ask(LB_DELETESTRING, 40), LB_ERR);
+  EXPECT_EQ(ask(LB_GETITEMDATA, 0), 555) << "it goes with its line";
+  EXPECT_EQ(ask(LB_SETCURSEL, 2), 2);
+  EXPECT_EQ(heard, "");
+  EXPECT_EQ(ask(LB_DELETESTRING, 0), 4);
+  EXPECT_EQ(heard, "delete 0 with 555 ") << "only of lines with a word";
+  EXPECT_EQ(ask(LB_GETCURSEL), 1);
+  EXPECT_EQ(ask(LB_INSERTSTRING, 0, "front"), 0);
+  EXPECT_EQ(ask(LB_GETCURSEL), 2);
+  EXPECT_EQ(all(), "front two Three  end");
+  EXPECT_EQ(ask(LB_SETCURSEL, 20), LB_ERR);
+  EXPECT_EQ(ask(LB_SETCURSEL, static_cast<WPARAM>(-1)), LB_ERR);
+  EXPECT_EQ(ask(LB_GETCURSEL), LB_ERR);
+  ask(LB_RESETCONTENT);
+  EXPECT_EQ(ask(LB_GETCOUNT), 0);
+}
+
+TEST_F(WinListBox, SortedLinesStandInTheOrderOfWords) {
+  open(LBS_SORT);
+  for (const char *line : {"pear", "Apple", "banana", "apple", "zoo", "a_b", "a b", "ab", "a1"})
+    ask(LB_ADDSTRING, 0, line);
+  EXPECT_EQ(all(), "a b a_b a1 ab apple Apple banana pear zoo");
+  EXPECT_EQ(ask(LB_INSERTSTRING, 0, "zz"), 0);
+  open(LBS_SORT | LBS_OWNERDRAWFIXED);
+  for (const LPARAM number : {42, 40, 41}) ask(LB_ADDSTRING, 0, number);
+  EXPECT_EQ(ask(LB_GETITEMDATA, 1), 41);
+  EXPECT_EQ(ask(LB_FINDSTRING, static_cast<WPARAM>(-1), LPARAM{42}), 2);
+}
+
+TEST_F(WinListBox, SeveralAreSelected) {
+  open(kUsual | LBS_MULTIPLESEL);
+  fill(10);
+  EXPECT_EQ(state(), "cur 0 top 0 caret 0");
+  EXPECT_EQ(ask(LB_SETSEL, TRUE, 3), LB_OKAY);
+  EXPECT_EQ(ask(LB_SETSEL, TRUE, 5), LB_OKAY);
+  EXPECT_EQ(state(), "cur 5 top 2 caret 5 of 3,5");
+  EXPECT_EQ(ask(LB_SETSEL, TRUE, 50), LB_ERR);
+  EXPECT_EQ(ask(LB_SETCURSEL, 3), LB_ERR);
+  ask(LB_SELITEMRANGE, TRUE, MAKELPARAM(6, 8));
+  EXPECT_EQ(state(), "cur 5 top 2 caret 5 of 3,5,6,7,8");
+  ask(LB_SELITEMRANGEEX, 8, 6);
+  EXPECT_EQ(state(), "cur 5 top 2 caret 5 of 3,5");
+  ask(LB_SELITEMRANGEEX, 7, 30);
+  EXPECT_EQ(state(), "cur 5 top 2 caret 5 of 3,5,7,8,9");
+  ask(LB_DELETESTRING, 4), ask(LB_INSERTSTRING, 0, "new");
+  EXPECT_EQ(ask(LB_GETSEL, 4), 1) << "the selection goes with its items";
+  EXPECT_EQ(ask(LB_GETSELCOUNT), 5);
+  ask(LB_SETSEL, FALSE, -1);
+  EXPECT_EQ(ask(LB_GETSELCOUNT), 0);
+  ask(LB_SETSEL, TRUE, -1);
+  EXPECT_EQ(ask(LB_GETSELCOUNT), 10);
+  EXPECT_EQ(heard, "") << "what the program does it isn't told";
+}
+
+TEST_F(WinListBox, BarsFollowWhatIsThere) {
+  open(kUsual | WS_HSCROLL);
+  EXPECT_EQ(bar(SB_VERT) + ", " + bar(SB_HORZ), "hidden, hidden");
+  fill(4);
+  EXPECT_EQ(bar(SB_VERT), "hidden");
+  fill(26);
+  EXPECT_EQ(bar(SB_VERT), "0..29 page 4 at 0");
+  const auto topAfter = [&](UINT message, WPARAM wParam) {
+    ask(message, wParam);
+    return ask(LB_GETTOPINDEX);
+  };
+  EXPECT_EQ(topAfter(LB_SETTOPINDEX, 10), 10);
+  EXPECT_EQ(topAfter(LB_SETTOPINDEX, 29), 26);
+  EXPECT_EQ(bar(SB_VERT), "0..29 page 4 at 26");
+  EXPECT_EQ(topAfter(LB_SETCURSEL, 20), 20);
+  EXPECT_EQ(topAfter(LB_SETCURSEL, 28), 25);
+  EXPECT_EQ(topAfter(LB_SETCURSEL, 26), 25);
+  EXPECT_EQ(topAfter(WM_VSCROLL, SB_PAGEUP), 21);
+  EXPECT_EQ(topAfter(WM_VSCROLL, SB_LINEUP), 20);
+  EXPECT_EQ(topAfter(WM_VSCROLL, SB_TOP), 0);
+  EXPECT_EQ(topAfter(WM_VSCROLL, SB_LINEDOWN), 1);
+  EXPECT_EQ(topAfter(WM_VSCROLL, SB_PAGEDOWN), 5);
+  EXPECT_EQ(topAfter(WM_VSCROLL, SB_BOTTOM), 26);
+  EXPECT_EQ(topAfter(WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA)), 23);
+  constexpr WPARAM kHalf = MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA / 2));
+  ask(WM_MOUSEWHEEL, kHalf);
+  EXPECT_EQ(topAfter(WM_MOUSEWHEEL, kHalf), 26) << "parts of a notch add up";
+  RECT row{};
+  EXPECT_EQ(ask(LB_GETITEMRECT, 27, reinterpret_cast<LPARAM>(&row)), 1);
+  EXPECT_EQ(row.bottom - row.top, 18);
+  EXPECT_EQ(ask(LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row)), 0);
+  EXPECT_EQ(ask(LB_GETITEMRECT, 44, reinterpret_cast<LPARAM>(&row)), LB_ERR);
+  ask(LB_SETTOPINDEX, 3);
+  EXPECT_EQ(ask(LB_ITEMFROMPOINT, 0, MAKELPARAM(5, 20)), 4);
+  EXPECT_EQ(ask(LB_ITEMFROMPOINT, 0, MAKELPARAM(500, 20)), MAKELONG(4, 1));
+  EXPECT_EQ(ask(LB_ITEMFROMPOINT, 0, MAKELPARAM(5, 500)), MAKELONG(7, 1));
+  EXPECT_EQ(ask(LB_SETITEMHEIGHT, 0, 10), LB_OKAY);
+  EXPECT_EQ(bar(SB_VERT), "0..29 page 8 at 3");
+  EXPECT_EQ(ask(LB_SETITEMHEIGHT, 0, 300), LB_ERR);
+  EXPECT_EQ(ask(LB_GETITEMHEIGHT), 10);
+  ask(LB_RESETCONTENT);
+  EXPECT_EQ(bar(SB_VERT), "hidden");
+
+  ask(LB_SETHORIZONTALEXTENT, 500);
+  EXPECT_EQ(ask(LB_GETHORIZONTALEXTENT), 500);
+  EXPECT_EQ(bar(SB_HORZ), "0..499 page 100 at 0");
+  ask(WM_HSCROLL, SB_PAGERIGHT), ask(WM_HSCROLL, SB_LINERIGHT);
+  EXPECT_EQ(bar(SB_HORZ), "0..499 page 100 at 101");
+  ask(WM_HSCROLL, SB_RIGHT);
+  EXPECT_EQ(bar(SB_HORZ), "0..499 page 100 at 400");
+  ask(LB_SETHORIZONTALEXTENT, 10);
+  EXPECT_EQ(bar(SB_HORZ), "hidden");
+  open(kUsual | WS_HSCROLL | LBS_DISABLENOSCROLL);
+  fill(1);
+  EXPECT_NE(bar(SB_VERT), "hidden");
+  EXPECT_NE(bar(SB_HORZ), "hidden");
+}
+
+TEST_F(WinListBox, ItIsCutToWholeLines) {
+  open(WS_BORDER);
+  SetWindowPos(list, nullptr, 0, 0, 100, 85, SWP_NOMOVE | SWP_NOZORDER);
+  RECT rect{};
+  GetWindowRect(list, &rect);
+  EXPECT_EQ(rect.bottom - rect.top, 2 + 4 * 18);
+}
+
+TEST_F(WinListBox, TheOwnerDraws) {
+  open(LBS_OWNERDRAWFIXED | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT);
+  ask(LB_ADDSTRING, 0, LPARAM{42}), ask(LB_ADDSTRING, 0, LPARAM{43});
+  UpdateWindow(list);
+  const LRESULT height = ask(LB_GETITEMHEIGHT);
+  const auto row = [&](LRESULT i) {
+    return rectText({0, static_cast<LONG>(i * height), 100, static_cast<LONG>((i + 1) * height)});
+  };
+  EXPECT_EQ(std::exchange(drawn, {}), "0:1:0 " + row(0) + " 1:1:0 " + row(1) + ' ');
+  ask(LB_SETCURSEL, 1);
+  UpdateWindow(list);
+  EXPECT_EQ(std::exchange(drawn, {}), "1:2:1 " + row(1) + ' ');
+  SetFocus(list);
+  UpdateWindow(list);
+  EXPECT_EQ(std::exchange(drawn, {}), "1:4:17 " + row(1) + ' ');
+  EXPECT_EQ(std::exchange(heard, {}), "note 4 ");
+  ULONG_PTR word = 0;
+  EXPECT_EQ(ask(LB_GETTEXT, 0, reinterpret_cast<LPARAM>(&word)), static_cast<LRESULT>(sizeof word));
+  EXPECT_EQ(word, 42u);
+  ask(LB_DELETESTRING, 0);
+  EXPECT_EQ(std::exchange(heard, {}), "delete 0 with 42 ");
+  DestroyWindow(list);
+  EXPECT_NE(heard.find("delete 0 with 43 "), std::string::npos) << heard;
+
+  list = nullptr;
+  open(LBS_OWNERDRAWVARIABLE | LBS_HASSTRINGS | WS_VSCROLL | LBS_NOINTEGRALHEIGHT);
+  fill(6);
+  EXPECT_EQ(ask(LB_GETITEMHEIGHT, 2), 22);
+  EXPECT_EQ(bar(SB_VERT), "0..5 page 3 at 0");
+  EXPECT_EQ(ask(LB_SETITEMHEIGHT, 2, 40), LB_OKAY);
+  EXPECT_EQ(bar(SB_VERT), "0..5 page 2 at 0");
+  RECT third{};
+  ask(LB_GETITEMRECT, 3, reinterpret_cast<LPARAM>(&third));
+  EXPECT_EQ(third.top, 81);
+  EXPECT_EQ(third.bottom, 101);
+  ask(LB_SETTOPINDEX, 4);
+  EXPECT_EQ(ask(LB_GETTOPINDEX), 3);
+
+  open(LBS_NODATA | LBS_OWNERDRAWFIXED | WS_VSCROLL | LBS_NOINTEGRALHEIGHT);
+  EXPECT_EQ(ask(LB_SETCOUNT, 100000), LB_OKAY);
+  EXPECT_EQ(ask(LB_GETCOUNT), 100000);
+  EXPECT_EQ(ask(LB_SETCURSEL, 99999), 99999);
+  UpdateWindow(list);
+  EXPECT_NE(drawn.find("99999:1:1 "), std::string::npos) << drawn;
+  open();
+  EXPECT_EQ(ask(LB_SETCOUNT, 4), LB_ERR);
+}
+
+TEST_F(WinListBox, KeysGoThroughTheLines) {
+  open();
+  fill(30);
+  EXPECT_EQ(after([&] { SetFocus(list); }), "note 4 cur -1 top 0 caret 0");
+  const struct {
+    BYTE key;
+    const char *expected;
+  } kKeys[] = {{VK_DOWN, "note 1 cur 0 top 0 caret 0"},  {VK_RIGHT, "note 1 cur 1 top 0 caret 1"},
+               {VK_NEXT, "note 1 cur 4 top 1 caret 4"},  {VK_NEXT, "note 1 cur 7 top 4 caret 7"},
+               {VK_PRIOR, "note 1 cur 4 top 4 caret 4"}, {VK_END, "note 1 cur 29 top 26 caret 29"},
+               {VK_HOME, "note 1 cur 0 top 0 caret 0"},  {VK_LEFT, "note 1 cur 0 top 0 caret 0"},
+               {'L', "note 1 cur 1 top 0 caret 1"}};
+  for (const auto &[key, expected] : kKeys) EXPECT_EQ(tapped(key), expected) << static_cast<int>(key);
+  EXPECT_EQ(after([&] { SetFocus(parent); }), "note 5 cur 1 top 0 caret 1");
+
+  open(kUsual | LBS_WANTKEYBOARDINPUT);
+  fill(30), ask(LB_SETCURSEL, 3), SetFocus(list);
+  EXPECT_EQ(tapped(VK_UP), "key 38 on 3 note 1 cur 2 top 0 caret 2");
+  toKey = -2;
+  EXPECT_EQ(tapped(VK_UP), "key 38 on 2 cur 2 top 0 caret 2");
+  toKey = 12;
+  EXPECT_EQ(tapped(VK_UP), "key 38 on 2 note 1 cur 12 top 9 caret 12");
+
+  open(kUsual | LBS_EXTENDEDSEL);
+  fill(10), SetFocus(list);
+  EXPECT_EQ(tapped(VK_DOWN), "note 1 cur 1 top 0 caret 1 of 1");
+  tapped(VK_DOWN, kShift);
+  EXPECT_EQ(tapped(VK_DOWN, kShift), "note 1 cur 3 top 0 caret 3 of 1,2,3");
+  EXPECT_EQ(tapped(VK_UP, kShift), "note 1 cur 2 top 0 caret 2 of 1,2");
+  EXPECT_EQ(tapped(VK_HOME), "note 1 cur 0 top 0 caret 0 of 0");
+}
+
+TEST_F(WinListBox, TheMouseSelects) {
+  open();
+  fill(30), ask(LB_SETTOPINDEX, 9);
+  EXPECT_EQ(clicked(5, 20), "note 4 note 1 cur 10 top 9 caret 10");
+  EXPECT_EQ(clicked(5, 40), "note 1 cur 11 top 9 caret 11");
+  Sleep(GetDoubleClickTime() + 20);
+  EXPECT_EQ(after([&] { move(list, 5, 20), click(), click(); }), "note 1 note 2 cur 10 top 9 caret 10");
+  Sleep(GetDoubleClickTime() + 20);
+  EXPECT_EQ(after([&] { button(MOUSEEVENTF_LEFTDOWN), pump(20), move(list, 5, 60); }), "cur 12 top 9 caret 12");
+  move(list, 5, 300), pump(1000);
+  EXPECT_GE(ask(LB_GETTOPINDEX), 11) << "beyond the edge it scrolls";
+  EXPECT_EQ(after([] { button(MOUSEEVENTF_LEFTUP); }).substr(0, 7), "note 1 ");
+  EXPECT_EQ(GetCapture(), nullptr);
+
+  open(kUsual | LBS_MULTIPLESEL);
+  fill(10), SetFocus(list);
+  clicked(5, 20);
+  EXPECT_EQ(clicked(5, 40), "note 1 cur 2 top 0 caret 2 of 1,2");
+  EXPECT_EQ(clicked(5, 20), "note 1 cur 1 top 0 caret 1 of 2");
+  open(kUsual | LBS_EXTENDEDSEL);
+  fill(10), SetFocus(list);
+  const auto selected = [&](const std::string &now) { return now.substr(now.find(" of ") + 4); };
+  EXPECT_EQ(selected(clicked(5, 5)), "0");
+  EXPECT_EQ(selected(clicked(5, 40, kShift)), "0,1,2");
+  EXPECT_EQ(selected(clicked(5, 20, kControl)), "0,2");
+  EXPECT_EQ(selected(clicked(5, 60)), "3");
+}
+
+TEST_F(WinListBox, ItsOwnerMayEndItWhileItAsks) {
+  open(LBS_OWNERDRAWFIXED | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT);
+  ask(LB_ADDSTRING, 0, LPARAM{42});
+  answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT &) {
+    return message == WM_DELETEITEM && DestroyWindow(list);
+  };
+  ask(LB_DELETESTRING, 0);
+  EXPECT_FALSE(IsWindow(list));
+  list = nullptr, open(), fill(3);
+  answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT &) { return message == WM_COMMAND && DestroyWindow(list); };
+  move(list, 5, 20), click(), pump(20);
+  EXPECT_FALSE(IsWindow(list));
+}
+
+TEST_F(WinListBox, LinesAndSelectionAreSeen) {
+  open(LBS_NOINTEGRALHEIGHT);
+  fill(2), ask(LB_SETCURSEL, 1), UpdateWindow(list);
+  const auto pixel = [&](int y) {
+    const HDC dc = GetDC(list);
+    const COLORREF color = GetPixel(dc, 95, y);
+    ReleaseDC(list, dc);
+    return color;
+  };
+  EXPECT_EQ(pixel(5), GetSysColor(COLOR_WINDOW));
+  EXPECT_EQ(pixel(20), GetSysColor(COLOR_HIGHLIGHT));
+  EXPECT_EQ(pixel(70), GetSysColor(COLOR_WINDOW));
+  ask(LB_SETCURSEL, 0), UpdateWindow(list);
+  EXPECT_EQ(pixel(5), GetSysColor(COLOR_HIGHLIGHT));
+  EXPECT_EQ(pixel(20), GetSysColor(COLOR_WINDOW));
+  const HBRUSH green = CreateSolidBrush(RGB(0, 255, 0));
+  answer = [&](HWND, UINT message, WPARAM, LPARAM lParam, LRESULT &result) {
+    if (message != WM_CTLCOLORLISTBOX) return false;
+    EXPECT_EQ(reinterpret_cast<HWND>(lParam), list);
+    return result = reinterpret_cast<LRESULT>(green), true;
+  };
+  InvalidateRect(list, nullptr, TRUE), UpdateWindow(list);
+  EXPECT_EQ(pixel(70), onWine() ? GetSysColor(COLOR_WINDOW) : RGB(0, 255, 0)); // Wine leaves the rest white
+  answer = nullptr;
+  DeleteObject(green);
+  ask(WM_SETREDRAW, FALSE), ask(LB_RESETCONTENT), UpdateWindow(list);
+  EXPECT_EQ(pixel(5), GetSysColor(COLOR_HIGHLIGHT));
+  ask(WM_SETREDRAW, TRUE), InvalidateRect(list, nullptr, TRUE), UpdateWindow(list);
+  EXPECT_EQ(pixel(5), GetSysColor(COLOR_WINDOW));
+}
+
+TEST_F(WinListBox, ManyLinesOfAnyThreadStayCheap) {
+  open();
+  const int kLines = onWine() ? 1000 : 100000; // Wine moves all of them for each that goes
+  const std::string line(40, 'x');
+  fill(100);
+  const size_t before = residentBytes();
+  for (int i = 0; i < kLines; ++i) ask(LB_ADDSTRING, 0, line.c_str());
+  const size_t bytes = static_cast<size_t>(kLines) * line.size();
+  EXPECT_LE(onWindows() ? 0 : residentBytes(), before + 2 * bytes);
+  EXPECT_EQ(ask(LB_GETCOUNT), kLines + 100);
+  EXPECT_EQ(ask(LB_SETCURSEL, kLines + 99), kLines + 99);
+  for (int i = 0; i < kLines; ++i) ask(LB_DELETESTRING, 0);
+  EXPECT_EQ(ask(LB_GETCOUNT), 100);
+  EXPECT_EQ(this->text(99), line);
+  const auto outcome = aside([this] { return ask(LB_ADDSTRING, 0, "from elsewhere"); });
+  for (const DWORD start = GetTickCount(); !outcome->done && GetTickCount() - start < 5000;) pump(1);
+  ASSERT_TRUE(outcome->done);
+  EXPECT_EQ(outcome->result, 100);
+  EXPECT_EQ(this->text(100), "from elsewhere");
+}
