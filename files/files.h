@@ -134,6 +134,12 @@ WQ_API void WvDir_CopyFile(const char *source, const char *destination);
 WQ_API int32_t WqDir_GetFromPath(const char *path, char *folder);
 WQ_API int32_t WvDir_PathTo(char *folder, const char *path);
 
+/* Asks the user for a folder, over the main window. It doesn't nest.
+ * folder: selected first. caption: of the dialog, cut at 87 bytes. prompt: a text above the folders. newStyle: other than
+ * 0 for the platform's newer look. chosen: room for MAX_PATH bytes.
+ * Result: 1 with the path in chosen; 0 when none was chosen, and chosen stays. */
+WQ_API int WqDir_Dlg(const char *folder, const char *caption, const char *prompt, int32_t newStyle, char *chosen);
+
 /* Result: the free bytes on the path's drive, or on the current one for a path without a drive; the low 32 bits, so that
  * a large disk can show a small number. 0 when there is no such drive, or nothing in it. */
 WQ_API uint32_t WqDrive_FreeSpace(const char *path);

@@ -17,6 +17,7 @@
 #include <commdlg.h>
 #include <winspool.h>
 #include <objbase.h>
+#include <shlobj.h>
 
 #define PLATFORM_EXPORT __declspec(dllexport)
 #define PLATFORM_IMPORT __declspec(dllimport)

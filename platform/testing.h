@@ -29,6 +29,9 @@ typedef struct PlatformDesktopCounts {
 
 PLATFORM_API void platformCountDesktop(PlatformDesktopCounts *counts);
 
+/* Without a display boxes and dialogs are answered at once; TRUE keeps them open until somebody answers. */
+PLATFORM_API void platformKeepDialogsOpen(BOOL keep);
+
 #ifdef __cplusplus
 }
 #endif

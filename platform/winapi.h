@@ -41,6 +41,8 @@
 #include "platform/winapi/tooltips.h"
 #include "platform/winapi/listbox.h"
 #include "platform/winapi/boxes.h"
+#include "platform/winapi/dialogs.h"
+#include "platform/winapi/shell.h"
 
 /* Drawing. */
 #include "platform/winapi/colours.h"

@@ -711,6 +711,72 @@ WQ_API void WqDbgWnd_DumpHex8(const void *data, uint32_t count);
  * area. erase: as for InvalidateRect. */
 WQ_API void WqInvalidateRectDbg(HWND hwnd, const RECT *rect, int erase);
 
+/* ---- WqMsgBox: message boxes --------------------------------------------------------------------------------------
+ *
+ * The main window owns them and is disabled while one is open; messages and timers go on. A caption of null stands for the
+ * main window's title, of which 255 bytes count, and where that is empty for "アプリケーションメッセージ".
+ * Results: that of MessageBoxA, the id of the button. */
+
+/* Shows a text. style: MB_... bits. */
+WQ_API int WqMsgBox_Show(const char *text, const char *caption, uint32_t style);
+
+/* Shows a string resource of wqMain.instance, of which 255 bytes count. id: one that exists. */
+WQ_API int WqMsgBox_ShowFromID(uint32_t id, const char *caption, uint32_t style);
+
+/* The same with an OK button, the icon of an information or of an error, and all windows of the thread disabled. */
+WQ_API int WqMsgBox_Information(uint32_t id, const char *caption);
+WQ_API int WqMsgBox_FatalError(uint32_t id, const char *caption);
+
+/* ---- WqFileDialog: choosing a file to open or to save -------------------------------------------------------------
+ *
+ * The record is the caller's. WqFileDialog_Init comes first, then WqFileDialog_SetOC or WqFileDialog_SetOCEx, then the texts,
+ * in any order; the dialog can be shown again and again. Texts are cut at 259 bytes. */
+
+#define WQ_FILEDIALOG_OPEN 0x01u  /* to open a file; else to save one */
+#define WQ_FILEDIALOG_KEPT 0x02u  /* kept for the caller, without a meaning */
+#define WQ_FILEDIALOG_SHOWN 0x10u /* the dialog is open now */
+
+typedef struct WqFileDialog {
+  OPENFILENAMEA ofn; /* points to the texts below */
+  uint32_t mode;     /* WQ_FILEDIALOG_... */
+  char title[260];
+  char fileName[260]; /* to begin with, and what was chosen */
+  char defExt[260];   /* added to names without an extension */
+  char dir[260];      /* where the dialog begins */
+  char filter[260];   /* pairs of a text and a pattern, each with its NUL */
+  char *filterEnd;    /* where the next pair goes */
+} WqFileDialog;
+
+/* Clears the record, ties its texts to ofn, and begins in the current folder. The record stays where it is from now on. */
+WQ_API void WqFileDialog_Init(WqFileDialog *dialog);
+
+/* Does nothing. */
+WQ_API void WqFileDialog_Term(WqFileDialog *dialog);
+
+/* Decides what the dialog is for and sets the rest of ofn; the texts and filters stay. Null is allowed.
+ * mode: WQ_FILEDIALOG_OPEN, WQ_FILEDIALOG_KEPT. flags: OFN_... bits beside those that are always set. A dialog that opens
+ * takes only files that exist, one that saves asks before it takes one that does. */
+WQ_API void WqFileDialog_SetOC(WqFileDialog *dialog, uint32_t mode);
+WQ_API void WqFileDialog_SetOCEx(WqFileDialog *dialog, uint32_t mode, uint32_t flags);
+
+/* These copy a text into the record. With a null argument they do nothing. */
+WQ_API void WqFileDialog_Title(WqFileDialog *dialog, const char *text);
+WQ_API void WqFileDialog_FileName(WqFileDialog *dialog, const char *text);
+WQ_API void WqFileDialog_Dir(WqFileDialog *dialog, const char *text);
+
+/* Adds a filter, shown as "name(*.extension)". With a null argument it does nothing; one that the record has no more room
+ * for is left out.
+ * extension: without a point. isDefault: other than 0 makes it the default extension too. */
+WQ_API void WqFileDialog_AddExt(WqFileDialog *dialog, const char *name, const char *extension, int32_t isDefault);
+
+/* Shows the dialog over the main window, which has the focus afterwards. The current folder stays what it was.
+ * Result: other than 0 when a file was chosen: fileName is its path then, and dir its folder. 0, with fileName and dir as
+ * before, when not, and when this record's dialog is open already. */
+WQ_API int WqFileDialog_Show(WqFileDialog *dialog);
+
+/* Result: 1 when the file is to be opened for reading only, else 0. */
+WQ_API int WqFileDialog_IsReadOnly(const WqFileDialog *dialog);
+
 #ifdef __cplusplus
 }
 #endif

@@ -313,6 +313,14 @@ BOOL RemoveDirectoryA(LPCSTR name) {
   });
 }
 
+BOOL SetCurrentDirectoryA(LPCSTR name) {
+  return guarded<BOOL>(FALSE, [&]() -> BOOL {
+    const std::string path = nativePath(name ? name : "");
+    if (path.empty()) return FALSE;
+    return chdir(path.c_str()) == 0 ? TRUE : failWithErrno();
+  });
+}
+
 DWORD GetCurrentDirectoryA(DWORD size, LPSTR name) {
   return guarded<DWORD>(0, [&]() -> DWORD {
     const std::string folder = currentFolder();

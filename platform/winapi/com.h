@@ -12,6 +12,8 @@ typedef LONG HRESULT; /* negative for failure */
 
 #define S_OK ((HRESULT)0)
 #define S_FALSE ((HRESULT)1)
+#define FAILED(result) ((HRESULT)(result) < 0)
+#define E_NOINTERFACE ((HRESULT)0x80004002u)
 #define E_INVALIDARG ((HRESULT)0x80070057u)
 
 /* reserved: null. Result: S_OK for the thread's first call, S_FALSE while it is in already; each of them counts. */

@@ -32,6 +32,8 @@ PLATFORM_API DWORD WINAPI SearchPathA(LPCSTR path, LPCSTR name, LPCSTR extension
 PLATFORM_API BOOL WINAPI CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES security);
 PLATFORM_API BOOL WINAPI RemoveDirectoryA(LPCSTR name);
 PLATFORM_API DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR name);
+/* For the whole process. */
+PLATFORM_API BOOL WINAPI SetCurrentDirectoryA(LPCSTR name);
 PLATFORM_API BOOL WINAPI GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector,
                                            LPDWORD freeClusters, LPDWORD clusters);
 PLATFORM_API UINT WINAPI GetDriveTypeA(LPCSTR root);

@@ -7,6 +7,7 @@
 #ifndef PLATFORM_WINAPI_LISTBOX_H
 #define PLATFORM_WINAPI_LISTBOX_H
 
+#include "platform/winapi/dialogs.h"
 #include "platform/winapi/types.h"
 
 #ifdef __cplusplus
@@ -75,11 +76,6 @@ extern "C" {
 #define LBN_SELCANCEL 3
 #define LBN_SETFOCUS 4
 #define LBN_KILLFOCUS 5
-
-#define WM_COMMAND 0x0111u
-#define WM_GETDLGCODE 0x0087u
-#define DLGC_WANTARROWS 0x0001
-#define DLGC_WANTCHARS 0x0080
 
 /* What it is asked. An answer of 0 to WM_CTLCOLORLISTBOX leaves the ground as it is; else it is the brush of the ground,
  * which stays the parent's, with the context's colours as they were set. */

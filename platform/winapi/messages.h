@@ -17,6 +17,7 @@ typedef struct tagMSG {
   POINT pt;
 } MSG;
 
+#define WM_NULL 0x0000u
 #define WM_CREATE 0x0001u
 #define WM_DESTROY 0x0002u
 #define WM_MOVE 0x0003u

@@ -1,0 +1,95 @@
+/* The shell: letting the user choose a folder, which comes as a list of items that the caller gives back. */
+#ifndef PLATFORM_WINAPI_SHELL_H
+#define PLATFORM_WINAPI_SHELL_H
+
+#include "platform/winapi/com.h"
+#include "platform/winapi/types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef struct _SHITEMID {
+  WORD cb; /* bytes of the item with this word; 0 ends the list */
+  BYTE abID[1];
+} SHITEMID;
+
+typedef struct _ITEMIDLIST {
+  SHITEMID mkid;
+} ITEMIDLIST;
+typedef ITEMIDLIST *LPITEMIDLIST;
+typedef const ITEMIDLIST *LPCITEMIDLIST;
+
+typedef int(CALLBACK *BFFCALLBACK)(HWND, UINT, LPARAM, LPARAM);
+
+typedef struct _browseinfoA {
+  HWND hwndOwner;
+  LPCITEMIDLIST pidlRoot; /* the folder above which there is none to choose; null for all drives */
+  LPSTR pszDisplayName;   /* room for MAX_PATH bytes, or null */
+  LPCSTR lpszTitle;       /* a text above the folders */
+  UINT ulFlags;           /* BIF_... */
+  BFFCALLBACK lpfn;
+  LPARAM lParam; /* for the callback */
+  int iImage;
+} BROWSEINFOA;
+
+#define BIF_RETURNONLYFSDIRS 0x0001u
+#define BIF_STATUSTEXT 0x0004u
+#define BIF_NEWDIALOGSTYLE 0x0040u
+
+/* The callback hears of: the dialog is there; another folder is selected, whose list is lParam. */
+#define BFFM_INITIALIZED 1u
+#define BFFM_SELCHANGED 2u
+/* It may send to the dialog: */
+#define BFFM_SETSTATUSTEXTA 0x0464u /* lParam: a text, shown with BIF_STATUSTEXT */
+#define BFFM_ENABLEOK 0x0465u       /* lParam: whether OK can be pressed */
+#define BFFM_SETSELECTIONA 0x0466u  /* wParam TRUE: lParam is a path; FALSE: a list */
+
+/* Null when nothing is chosen, as without a display. The list is the caller's to give back with the shell's allocator. */
+PLATFORM_API LPITEMIDLIST WINAPI SHBrowseForFolderA(BROWSEINFOA *how);
+/* path: room for MAX_PATH bytes; empty when it fails. */
+PLATFORM_API BOOL WINAPI SHGetPathFromIDListA(LPCITEMIDLIST list, LPSTR path);
+
+/* The shell's allocator. It is always the same one and never goes. */
+
+#ifdef __cplusplus
+}
+
+struct IMalloc {
+  virtual HRESULT WINAPI QueryInterface(const void *id, void **object) = 0; /* knows no others */
+  virtual DWORD WINAPI AddRef() = 0;
+  virtual DWORD WINAPI Release() = 0;
+  virtual void *WINAPI Alloc(SIZE_T size) = 0;
+  virtual void *WINAPI Realloc(void *memory, SIZE_T size) = 0;
+  virtual void WINAPI Free(void *memory) = 0;
+  virtual SIZE_T WINAPI GetSize(void *memory) = 0;
+  virtual int WINAPI DidAlloc(void *memory) = 0;
+  virtual void WINAPI HeapMinimize() = 0;
+};
+
+extern "C" {
+#else
+typedef struct IMalloc IMalloc;
+typedef struct IMallocVtbl {
+  HRESULT(WINAPI *QueryInterface)(IMalloc *self, const void *id, void **object);
+  DWORD(WINAPI *AddRef)(IMalloc *self);
+  DWORD(WINAPI *Release)(IMalloc *self);
+  void *(WINAPI *Alloc)(IMalloc *self, SIZE_T size);
+  void *(WINAPI *Realloc)(IMalloc *self, void *memory, SIZE_T size);
+  void(WINAPI *Free)(IMalloc *self, void *memory);
+  SIZE_T(WINAPI *GetSize)(IMalloc *self, void *memory);
+  int(WINAPI *DidAlloc)(IMalloc *self, void *memory);
+  void(WINAPI *HeapMinimize)(IMalloc *self);
+} IMallocVtbl;
+struct IMalloc {
+  const IMallocVtbl *lpVtbl;
+};
+#endif
+
+PLATFORM_API HRESULT WINAPI SHGetMalloc(IMalloc **allocator);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
