@@ -15,9 +15,9 @@
 /* in this order */
 #include <commctrl.h>
 #include <commdlg.h>
-#include <winspool.h>
 #include <objbase.h>
 #include <shlobj.h>
+#include <winspool.h>
 
 #define PLATFORM_EXPORT __declspec(dllexport)
 #define PLATFORM_IMPORT __declspec(dllimport)
