@@ -3,6 +3,7 @@
 //   ender exit         exit on the main thread
 //   ender procedure    exit inside a window procedure of the main thread
 //   ender worker       exit on a thread without windows
+//   ender box          the same, while a message box is open
 //   ender window       exit inside a window procedure of the second thread
 //   ender server       the X server or the compositor is killed
 //   ender child-return, child-exit, child-_exit    a child forks and ends so, and this one goes on and returns
@@ -85,6 +86,10 @@ int main(int argc, char **argv) {
   if (way == "procedure") SendMessageA(window, kEnd, 0, 0);
   if (way == "window") PostMessageA(second, kEnd, 0, 0);
   if (way == "worker") std::thread([] { std::exit(kByExit); }).detach();
+  if (way == "box") {
+    std::thread([] { (Sleep(100), std::exit(kByExit)); }).detach();
+    MessageBoxA(window, "The program ends under it.", "ender", MB_OKCANCEL);
+  }
   if (way == "server") kill(static_cast<pid_t>(std::atoi(std::getenv("WQ_SESSION_SERVER"))), SIGKILL);
   if (way.rfind("child-", 0) != 0) return workFor(window, 20000), 1; // it should have ended meanwhile
 

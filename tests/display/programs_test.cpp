@@ -151,8 +151,8 @@ TEST_F(AnyDesktop, ProgramsEndWell) {
   const struct {
     const char *way;
     int status; // -1: any but that of a crash
-  } rows[] = {{"return", 0},  {"exit", 3},         {"procedure", 3},  {"worker", 3},     {"window", 3},
-              {"server", -1}, {"child-return", 0}, {"child-exit", 0}, {"child-_exit", 0}};
+  } rows[] = {{"return", 0}, {"exit", 3},    {"procedure", 3},    {"worker", 3},     {"window", 3},
+              {"box", 3},    {"server", -1}, {"child-return", 0}, {"child-exit", 0}, {"child-_exit", 0}};
   for (const auto &[way, status] : rows) {
     const bool kills = status < 0;
     int late = 0, crashed = 0, other = 0;
