@@ -175,13 +175,14 @@ class WinScrollUser : public WinScroll {
       if (next == to.size()) button(MOUSEEVENTF_LEFTUP);
       ++next;
     };
-    const UINT_PTR ticks = SetTimer(nullptr, 0, 30, [](HWND, UINT, UINT_PTR, DWORD) { script(); });
+    const UINT_PTR ticks = SetTimer(nullptr, 0, 30, tick);
     MSG message;
     for (const DWORD start = GetTickCount(); next <= to.size() + 1 && GetTickCount() - start < 5000;)
       if (GetMessageA(&message, nullptr, 0, 0)) DispatchMessageA(&message);
     KillTimer(nullptr, ticks);
     return std::exchange(codes, {});
   }
+  static void CALLBACK tick(HWND, UINT, UINT_PTR, DWORD) { script(); }
   static inline std::function<void()> script;
 };
 

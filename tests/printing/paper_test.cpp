@@ -299,10 +299,12 @@ TEST_F(PaperTest, WhatCanNotBeWrittenIsRefused) {
   EXPECT_EQ(PrintFolder::names(), "another folder.pdf ");
 }
 
+static int asked;
+static BOOL CALLBACK abortsAtTheSecond(HDC, int) { return ++asked < 2; }
+
 TEST_F(PaperTest, AnAbortProcedureEndsADocument) {
-  static int asked;
   asked = 0;
-  EXPECT_GT(SetAbortProc(dc, [](HDC, int) -> BOOL { return ++asked < 2; }), 0);
+  EXPECT_GT(SetAbortProc(dc, abortsAtTheSecond), 0);
   ASSERT_GT(begin(dc, "aborted.pdf"), 0);
   ASSERT_GT(StartPage(dc), 0);
   EXPECT_GT(EndPage(dc), 0);
