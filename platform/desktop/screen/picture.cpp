@@ -4,16 +4,12 @@
 
 namespace platform {
 
-namespace {
-
-void copyRows(const QImage &from, QImage &to, const QRect &part) {
+void copyPixels(const QImage &from, QImage &to, const QRect &part) {
   const size_t bytes = sizeof(QRgb) * static_cast<size_t>(part.width());
   for (int y = part.top(); y <= part.bottom(); ++y)
     std::memcpy(reinterpret_cast<QRgb *>(to.scanLine(y)) + part.left(),
                 reinterpret_cast<const QRgb *>(from.constScanLine(y)) + part.left(), bytes);
 }
-
-} // namespace
 
 // An image that is new as a whole is shared, not copied: a program mostly draws its next one into other memory.
 bool Picture::take(const QImage &image, const QRegion &changed) {
@@ -23,9 +19,14 @@ bool Picture::take(const QImage &image, const QRegion &changed) {
   if (image_.size() != image.size() || parts == QRegion(image.rect()))
     image_ = image;
   else
-    for (const QRect &part : parts) copyRows(image, image_, part);
+    for (const QRect &part : parts) copyPixels(image, image_, part);
   changed_ |= parts;
   return !known && !changed_.isEmpty();
+}
+
+QRegion Picture::takeChanged() {
+  const std::lock_guard lock(mutex_);
+  return std::exchange(changed_, {});
 }
 
 } // namespace platform

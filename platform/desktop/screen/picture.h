@@ -6,6 +6,7 @@
 #include <QRegion>
 
 #include <mutex>
+#include <utility>
 
 namespace platform {
 
@@ -15,23 +16,23 @@ class Picture {
   // Result: whether the screen is to be told: nothing waits for it yet.
   bool take(const QImage &image, const QRegion &changed);
 
-  // Shows what waits, on the screen's thread: body gets the image and the changed region.
-  template <typename Body> void showChanged(Body body) {
+  // What has changed since it was asked last. The screen is told of what comes from now on.
+  QRegion takeChanged();
+
+  // The image as it is now, on the screen's thread. The program waits in take() meanwhile, perhaps with its own locks:
+  // body must neither wait for the program nor let the desktop be listened to.
+  template <typename Body> void read(Body body) {
     const std::lock_guard lock(mutex_);
-    body(image_, changed_);
-    changed_ = {};
-  }
-  // Shows all of it.
-  template <typename Body> void showAll(Body body) {
-    const std::lock_guard lock(mutex_);
-    changed_ = {};
-    body(image_);
+    body(std::as_const(image_));
   }
 
  private:
   std::mutex mutex_;
   QImage image_;
-  QRegion changed_; // since it was shown
+  QRegion changed_; // which the screen has not taken yet
 };
+
+// Pixels of an image into another of the same depth, which has the part too.
+void copyPixels(const QImage &from, QImage &to, const QRect &part);
 
 } // namespace platform

@@ -9,7 +9,6 @@
 #include <QPixmap>
 
 #include <cmath>
-#include <cstring>
 #include <utility>
 
 namespace platform {
@@ -71,14 +70,6 @@ QIcon iconOf(const Look &look) {
   if (look.icons)
     for (const QImage &image : *look.icons) icon.addPixmap(QPixmap::fromImage(image));
   return icon;
-}
-
-// Pixels of an image into an image that has the same ones.
-void copyPixels(const QImage &from, QImage &to, const QRect &part) {
-  const size_t bytes = sizeof(QRgb) * static_cast<size_t>(part.width());
-  for (int y = part.top(); y <= part.bottom(); ++y)
-    std::memcpy(reinterpret_cast<QRgb *>(to.scanLine(y)) + part.left(),
-                reinterpret_cast<const QRgb *>(from.constScanLine(y)) + part.left(), bytes);
 }
 
 } // namespace
@@ -315,46 +306,51 @@ POINT ShownWindow::programPoint(const QPointF &local, const QPointF &global) con
 
 // ---- Pixels
 
-// Puts what has changed of the picture, or all of it, where Qt takes it from; where there is none of it, the ground.
-// Result: the part of the window, in Qt's units.
-QRegion ShownWindow::show(const QImage &image, const QRegion &changed, bool all) {
+// Brings a part of the picture to the screen. beginPaint() of a Wayland session listens to the desktop, so the picture
+// is not locked then.
+void ShownWindow::show(const QRegion &changed, bool all) {
   const QRect window(QPoint(), size());
-  QRegion part = all ? QRegion(window) : desk_.toQt(changed) & window;
-  if (part.isEmpty()) return part;
+  const QRegion part = all ? QRegion(window) : desk_.toQt(changed) & window;
+  if (part.isEmpty()) return;
   store_.beginPaint(part);
+  picture_->read([&](const QImage &image) { paint(image, changed, part, all); });
+  store_.endPaint();
+  store_.flush(part);
+}
+
+// Puts a part of the image, or all of it, where Qt takes it from; where there is none of it, the ground.
+void ShownWindow::paint(const QImage &image, const QRegion &changed, const QRegion &part, bool all) {
   QPaintDevice &device = *store_.paintDevice();
   auto *const target = dynamic_cast<QImage *>(&device);
   const bool alike = target && target->depth() == 32 && target->devicePixelRatio() == desk_.ratio();
-  if (alike)
-    for (const QRect &rect : changed) copyPixels(image, *target, rect & target->rect() & image.rect());
-  if (!alike || (all && !image.rect().contains(target->rect()))) {
-    QPainter painter(&device);
-    const QRect taken(QPoint(), QSizeF(image.size() / desk_.ratio()).toSize());
-    for (const QRect &rest : all ? QRegion(window) - taken : QRegion()) painter.fillRect(rest, QColor(look_.ground));
-    painter.setClipRegion(part);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform,
-                          device.devicePixelRatioF() != std::floor(device.devicePixelRatioF()));
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    if (!alike) painter.drawImage(QRectF(QPointF(), QSizeF(image.size()) / desk_.ratio()), image);
+  if (alike) {
+    const QRect both = target->rect() & image.rect();
+    for (const QRect &rect : all ? QRegion(both) : changed & both) copyPixels(image, *target, rect);
   }
-  store_.endPaint();
-  return part;
+  if (alike && (!all || image.rect().contains(target->rect()))) return;
+  QPainter painter(&device);
+  const QRect taken(QPoint(), QSizeF(image.size() / desk_.ratio()).toSize());
+  const QRegion rest = all ? part - taken : QRegion();
+  for (const QRect &rect : rest) painter.fillRect(rect, QColor(look_.ground));
+  if (alike) return;
+  painter.setClipRegion(part);
+  const double ratio = device.devicePixelRatioF();
+  painter.setRenderHint(QPainter::SmoothPixmapTransform, ratio != std::floor(ratio));
+  painter.setCompositionMode(QPainter::CompositionMode_Source);
+  painter.drawImage(QRectF(QPointF(), QSizeF(image.size()) / desk_.ratio()), image);
 }
 
 void ShownWindow::flush() {
   if (!picture_ || !isExposed()) return; // it is shown as a whole when it is exposed
   if (store_.size() != size()) return showAll();
-  QRegion part;
-  picture_->showChanged([&](const QImage &image, const QRegion &changed) { part = show(image, changed, false); });
-  if (!part.isEmpty()) store_.flush(part);
+  show(picture_->takeChanged(), false);
 }
 
 void ShownWindow::showAll() {
   if (!picture_ || !isExposed()) return;
   if (store_.size() != size()) store_.resize(size());
-  QRegion part;
-  picture_->showAll([&](const QImage &image) { part = show(image, image.rect(), true); });
-  store_.flush(part);
+  picture_->takeChanged();
+  show({}, true);
 }
 
 } // namespace platform

@@ -52,7 +52,8 @@ class ShownWindow : public QWindow {
   QRect relativeToOwner(const QRect &qt) const;
 
   QRect placeNow() const;
-  QRegion show(const QImage &image, const QRegion &changed, bool all);
+  void show(const QRegion &changed, bool all);
+  void paint(const QImage &image, const QRegion &changed, const QRegion &part, bool all);
   void showAll();
 
   const HWND id_;
