@@ -28,9 +28,9 @@ class Library {
 
 // Tells of a file that was opened or refused, and logs it.
 // refused: why; empty when it was opened.
-bool taken(const std::string &file, const Recording &recording, const std::string &refused) {
+bool taken(const std::string &file, uint64_t frames, const std::string &refused) {
   if (refused.empty()) {
-    WqLog_Print("opened %s: %u frames", file.c_str(), static_cast<unsigned>(recording.foundFrames()));
+    WqLog_Print("opened %s: %s frames", file.c_str(), std::to_string(frames).c_str());
     return true;
   }
   WqLog_Print("refused %s: %s", file.c_str(), refused.c_str());
@@ -40,9 +40,9 @@ bool taken(const std::string &file, const Recording &recording, const std::strin
 
 // Reads and measures a file.
 std::optional<Report> open(const std::string &file) {
-  Recording recording;
-  if (!taken(file, recording, recording.load(file.c_str()))) return std::nullopt;
-  return measure(file, recording);
+  const OpenedSource opened = openSource(file);
+  if (!taken(file, opened.source ? opened.source->info().frames : 0, opened.refusal)) return std::nullopt;
+  return measure(file, *opened.source);
 }
 
 int askWhich() {
@@ -105,7 +105,8 @@ std::string nameIn(const std::string &path) {
 // viewer: takes the viewer, whose window objects have to stay until the library ends.
 bool showWindow(const Options &options, const std::string &file, Settings &settings, std::unique_ptr<Viewer> &viewer) {
   Scene scene;
-  if (!taken(file, scene.recording, scene.recording.open(file.c_str()))) return false;
+  const std::string refused = scene.recording.open(file.c_str());
+  if (!taken(file, refused.empty() ? scene.recording.foundFrames() : 0, refused)) return false;
   scene.name = nameIn(fullName(file));
   scene.startZoom = options.zoom;
   scene.startTime = options.at;

@@ -12,8 +12,19 @@ const char *const kTooMany = "too many samples for the memory";
 
 std::string number(uint32_t value) { return std::to_string(value); }
 
-// Why a header is refused. The reader tells yes or no, so the bytes it stumbled over are looked at again.
-std::string refusal(const char *fileName) {
+// The bytes between the stream and the end of its file, at most limit; limit where the C library can't tell.
+uint32_t bytesLeft(std::FILE *file, uint32_t limit) {
+  const int64_t start = platformSeekStream(file, 0, SEEK_CUR);
+  const int64_t end = platformSeekStream(file, 0, SEEK_END);
+  if (start < 0 || end < start) return limit;
+  platformSeekStream(file, start, SEEK_SET);
+  return static_cast<uint32_t>(std::min<int64_t>(end - start, limit));
+}
+
+} // namespace
+
+// The reader tells yes or no, so the bytes it stumbled over are looked at again.
+std::string refusalOf(const char *fileName) {
   WqFile file;
   WqFile_Init(&file);
   WqFile_Path(&file, fileName);
@@ -34,19 +45,8 @@ std::string refusal(const char *fileName) {
   return "no data chunk";
 }
 
-// The bytes between the stream and the end of its file, at most limit; limit where the C library can't tell.
-uint32_t bytesLeft(std::FILE *file, uint32_t limit) {
-  const int64_t start = platformSeekStream(file, 0, SEEK_CUR);
-  const int64_t end = platformSeekStream(file, 0, SEEK_END);
-  if (start < 0 || end < start) return limit;
-  platformSeekStream(file, start, SEEK_SET);
-  return static_cast<uint32_t>(std::min<int64_t>(end - start, limit));
-}
-
-} // namespace
-
 std::string Recording::readHeader(const char *fileName) {
-  if (!WqSoundFileWav_open(file_.get(), fileName)) return refusal(fileName);
+  if (!WqSoundFileWav_open(file_.get(), fileName)) return refusalOf(fileName);
   const uint32_t frameSize = file_->bits / 8u * file_->channels;
   if (file_->blockAlign != frameSize)
     return "block align " + number(file_->blockAlign) + " with " + number(file_->bits) + " bits and " +
@@ -58,19 +58,6 @@ std::string Recording::readHeader(const char *fileName) {
 
 bool Recording::makeRoom() {
   return WqPcmBuf_Alloc(&samples_, file_->sampleRate, foundBytes_ / file_->blockAlign, file_->bits, file_->channels);
-}
-
-std::string Recording::load(const char *fileName) {
-  std::string refused = readHeader(fileName);
-  if (!refused.empty()) return refused;
-  WqPcmBuf_ReadWavFile(&samples_, fileName);
-  if (!samples_.data) {
-    // A header can promise more than memory holds; the file itself may still be small.
-    if (!makeRoom()) return kTooMany;
-    while (readPiece()) {}
-  }
-  WqSoundFileWav_close(file_.get());
-  return {};
 }
 
 std::string Recording::open(const char *fileName) {

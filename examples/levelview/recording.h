@@ -18,6 +18,9 @@ class WavStream {
   WqSoundFileWav wav_;
 };
 
+// Why the library's reader refuses the header of a file.
+std::string refusalOf(const char *fileName);
+
 class Recording {
  public:
   Recording() : file_(true) { WqPcmBuf_Init(&samples_); }
@@ -25,11 +28,8 @@ class Recording {
   Recording(const Recording &) = delete;
   Recording &operator=(const Recording &) = delete;
 
-  // Reads a file, of which only what it really holds is taken.
-  // Result: why it is refused, empty when it was read.
-  std::string load(const char *fileName);
-
-  // The same in pieces: open looks at the header and makes room, then each readPiece reads some more.
+  // Opens a file, of which only what it really holds is taken: open looks at the header and makes room, then each
+  // readPiece reads some more.
   // Result: why it is refused, empty when it can be read; whether there is more to read.
   std::string open(const char *fileName);
   bool readPiece();

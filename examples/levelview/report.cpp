@@ -5,35 +5,44 @@
 
 #include <algorithm>
 #include <cmath>
+#include <future>
+#include <memory>
+#include <mutex>
+#include <thread>
 
 namespace {
 
-constexpr uint32_t kStride = 1u << 20; // frames between two looks at the clock
+constexpr size_t kPiece = 1u << 20; // bytes
 
-template <size_t bytes> Levels measureChannel(const Recording &recording, size_t channel, Progress &progress) {
-  const size_t channels = recording.samples().channels;
-  const uint8_t *at = recording.samples().data + bytes * channel;
-  int64_t peak = 0;
-  double squares = 0;
-  for (uint32_t frame = 0; frame < recording.frames(); ++frame, at += bytes * channels) {
-    const int64_t value = sampleAt<bytes>(at);
-    peak = std::max(peak, value < 0 ? -value : value);
-    squares += static_cast<double>(value) * static_cast<double>(value);
-    if (frame % kStride == 0)
-      progress.update(static_cast<uint64_t>(recording.frames()) * channel + frame,
-                      static_cast<uint64_t>(recording.frames()) * channels);
-  }
-  const double fullScale = static_cast<double>(INT64_C(1) << (8 * bytes - 1));
-  return {static_cast<double>(peak) / fullScale, std::sqrt(squares / recording.frames()) / fullScale};
-}
+// One of several threads that take turns to read, and measure what they have read side by side.
+class Measuring {
+ public:
+  Measuring(Source &source, Progress &progress) : source_(source), progress_(progress) {}
 
-Levels measureChannel(const Recording &recording, size_t channel, Progress &progress) {
-  switch (recording.samples().bits) {
-  case 8: return measureChannel<1>(recording, channel, progress);
-  case 16: return measureChannel<2>(recording, channel, progress);
-  default: return measureChannel<4>(recording, channel, progress);
+  std::unique_ptr<Meter> work() {
+    const SourceInfo &info = source_.info();
+    const size_t frameBytes = sampleBytes(info.type) * info.channels;
+    std::vector<char> piece(std::max(kPiece, frameBytes));
+    auto meter = makeMeter(info.type, info.channels, info.bits);
+    while (const size_t frames = read(piece.data(), piece.size() / frameBytes)) meter->add(piece.data(), frames);
+    return meter;
   }
-}
+  uint64_t frames() const { return frames_; }
+
+ private:
+  size_t read(void *samples, size_t frames) {
+    const std::lock_guard lock(mutex_);
+    const size_t got = source_.read(samples, frames);
+    frames_ += got;
+    progress_.update(frames_, source_.info().frames);
+    return got;
+  }
+
+  Source &source_;
+  Progress &progress_;
+  std::mutex mutex_;
+  uint64_t frames_ = 0;
+};
 
 double dbvOf(double partOfFullScale) { return WqUnit_VTodBV(partOfFullScale * WqUnit_GetRange()); }
 
@@ -51,40 +60,55 @@ std::string channelText(size_t channel, const Levels &levels) {
   add("peak_db", 2, WqUnit_RetRange_dBV(dbvOf(levels.peak)));
   add("peak_percent", 2, WqUnit_RetRange_Power(peakVolts) * 100.0);
   add("rms_percent", 2, WqUnit_RetRange_Power(rmsVolts) * 100.0);
+  add("crest_db", 2, levels.rms > 0 ? dbvOf(levels.peak) - dbvOf(levels.rms) : 0);
+  add("dc_percent", 4, levels.dc * 100.0);
+  text += "ch" + std::to_string(channel) + ".clipped: " + std::to_string(levels.clipped) + "\n";
   return text;
 }
 
 } // namespace
 
-Report measure(const std::string &name, const Recording &recording) {
-  Report report{name,
-                recording.samples(),
-                recording.frames(),
-                recording.bytes(),
-                recording.declaredBytes(),
-                recording.foundBytes(),
-                {}};
-  report.format.data = report.format.writePos = report.format.endPos = nullptr;
+Report measure(const std::string &name, Source &source) {
   Progress progress(name);
-  for (size_t channel = 0; channel < report.format.channels; ++channel)
-    report.channels.push_back(measureChannel(recording, channel, progress));
-  return report;
+  Measuring measuring(source, progress);
+  std::vector<std::future<std::unique_ptr<Meter>>> others;
+  for (unsigned i = 1; i < std::thread::hardware_concurrency(); ++i)
+    others.push_back(std::async(std::launch::async, [&] { return measuring.work(); }));
+  const std::unique_ptr<Meter> all = measuring.work();
+  for (auto &other : others) all->merge(*other.get());
+  return {name, source.info(), measuring.frames(), all->levels()};
+}
+
+Report measure(const std::string &name, const Recording &recording) {
+  const WqPcmBuf &samples = recording.samples();
+  SourceInfo info;
+  info.rate = samples.sampleRate, info.bits = samples.bits, info.channels = samples.channels;
+  info.type = samples.bits == 8 ? SampleType::uint8 : samples.bits == 16 ? SampleType::int16 : SampleType::int32;
+  info.declaredBytes = recording.declaredBytes(), info.foundBytes = recording.foundBytes();
+  info.frames = recording.foundFrames();
+  auto meter = makeMeter(info.type, info.channels);
+  meter->add(samples.data, recording.frames());
+  return {name, info, recording.frames(), meter->levels()};
 }
 
 std::string reportText(const Report &report) {
   std::string text;
-  const auto add = [&](const char *key, uint32_t value) {
-    text += format("%s: %u\n", key, static_cast<unsigned>(value));
+  const SourceInfo &info = report.info;
+  const auto add = [&](const char *key, uint64_t value) {
+    text += std::string(key) + ": " + std::to_string(value) + '\n';
   };
-  add("rate", report.format.sampleRate);
-  add("channels", report.format.channels);
-  add("bits", report.format.bits);
+  if (!info.format.empty()) text += "format: " + info.format + "\n";
+  add("rate", info.rate);
+  add("channels", info.channels);
+  add("bits", info.bits);
   add("frames", report.frames);
-  add("bytes", report.bytes);
+  add("bytes", info.foundBytes);
   text += format("duration_ms: %.3f\n", report.milliseconds());
-  if (report.foundBytes < report.declaredBytes)
-    text += format("truncated: declared %u bytes, found %u\n", static_cast<unsigned>(report.declaredBytes),
-                   static_cast<unsigned>(report.foundBytes));
+  if (info.isUnfinished)
+    text += "unfinished: the header tells no length, found " + std::to_string(info.foundBytes) + " bytes\n";
+  else if (info.foundBytes < info.declaredBytes)
+    text += "truncated: declared " + std::to_string(info.declaredBytes) + " bytes, found " +
+            std::to_string(info.foundBytes) + "\n";
   for (size_t channel = 0; channel < report.channels.size(); ++channel)
     text += channelText(channel + 1, report.channels[channel]);
   return text;
@@ -97,8 +121,8 @@ void printTable(const std::vector<Report> &reports, std::FILE *out) {
     Levels loudest;
     for (const Levels &levels : report.channels)
       loudest = {std::max(loudest.peak, levels.peak), std::max(loudest.rms, levels.rms)};
-    std::fprintf(out, "%10u %3u %4u %14.3f %9.2f %9.2f  %s\n", static_cast<unsigned>(report.format.sampleRate),
-                 static_cast<unsigned>(report.format.channels), static_cast<unsigned>(report.format.bits),
+    std::fprintf(out, "%10u %3u %4u %14.3f %9.2f %9.2f  %s\n", static_cast<unsigned>(report.info.rate),
+                 static_cast<unsigned>(report.info.channels), static_cast<unsigned>(report.info.bits),
                  report.milliseconds(), dbvOf(loudest.peak), dbvOf(loudest.rms), shown(report.name).c_str());
   }
 }

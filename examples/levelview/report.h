@@ -2,30 +2,25 @@
 #pragma once
 
 #include "recording.h"
+#include "source.h"
 
 #include <cstdio>
 #include <string>
 #include <vector>
 
-// The levels of one channel, as parts of full scale.
-struct Levels {
-  double peak = 0;
-  double rms = 0;
-};
-
 // What is told of one file.
 struct Report {
   std::string name; // in the library's encoding
-  WqPcmBuf format;  // without data
-  uint32_t frames;
-  uint32_t bytes;
-  uint32_t declaredBytes;
-  uint32_t foundBytes;
+  SourceInfo info;
+  uint64_t frames = 0; // that were measured
   std::vector<Levels> channels;
 
-  double milliseconds() const { return frames * 1000.0 / format.sampleRate; }
+  double milliseconds() const { return static_cast<double>(frames) * 1000.0 / info.rate; }
 };
 
+// Reads all of a source, and measures it on all processors.
+Report measure(const std::string &name, Source &source);
+// The same for what is in memory.
 Report measure(const std::string &name, const Recording &recording);
 
 // Format, length and levels, one `key: value' a line. Levels count against the range of WqUnit.
