@@ -89,9 +89,10 @@ bool isRaw(const SF_INFO &info) {
   return isLittle && isPlain && (info.format & SF_FORMAT_ENDMASK) != SF_ENDIAN_BIG;
 }
 
-std::string nameOf(int format, int command) {
+// Of a container or of a coding.
+std::string nameOf(int format) {
   SF_FORMAT_INFO info{format, nullptr, nullptr};
-  return sf_command(nullptr, command, &info, sizeof info) == 0 && info.name ? info.name : "";
+  return sf_command(nullptr, SFC_GET_FORMAT_INFO, &info, sizeof info) == 0 && info.name ? info.name : "unknown";
 }
 
 class ForeignSource final : public Source {
@@ -138,8 +139,7 @@ OpenedSource openForeignSource(Stream stream, const std::optional<Chunks> &chunk
   const bool raw = isRaw(info);
   const Coding coding = codingOf(info);
   SourceInfo told;
-  told.format = nameOf(info.format & SF_FORMAT_TYPEMASK, SFC_GET_FORMAT_MAJOR) + ", " +
-                nameOf(info.format & SF_FORMAT_SUBMASK, SFC_GET_FORMAT_SUBTYPE);
+  told.format = nameOf(info.format & SF_FORMAT_TYPEMASK) + ", " + nameOf(info.format & SF_FORMAT_SUBMASK);
   told.rate = static_cast<uint32_t>(info.samplerate), told.bits = coding.bits;
   told.channels = static_cast<size_t>(info.channels);
   told.type = raw ? coding.rawType : coding.type;
