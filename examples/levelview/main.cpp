@@ -39,10 +39,14 @@ bool taken(const std::string &file, uint64_t frames, const std::string &refused)
 }
 
 // Reads and measures a file.
-std::optional<Report> open(const std::string &file) {
+std::optional<Report> open(const std::string &file, bool loudness) {
   const OpenedSource opened = openSource(file);
   if (!taken(file, opened.source ? opened.source->info().frames : 0, opened.refusal)) return std::nullopt;
-  return measure(file, *opened.source);
+  Report report = measure(file, *opened.source);
+  if (!loudness) return report;
+  if (const OpenedSource again = openSource(file); again.source) report.loudness = measureLoudness(*again.source);
+  if (!report.loudness) complain(file + ": its loudness can't be measured");
+  return report;
 }
 
 int askWhich() {
@@ -83,7 +87,7 @@ int report(const Options &options) {
   if (files.empty()) complain(options.files[0] + ": no WAV files");
   std::vector<Report> reports;
   for (const std::string &file : files) {
-    const std::optional<Report> told = open(file);
+    const std::optional<Report> told = open(file, options.loudness);
     if (!told) continue;
     if (several) std::printf("file: %s\n", shown(file).c_str());
     std::fputs(reportText(*told).c_str(), stdout);
@@ -117,7 +121,7 @@ bool showWindow(const Options &options, const std::string &file, Settings &setti
 }
 
 bool showReport(const std::string &file) {
-  const std::optional<Report> told = open(file);
+  const std::optional<Report> told = open(file, false);
   if (told) std::fputs(reportText(*told).c_str(), stdout);
   return told.has_value();
 }

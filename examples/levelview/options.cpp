@@ -7,7 +7,7 @@
 const char *const kUsage =
     "Usage: levelview [--range VOLTS] [--zoom FACTOR] [--at SECONDS] [FILE.wav]\n"
     "       levelview --snapshot OUT.png [--size WxH] [--zoom FACTOR] [--at SECONDS] FILE.wav\n"
-    "       levelview --report [--range VOLTS] [FILE.wav|FOLDER]...\n"
+    "       levelview --report [--loudness] [--range VOLTS] [FILE.wav|FOLDER]...\n"
     "       levelview --make FILE.wav\n"
     "\n"
     "Shows wave and levels of WAV files (integer PCM, 8, 16 or 32 bits, one or two channels).\n"
@@ -16,6 +16,7 @@ const char *const kUsage =
     "\n"
     "  --report         print format, length and levels, one `key: value' a line, of each file\n"
     "                   and of the files in each folder, with a table at the end of several\n"
+    "  --loudness       add loudness and true peaks by ITU-R BS.1770 and EBU R 128, which takes longer\n"
     "  --range VOLTS    the level that full scale stands for, 1.0 if not given\n"
     "  --snapshot FILE  write a picture of the window, in PNG format, and show nothing\n"
     "  --size WxH       width and height of the picture, 800x480 if not given\n"
@@ -110,6 +111,8 @@ std::string readOptions(int argc, char **argv, Options &options) {
       options.files.emplace_back(argument);
     } else if (argument == "--") {
       onlyFiles = true;
+    } else if (argument == "--loudness") {
+      options.loudness = true;
     } else if (const std::optional<Mode> mode = modeOf(argument)) {
       options.mode = *mode;
       if (*mode == Mode::help || *mode == Mode::version) return {};

@@ -17,6 +17,7 @@ struct Options {
   std::string log;          // where the event log goes at the end; empty for nowhere
   std::string settings;     // another settings file than the usual one
   std::string snapshot;     // where a picture of the window goes instead of the window; empty for nowhere
+  bool loudness = false;    // measured for a report too
   SIZE size = {800, 480};   // of the picture
   double zoom = 1;          // the view begins with all of the file, with a half of it for 2,
   std::optional<double> at; // and with this second in its middle

@@ -66,6 +66,14 @@ std::string channelText(size_t channel, const Levels &levels) {
   return text;
 }
 
+std::string loudnessText(const Loudness &loudness) {
+  std::string text;
+  for (size_t channel = 0; channel < loudness.truePeaks.size(); ++channel)
+    text += format("ch%u.true_peak_dbtp: %.2f\n", static_cast<unsigned>(channel + 1),
+                   20 * std::log10(loudness.truePeaks[channel]));
+  return text + format("loudness_lufs: %.2f\nloudness_range_lu: %.2f\n", loudness.integrated, loudness.range);
+}
+
 } // namespace
 
 Report measure(const std::string &name, Source &source) {
@@ -76,7 +84,7 @@ Report measure(const std::string &name, Source &source) {
     others.push_back(std::async(std::launch::async, [&] { return measuring.work(); }));
   const std::unique_ptr<Meter> all = measuring.work();
   for (auto &other : others) all->merge(*other.get());
-  return {name, source.info(), measuring.frames(), all->levels()};
+  return {name, source.info(), measuring.frames(), all->levels(), {}};
 }
 
 Report measure(const std::string &name, const Recording &recording) {
@@ -88,7 +96,7 @@ Report measure(const std::string &name, const Recording &recording) {
   info.frames = recording.foundFrames();
   auto meter = makeMeter(info.type, info.channels);
   meter->add(samples.data, recording.frames());
-  return {name, info, recording.frames(), meter->levels()};
+  return {name, info, recording.frames(), meter->levels(), {}};
 }
 
 std::string reportText(const Report &report) {
@@ -111,6 +119,7 @@ std::string reportText(const Report &report) {
             std::to_string(info.foundBytes) + "\n";
   for (size_t channel = 0; channel < report.channels.size(); ++channel)
     text += channelText(channel + 1, report.channels[channel]);
+  if (report.loudness) text += loudnessText(*report.loudness);
   return text;
 }
 

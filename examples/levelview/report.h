@@ -1,6 +1,7 @@
 // What --report prints.
 #pragma once
 
+#include "loudness.h"
 #include "recording.h"
 #include "source.h"
 
@@ -14,6 +15,7 @@ struct Report {
   SourceInfo info;
   uint64_t frames = 0; // that were measured
   std::vector<Levels> channels;
+  std::optional<Loudness> loudness = {}; // which is measured apart, and takes longer
 
   double milliseconds() const { return static_cast<double>(frames) * 1000.0 / info.rate; }
 };
