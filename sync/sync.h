@@ -85,8 +85,8 @@ WQ_API void WqSync_Unlock(WqSync *sync);
 
 /* ---- WqMutex: a lock between processes ---------------------------------------------------------------------------
  *
- * Waits return the platform's values: 0 if the object was got, 0x80 if it was got after its owner died, 0x102 if time ran
- * out, 0xFFFFFFFF on failure, such as for a null handle. */
+ * Waits return the platform's values: 0 if the object was got, 0x80 if it was got after its owner died, 0x102 if time
+ * ran out, 0xFFFFFFFF on failure, such as for a null handle. */
 
 typedef struct WqMutex {
   HANDLE handle; /* null if there is none */
