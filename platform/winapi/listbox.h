@@ -2,8 +2,8 @@
  * other, and the user selects one or several of them.
  *
  * Texts end with NUL and are copied. Without LBS_HASSTRINGS an owner-drawn list box holds a word for each item in place
- * of a text. Not supported: several columns, tab stops, lists of files. A program can't register a class of this name.
- * same name. */
+ * of a text. Not supported: several columns, tab stops, lists of files. A program can't register a class
+ * of this name. */
 #ifndef PLATFORM_WINAPI_LISTBOX_H
 #define PLATFORM_WINAPI_LISTBOX_H
 
