@@ -1,4 +1,4 @@
-// Doubly linked chains of words. A list has no record of its own: operations that can change the head return it.
+// Doubly linked chains of words. A list has no own record: operations that can change the head return it.
 
 #include "containers/containers.h"
 

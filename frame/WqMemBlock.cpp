@@ -42,7 +42,7 @@ bool grow(WqMemBlock *block, uint64_t size) {
   return true;
 }
 
-// A piece from a later chunk or a new one. A function of its own, so that the usual request stays small.
+// A piece from a later chunk or a new one. It is a separate function, so that the usual request stays small.
 [[gnu::noinline]] void *allocBehind(WqMemBlock *block, uint32_t size) {
   for (WqMemBlockNode *node = block->current ? block->current->next : nullptr; node; node = node->next) {
     void *piece = WqMemBlockElem_Alloc(node->elem, size);

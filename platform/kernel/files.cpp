@@ -1,4 +1,4 @@
-// Files. Every open file is a description of its own, with its own position. The system's descriptor reads and writes
+// Files. Every open file has its own description and position. The system's descriptor reads and writes
 // if the file allows it, since claims need both. So the access that the caller asked for is checked here.
 
 #include "platform/kernel/files.h"
@@ -223,7 +223,7 @@ Descriptor openFile(std::string &path, DWORD access, DWORD share, DWORD creation
   *existed = false;
   if (isNullDevice(path)) return systemOpen(path, access, 0); // always there, without claims
   const bool cuts = creation == CREATE_ALWAYS || creation == TRUNCATE_EXISTING;
-  const DWORD needed = cuts ? access | GENERIC_WRITE : access; // whoever cuts a file is a writer of it, with any access
+  const DWORD needed = cuts ? access | GENERIC_WRITE : access; // cutting a file writes to it, with any access
   Descriptor file = openOrCreate(path, needed, creation, existed);
   if (!file.valid()) {
     SetLastError(openError(path, creation));

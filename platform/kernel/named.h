@@ -10,7 +10,7 @@ namespace platform {
 
 class SharedBlock {
  public:
-  // Opens the block of a kind and a name, or makes it, zeroed. A block that only dead processes left is made anew.
+  // Opens the block of a kind and a name, or makes it, zeroed. A block of dead processes is made again.
   // start gets a new block before anybody else can open it.
   // made: gets whether the block is new.
   // Result: whether the block is open; if not, the last error is set.

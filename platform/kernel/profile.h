@@ -60,7 +60,7 @@ class Profile {
 
 // A text without blanks on both sides.
 std::string_view trimmed(std::string_view text);
-// One pair of quotes, single or double, taken off.
+// A text without one pair of quotes, single or double.
 std::string_view unquoted(std::string_view text);
 
 } // namespace platform

@@ -13,7 +13,7 @@ class Timers {
  public:
   using Clock = std::chrono::steady_clock;
 
-  // Sets a new timer, or an existing one anew.
+  // Sets a new timer, or restarts an existing one.
   // id: for a null window, 0 or an unknown id asks for a new one.
   UINT_PTR set(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure);
   bool kill(HWND window, UINT_PTR id);

@@ -100,7 +100,7 @@ DWORD createdStyle(DWORD style) {
   return style;
 }
 
-int nextDefault(int &last) { // windows without a place of their own form a cascade
+int nextDefault(int &last) { // windows without a given place form a cascade
   last = last >= 200 ? 22 : last + 22;
   return last;
 }

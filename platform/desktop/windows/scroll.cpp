@@ -205,7 +205,7 @@ int codeOf(BarPart part) {
   }
 }
 
-// One press on a bar, until the release.
+// A press on a bar, until the release.
 class Press {
  public:
   Press(const WindowRef &window, int bar) : window_(window), bar_(bar) {}
