@@ -22,6 +22,7 @@ extern "C" {
 #define DLGC_HASSETSEL 0x0008u
 #define DLGC_DEFPUSHBUTTON 0x0010u
 #define DLGC_UNDEFPUSHBUTTON 0x0020u
+#define DLGC_RADIOBUTTON 0x0040u
 #define DLGC_WANTCHARS 0x0080u
 #define DLGC_STATIC 0x0100u
 #define DLGC_BUTTON 0x2000u
@@ -38,6 +39,7 @@ PLATFORM_API int WINAPI GetDlgCtrlID(HWND control);
 #define BS_PUSHBUTTON 0u
 #define BS_DEFPUSHBUTTON 1u
 #define BS_AUTOCHECKBOX 3u
+#define BS_AUTORADIOBUTTON 9u /* of a group, from one with WS_GROUP to the next, one is checked */
 #define BS_TYPEMASK 15u
 #define BM_GETCHECK 0x00F0u
 #define BM_SETCHECK 0x00F1u
@@ -59,10 +61,23 @@ PLATFORM_API int WINAPI GetDlgCtrlID(HWND control);
 #define SS_EDITCONTROL 0x2000u /* breaks words that are wider than it */
 #define STM_SETICON 0x0170u
 #define ES_AUTOHSCROLL 128u
+#define ES_NUMBER 0x2000u /* takes digits only */
 #define EM_GETSEL 0x00B0u
 #define EM_SETSEL 0x00B1u
 #define EM_LIMITTEXT 0x00C5u
 #define EN_CHANGE 0x0300
+
+/* Boxes with a list to choose from, which drops down. Rows count from 0; one that isn't there is answered with CB_ERR. */
+
+#define CB_ERR (-1)
+#define CB_GETCOUNT 0x0146u
+#define CB_GETCURSEL 0x0147u
+#define CB_GETLBTEXT 0x0148u /* lParam: room for the text of row wParam; its length */
+#define CB_GETLBTEXTLEN 0x0149u
+#define CB_SETCURSEL 0x014Eu    /* the parent isn't told */
+#define CB_SHOWDROPDOWN 0x014Fu /* wParam: whether the list shall be open */
+#define CB_GETDROPPEDSTATE 0x0157u
+#define CBN_SELCHANGE 1
 
 /* Choosing files. */
 
@@ -131,10 +146,13 @@ typedef struct _OFNOTIFYA {
 #define CDM_GETFOLDERPATH 0x0466u
 
 #define CDERR_STRUCTSIZE 0x0001u
+#define CDERR_INITIALIZATION 0x0002u
+#define CDERR_MEMALLOCFAILURE 0x0009u
+#define CDERR_NOHOOK 0x000Bu
 #define FNERR_INVALIDFILENAME 0x3002u
 #define FNERR_BUFFERTOOSMALL 0x3003u
 
-/* Ids of the controls in these dialogs. */
+/* Ids of the controls in these dialogs, and in that of printers, which has its own below. */
 #define chx1 0x0410 /* read-only */
 #define stc2 0x0441
 #define stc3 0x0442

@@ -78,6 +78,9 @@ int runDialog(HWND owner, Disables disables, const DialogLook &look, const Dialo
 HWND addPart(HWND dialog, const RECT &place, int id, DialogLook look,
              const std::function<std::shared_ptr<Control>(HWND)> &make);
 
+// What CommDlgExtendedError tells this thread from now on; 0 for no error. Result: FALSE.
+BOOL failDialog(DWORD error);
+
 // Whether nobody is there to answer dialogs, so that they answer themselves.
 bool answersItself();
 

@@ -15,8 +15,6 @@ namespace platform {
 
 namespace {
 
-thread_local DWORD extendedError = 0;
-
 constexpr int kUpId = 0x0500;
 constexpr LONG kWidth = 460, kHeight = 320, kMargin = 10, kLine = 22, kLabel = 96, kButton = 90;
 
@@ -311,7 +309,7 @@ class FileDialog final : public Dialog {
   // Without enough room the dialog ends, and the room tells how much it is.
   bool write(const std::string &all) {
     if (copyOut(all, choice_.lpstrFile, choice_.nMaxFile)) return true;
-    extendedError = FNERR_BUFFERTOOSMALL;
+    failDialog(FNERR_BUFFERTOOSMALL);
     const auto needed = static_cast<uint16_t>(all.size() + 1);
     if (choice_.lpstrFile && choice_.nMaxFile >= sizeof needed) std::memcpy(choice_.lpstrFile, &needed, sizeof needed);
     end(0);
@@ -347,15 +345,10 @@ class FileDialog final : public Dialog {
 
 BOOL choose(OPENFILENAMEA *choice, bool opens) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
-    extendedError = 0;
-    if (!choice || choice->lStructSize < OPENFILENAME_SIZE_VERSION_400A) {
-      extendedError = CDERR_STRUCTSIZE;
-      return FALSE;
-    }
-    if (choice->lpstrFile && choice->nMaxFile && !memchr(choice->lpstrFile, '\0', choice->nMaxFile)) {
-      extendedError = FNERR_INVALIDFILENAME;
-      return FALSE;
-    }
+    failDialog(0);
+    if (!choice || choice->lStructSize < OPENFILENAME_SIZE_VERSION_400A) return failDialog(CDERR_STRUCTSIZE);
+    if (choice->lpstrFile && choice->nMaxFile && !memchr(choice->lpstrFile, '\0', choice->nMaxFile))
+      return failDialog(FNERR_INVALIDFILENAME);
     if (answersItself()) return FALSE;
     DialogLook look;
     const bool titled = choice->lpstrTitle && *choice->lpstrTitle;
@@ -371,4 +364,3 @@ BOOL choose(OPENFILENAMEA *choice, bool opens) {
 
 BOOL GetOpenFileNameA(OPENFILENAMEA *choice) { return platform::choose(choice, true); }
 BOOL GetSaveFileNameA(OPENFILENAMEA *choice) { return platform::choose(choice, false); }
-DWORD CommDlgExtendedError() { return platform::extendedError; }
