@@ -116,6 +116,8 @@ typedef struct tagOFNA {
 #define OFN_HIDEREADONLY 0x00000004u
 #define OFN_NOCHANGEDIR 0x00000008u
 #define OFN_ENABLEHOOK 0x00000020u
+#define OFN_ENABLETEMPLATE 0x00000040u /* templates have no effect */
+#define OFN_ENABLETEMPLATEHANDLE 0x00000080u
 #define OFN_NOVALIDATE 0x00000100u
 #define OFN_ALLOWMULTISELECT 0x00000200u /* several names come as the folder and the names, each with a NUL */
 #define OFN_EXTENSIONDIFFERENT 0x00000400u

@@ -71,6 +71,7 @@ BOOL failDialog(DWORD error) {
   return FALSE;
 }
 
+bool usesDesktop() { return !keptOpen && theScreen().mayAskFiles(); }
 bool answersItself() { return !keptOpen && !theScreen().isSeen(); }
 
 // ---- The window
@@ -150,6 +151,7 @@ bool Dialog::translateKey(const MSG &message) {
     if (!arrows) moveFocus(true, true);
     return !arrows;
   case VK_ESCAPE: sendCommand(IDCANCEL); return true;
+  case VK_F1: return help();
   case VK_RETURN: pressDefault(); return true;
   case 'C': return GetKeyState(VK_CONTROL) < 0 && !(code & DLGC_HASSETSEL) && copy();
   default: return false;
@@ -267,7 +269,7 @@ struct Modal {
     const OnThrow restored([&] { abandon(); });
     dialog.build();
     disable(owner, disables);
-    if (!dialog.ended_) ShowWindow(handle, SW_SHOW);
+    if (!dialog.ended_ && dialog.isSeen()) ShowWindow(handle, SW_SHOW);
     if (!dialog.ended_) dialog.shown();
     dialog.loop();
     dialog.end(dialog.result_); // where a WM_QUIT came in between

@@ -224,7 +224,7 @@ class PrintDialog final : public Dialog {
     takeCopies(copies);
     takeFlags();
     if (pages) record_.nFromPage = static_cast<WORD>(from), record_.nToPage = static_cast<WORD>(to);
-    end(IDOK);
+    end(kAccepted);
   }
 
   void refuse(int id, const std::string &why) {
@@ -288,8 +288,9 @@ class PrintDialog final : public Dialog {
 bool ask(PRINTDLGA &dialog, PrintChoice &choice) {
   DialogLook look;
   look.caption = codePageFromUtf8("印刷");
-  return runDialog(dialog.hwndOwner, Disables::owner, look,
-                   [&](HWND window) { return std::make_shared<PrintDialog>(window, dialog, choice); }) == IDOK;
+  return runDialog(dialog.hwndOwner, Disables::owner, look, [&](HWND window) {
+           return std::make_shared<PrintDialog>(window, dialog, choice);
+         }) == Dialog::kAccepted;
 }
 
 DWORD errorIn(const PRINTDLGA *dialog) {

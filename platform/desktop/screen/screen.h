@@ -6,6 +6,7 @@
 #pragma once
 
 #include "platform/desktop/screen/picture.h"
+#include "platform/desktop/screen/question.h"
 #include "platform/winapi.h"
 
 #include <Qt>
@@ -101,6 +102,12 @@ class Screen {
   template <typename Result> using Answered = std::function<void(std::optional<Result>)>;
   virtual void askClipboardTypes(Answered<std::vector<std::string>> answered) = 0;
   virtual void askClipboard(const std::string &type, Answered<std::string> answered) = 0;
+
+  // Whether the desktop may have dialogs for files of its own; it is known for certain once one was asked for.
+  virtual bool mayAskFiles() const = 0;
+  // Asks the user with the desktop's own dialog for files. The answer comes once, in the way of those above.
+  // Result: takes the question back, but not an answer that is under way; null where there is no such dialog.
+  virtual std::function<void()> askFiles(const FileQuestion &question, FileAnswered answered) = 0;
 
   // A thread on which the desktop's own event loop runs, in a program that brought it, has to let it run while it waits.
   // For all others, which is the rule, these do nothing.
