@@ -155,7 +155,9 @@ TEST_F(WinChooser, AnEndOfTheProgramIsNoChoice) {
     const Answerer answerer({[](HWND) { PostQuitMessage(3); }});
     return GetOpenFileNameA(&choice_);
   }();
-  EXPECT_FALSE(chosen);
+  if (!onWine()) { // which answers as if OK had been pressed
+    EXPECT_FALSE(chosen);
+  }
   MSG message;
   while (GetMessageA(&message, nullptr, 0, 0)) {
     ASSERT_NE(message.message, UINT{WM_TIMER}) << "it is lost";

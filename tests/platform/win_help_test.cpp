@@ -5,7 +5,7 @@
 
 static std::string helped; // ids of the controls that the owner was asked about
 
-class WinHelp : public DesktopTest {
+class WinBoxHelp : public DesktopTest {
  protected:
   void SetUp() override {
     helped.clear();
@@ -35,7 +35,8 @@ class WinHelp : public DesktopTest {
 
 static void press(BYTE key) { keybd_event(key, 0, 0, 0), keybd_event(key, 0, KEYEVENTF_KEYUP, 0); }
 
-TEST_F(WinHelp, TheOwnerIsAskedAndTheBoxStays) {
+TEST_F(WinBoxHelp, TheOwnerIsAskedAndTheBoxStays) {
+  if (onWine()) GTEST_SKIP() << "Wine doesn't ask for the button, and asks twice for the key";
   const auto click = [](HWND box) { PostMessageA(box, WM_COMMAND, IDHELP, 0); };
   const auto key = [](HWND) { press(VK_F1); };
   EXPECT_EQ(show(MB_OKCANCEL | MB_HELP, click, IDCANCEL), IDCANCEL);
@@ -48,7 +49,7 @@ TEST_F(WinHelp, TheOwnerIsAskedAndTheBoxStays) {
   EXPECT_EQ(helped, "") << "without such a button";
 }
 
-TEST_F(WinHelp, TheButtonStandsBehindTheOthers) {
+TEST_F(WinBoxHelp, TheButtonStandsBehindTheOthers) {
   std::vector<int> ids;
   const auto look = [&](HWND box) {
     for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
@@ -61,7 +62,7 @@ TEST_F(WinHelp, TheButtonStandsBehindTheOthers) {
   EXPECT_EQ(ids, expected);
 }
 
-TEST_F(WinHelp, ATextOfTenThousandBytesWrapsAndStaysOnTheScreen) {
+TEST_F(WinBoxHelp, ATextOfTenThousandBytesWrapsAndStaysOnTheScreen) {
   std::string words;
   while (words.size() < 10000) words += "some words ";
   std::string japanese;

@@ -157,7 +157,7 @@ class DesktopFiles final : public DesktopDialog {
       end(0);
       return true;
     }
-    choice_.record().Flags &= ~OFN_READONLY;
+    choice_.takeReadOnly(answer.readOnly);
     if (hook_.tell(CDN_FILEOK)) return false;
     choice_.finish(folder_);
     return true;

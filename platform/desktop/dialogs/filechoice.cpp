@@ -121,6 +121,12 @@ void FileChoice::writeParts(const std::string &folder, const std::vector<std::st
   if (foldedName(extension) != foldedName(record_.lpstrDefExt)) record_.Flags |= OFN_EXTENSIONDIFFERENT;
 }
 
+void FileChoice::takeReadOnly(bool wanted) const {
+  if (has(OFN_HIDEREADONLY)) return;
+  record_.Flags &= ~OFN_READONLY;
+  if (wanted) record_.Flags |= OFN_READONLY;
+}
+
 void FileChoice::finish(const std::string &folder) const {
   if (!has(OFN_NOCHANGEDIR)) SetCurrentDirectoryA(folder.c_str());
 }

@@ -32,6 +32,8 @@ class FileChoice {
   bool check(HWND dialog, std::string &path, const std::string &patterns, bool agreed) const;
   // Writes paths of files in a folder to the record. Result: an error of the dialog's, 0 for none.
   DWORD write(const std::string &folder, const std::vector<std::string> &paths, size_t filter) const;
+  // Whether the user wants to read only, where the program lets it be chosen.
+  void takeReadOnly(bool wanted) const;
   // The user has had the last word: the current folder follows, unless the program wants it to stay.
   void finish(const std::string &folder) const;
 

@@ -216,16 +216,10 @@ class FileDialog final : public Dialog {
       failDialog(error);
       return end(0);
     }
-    writeReadOnly();
+    choice_.takeReadOnly(item(chx1) && SendMessageA(item(chx1), BM_GETCHECK, 0, 0));
     if (hook_.tell(CDN_FILEOK)) return;
     choice_.finish(folder_);
     end(kAccepted);
-  }
-
-  void writeReadOnly() const {
-    if (has(OFN_HIDEREADONLY)) return;
-    choice_.record().Flags &= ~OFN_READONLY;
-    if (SendMessageA(item(chx1), BM_GETCHECK, 0, 0)) choice_.record().Flags |= OFN_READONLY;
   }
 
   const FileChoice &choice_;

@@ -126,7 +126,7 @@ class PrintDialog final : public Dialog {
     addCheck("ページ指定(&G)", row(4, kLabel, 232), rad3, pages, BS_AUTORADIOBUTTON);
     const auto within = [&](WORD page) { return std::clamp(page, record_.nMinPage, record_.nMaxPage); };
     addNumber(hasRange() ? within(record_.nFromPage) : 1u, row(4, 222), edt1);
-    addText("から", row(4, 284));
+    addText("から", row(4, 284, 338));
     addNumber(hasRange() ? within(record_.nToPage) : 1u, row(4, 318), edt2);
     addText("まで", row(4, 380));
     EnableWindow(item(rad2), !has(PD_NOSELECTION));

@@ -32,6 +32,7 @@ struct FileAnswer {
   Outcome outcome = Outcome::unable;
   std::vector<std::string> paths;
   std::optional<size_t> filter; // where the dialog tells it
+  bool readOnly = false;        // the user wants it so
 };
 
 using FileAnswered = std::function<void(const FileAnswer &)>;

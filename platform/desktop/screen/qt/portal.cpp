@@ -208,11 +208,13 @@ void PortalRequest::called(const QDBusPendingCallWatcher &call) {
 void PortalRequest::respond(uint response, const QVariantMap &results) {
   enum Responses { kChosen, kCancelled };
   if (response != kChosen)
-    return answer({response == kCancelled ? FileAnswer::Outcome::cancelled : FileAnswer::Outcome::unable, {}, {}});
+    return answer(
+        {response == kCancelled ? FileAnswer::Outcome::cancelled : FileAnswer::Outcome::unable, {}, {}, false});
   FileAnswer chosen;
   for (const QString &uri : results.value(QStringLiteral("uris")).toStringList())
     if (auto path = pathOf(uri)) chosen.paths.push_back(std::move(*path));
   if (!chosen.paths.empty()) chosen.outcome = FileAnswer::Outcome::chosen;
+  chosen.readOnly = !results.value(QStringLiteral("writable"), true).toBool();
   const QVariant told = results.value(QStringLiteral("current_filter"));
   if (told.canConvert<QDBusArgument>()) {
     const auto filter = qdbus_cast<PortalFilter>(told);
