@@ -164,7 +164,8 @@ typedef struct _OFNOTIFYA {
 #define cmb2 0x0471  /* where it is */
 #define cmb13 0x047C /* the name */
 
-/* Let the user choose a file. FALSE when the user doesn't, and when they fail: then CommDlgExtendedError isn't 0. When the
+/* Let the user choose a file, in the desktop's own dialog where it has one. With a template, or a hook that makes controls or
+ * sends the dialog something else than questions, it is another one. FALSE when the user doesn't, and when they fail: then CommDlgExtendedError isn't 0. When the
  * room for the path is too small, its first two bytes hold how much is needed.
  * The current folder becomes that of the file, unless OFN_NOCHANGEDIR is set. Without a display they answer FALSE. */
 PLATFORM_API BOOL WINAPI GetOpenFileNameA(OPENFILENAMEA *choice);
