@@ -102,6 +102,9 @@ class QtScreen final : public Screen {
     return [this, id] { post([this, id] { portal_->withdraw(id); }); };
   }
 
+  bool isBehind() const override { return host_->isBehind(); }
+  void catchUp() override { host_->catchUp(); }
+
   bool runsHere() const override { return host_->runsHere(); }
   void runEvents() override { host_->runEvents(); }
   void waitForEvents(const std::optional<Host::Moment> &until) override { host_->waitForEvents(until); }
