@@ -29,7 +29,8 @@ typedef struct PlatformDesktopCounts {
 
 PLATFORM_API void platformCountDesktop(PlatformDesktopCounts *counts);
 
-/* Without a display boxes and dialogs are answered at once; TRUE keeps them open until somebody answers. */
+/* Without a display boxes and dialogs are answered at once; TRUE keeps them open until somebody answers. They are the
+ * layer's own then, also where the desktop has dialogs for files. */
 PLATFORM_API void platformKeepDialogsOpen(BOOL keep);
 
 #ifdef __cplusplus

@@ -26,3 +26,4 @@ void addWindows(std::vector<Subject> &subjects);
 void addDrawing(std::vector<Subject> &subjects);
 void addBars(std::vector<Subject> &subjects);
 void addLists(std::vector<Subject> &subjects);
+void addBoxes(std::vector<Subject> &subjects);

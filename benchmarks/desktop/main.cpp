@@ -54,6 +54,7 @@ int main(int argc, char **argv) {
   addDrawing(subjects);
   addBars(subjects);
   addLists(subjects);
+  addBoxes(subjects);
   for (const Subject &subject : subjects) {
     if (argc > 1 && subject.name.find(argv[1]) == std::string::npos) continue;
     WqMain_Init(GetModuleHandleA(nullptr));

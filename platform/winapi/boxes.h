@@ -39,6 +39,8 @@ extern "C" {
 #define MB_SYSTEMMODAL 0x1000u /* also above all windows */
 #define MB_TASKMODAL 0x2000u   /* without an owner it disables all windows of the thread */
 
+#define MB_HELP 0x4000u /* one button more, which leaves the box open and asks the owner for help, as F1 does */
+
 #define MB_SETFOREGROUND 0x00010000u
 #define MB_TOPMOST 0x00040000u
 
@@ -49,8 +51,21 @@ extern "C" {
 #define IDIGNORE 5
 #define IDYES 6
 #define IDNO 7
+#define IDHELP 9
 #define IDTRYAGAIN 10
 #define IDCONTINUE 11
+
+/* The record to which lParam of WM_HELP points. */
+typedef struct tagHELPINFO {
+  UINT cbSize;
+  int iContextType; /* HELPINFO_WINDOW */
+  int iCtrlId;      /* of the control with the focus */
+  HANDLE hItemHandle;
+  UINT_PTR dwContextId;
+  POINT MousePos;
+} HELPINFO;
+
+#define HELPINFO_WINDOW 1
 
 /* Shows a text with buttons and waits for one of them. The owner is disabled meanwhile; messages of the thread are
  * dispatched.

@@ -22,6 +22,7 @@ extern "C" {
 #define DLGC_HASSETSEL 0x0008u
 #define DLGC_DEFPUSHBUTTON 0x0010u
 #define DLGC_UNDEFPUSHBUTTON 0x0020u
+#define DLGC_RADIOBUTTON 0x0040u
 #define DLGC_WANTCHARS 0x0080u
 #define DLGC_STATIC 0x0100u
 #define DLGC_BUTTON 0x2000u
@@ -38,6 +39,7 @@ PLATFORM_API int WINAPI GetDlgCtrlID(HWND control);
 #define BS_PUSHBUTTON 0u
 #define BS_DEFPUSHBUTTON 1u
 #define BS_AUTOCHECKBOX 3u
+#define BS_AUTORADIOBUTTON 9u /* of a group, from one with WS_GROUP to the next, one is checked */
 #define BS_TYPEMASK 15u
 #define BM_GETCHECK 0x00F0u
 #define BM_SETCHECK 0x00F1u
@@ -59,10 +61,23 @@ PLATFORM_API int WINAPI GetDlgCtrlID(HWND control);
 #define SS_EDITCONTROL 0x2000u /* breaks words that are wider than the control */
 #define STM_SETICON 0x0170u
 #define ES_AUTOHSCROLL 128u
+#define ES_NUMBER 0x2000u /* takes digits only */
 #define EM_GETSEL 0x00B0u
 #define EM_SETSEL 0x00B1u
 #define EM_LIMITTEXT 0x00C5u
 #define EN_CHANGE 0x0300
+
+/* Boxes with a list to choose from, which drops down. Rows count from 0; one that isn't there is answered with CB_ERR. */
+
+#define CB_ERR (-1)
+#define CB_GETCOUNT 0x0146u
+#define CB_GETCURSEL 0x0147u
+#define CB_GETLBTEXT 0x0148u /* lParam: room for the text of row wParam; its length */
+#define CB_GETLBTEXTLEN 0x0149u
+#define CB_SETCURSEL 0x014Eu    /* the parent isn't told */
+#define CB_SHOWDROPDOWN 0x014Fu /* wParam: whether the list shall be open */
+#define CB_GETDROPPEDSTATE 0x0157u
+#define CBN_SELCHANGE 1
 
 /* Choosing files. */
 
@@ -101,6 +116,8 @@ typedef struct tagOFNA {
 #define OFN_HIDEREADONLY 0x00000004u
 #define OFN_NOCHANGEDIR 0x00000008u
 #define OFN_ENABLEHOOK 0x00000020u
+#define OFN_ENABLETEMPLATE 0x00000040u /* templates have no effect */
+#define OFN_ENABLETEMPLATEHANDLE 0x00000080u
 #define OFN_NOVALIDATE 0x00000100u
 #define OFN_ALLOWMULTISELECT 0x00000200u /* several names come as the folder, then the names, each with a NUL */
 #define OFN_EXTENSIONDIFFERENT 0x00000400u
@@ -131,10 +148,13 @@ typedef struct _OFNOTIFYA {
 #define CDM_GETFOLDERPATH 0x0466u
 
 #define CDERR_STRUCTSIZE 0x0001u
+#define CDERR_INITIALIZATION 0x0002u
+#define CDERR_MEMALLOCFAILURE 0x0009u
+#define CDERR_NOHOOK 0x000Bu
 #define FNERR_INVALIDFILENAME 0x3002u
 #define FNERR_BUFFERTOOSMALL 0x3003u
 
-/* Ids of the controls in these dialogs. */
+/* Ids of the controls in these dialogs, and in that of printers, which has its own below. */
 #define chx1 0x0410 /* read-only */
 #define stc2 0x0441
 #define stc3 0x0442
@@ -144,8 +164,9 @@ typedef struct _OFNOTIFYA {
 #define cmb2 0x0471  /* the present folder */
 #define cmb13 0x047C /* the name */
 
-/* Let the user choose a file. Result: FALSE if the user cancels, and on failure: CommDlgExtendedError isn't 0 then. If
- * the room for the path is too small, its first two bytes hold the size needed.
+/* Let the user choose a file, in the desktop's own dialog if it has one. A template needs the layer's dialog, and so does
+ * a hook that makes controls or changes the dialog. Result: FALSE if the user cancels, and on failure:
+ * CommDlgExtendedError isn't 0 then. If the room for the path is too small, its first two bytes hold the size needed.
  * The current folder becomes that of the file, unless OFN_NOCHANGEDIR is set. Without a display the result is FALSE. */
 PLATFORM_API BOOL WINAPI GetOpenFileNameA(OPENFILENAMEA *choice);
 PLATFORM_API BOOL WINAPI GetSaveFileNameA(OPENFILENAMEA *choice);

@@ -138,6 +138,7 @@ PLATFORM_API BOOL WINAPI GetDefaultPrinterA(LPSTR buffer, DWORD *size);
 #define PD_RETURNDC 0x00000100u
 #define PD_RETURNIC 0x00000200u
 #define PD_RETURNDEFAULT 0x00000400u
+#define PD_ENABLEPRINTHOOK 0x00001000u
 #define PD_USEDEVMODECOPIES 0x00040000u
 #define PD_USEDEVMODECOPIESANDCOLLATE 0x00040000u
 #define PD_DISABLEPRINTTOFILE 0x00080000u
@@ -168,10 +169,38 @@ typedef struct tagPDA {
 #pragma pack(pop)
 #endif
 
-/* Fills hDevMode and hDevNames. With PD_RETURNDEFAULT both are null before, and get the default printer's; otherwise they
- * say what the user begins with. Nothing is asked: the answer is what the user began with. Hooks and templates have no
- * effect.
- * Result: FALSE when there is no such printer. */
+#define PDERR_RETDEFFAILURE 0x1003u
+#define PDERR_NODEFAULTPRN 0x1008u
+#define PDERR_CREATEICFAILURE 0x100Au
+#define PDERR_PRINTERNOTFOUND 0x100Bu
+
+/* Ids of the controls in the dialog. */
+#define psh3 0x0402 /* looks for the file to print to */
+#define chx1 0x0410 /* print to a file */
+#define chx2 0x0411 /* copy after copy, not page after page */
+#define chx3 0x0412 /* landscape */
+#define rad1 0x0420 /* all pages */
+#define rad2 0x0421 /* what is selected */
+#define rad3 0x0422 /* these pages: */
+#define cmb2 0x0471 /* the paper */
+#define cmb4 0x0473 /* the printer */
+#define edt1 0x0480 /* the first page */
+#define edt2 0x0481 /* the last page */
+#define edt3 0x0482 /* copies */
+#define edt4 0x0483 /* the file */
+
+/* Lets the user choose a printer, pages and copies. hDevMode and hDevNames say what the user begins with, the default
+ * printer where they are null, and get the choice. With PD_RETURNDEFAULT both are null before, and get the default
+ * printer's; nothing is asked then, nor without a display: the answer is what the user would begin with.
+ *
+ * Flags say what can be chosen (PD_NOSELECTION, PD_NOPAGENUMS, PD_HIDEPRINTTOFILE ...) and is chosen at first, and tell
+ * which pages were (PD_PAGENUMS, PD_SELECTION). Pages go from nMinPage to nMaxPage; where that is one, none can be chosen.
+ * Copies are in nCopies and PD_COLLATE, and with PD_USEDEVMODECOPIES in the settings, while nCopies is 1.
+ * A file that the user has chosen is in the output text of hDevNames; a document whose own output file is null goes there,
+ * the first of the context.
+ * The hook (PD_ENABLEPRINTHOOK) gets the dialog's messages before the dialog does, from WM_INITDIALOG on, whose lParam is
+ * the record; what it answers with something other than 0 is answered. Templates have no effect.
+ * Result: FALSE when the user has cancelled, with CommDlgExtendedError 0, and after an error, with PDERR_... or CDERR_... */
 PLATFORM_API BOOL WINAPI PrintDlgA(PRINTDLGA *dialog);
 
 /* Documents. Results above 0 are successes, all others are SP_... errors. */

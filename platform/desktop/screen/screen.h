@@ -6,6 +6,7 @@
 #pragma once
 
 #include "platform/desktop/screen/picture.h"
+#include "platform/desktop/screen/question.h"
 #include "platform/winapi.h"
 
 #include <Qt>
@@ -105,6 +106,12 @@ class Screen {
   template <typename Result> using Answered = std::function<void(std::optional<Result>)>;
   virtual void askClipboardTypes(Answered<std::vector<std::string>> answered) = 0;
   virtual void askClipboard(const std::string &type, Answered<std::string> answered) = 0;
+
+  // Whether the desktop may have its own dialogs for files. The answer is certain after the first question.
+  virtual bool mayAskFiles() const = 0;
+  // Asks the user with the desktop's own dialog for files. The answer comes once, like those of the clipboard.
+  // Result: a function that takes the question back, but not an answer in progress; null if there is no such dialog.
+  virtual std::function<void()> askFiles(const FileQuestion &question, FileAnswered answered) = 0;
 
   // For a thread on which the program runs the desktop's event loop: it must let that loop run while it waits. On all
   // other threads these functions do nothing.

@@ -325,7 +325,7 @@ void ShownWindow::paint(const QImage &image, const QRegion &changed, const QRegi
   const bool alike = target && target->depth() == 32 && target->devicePixelRatio() == desk_.ratio();
   if (alike) {
     const QRect both = target->rect() & image.rect();
-    for (const QRect &rect : all ? QRegion(both) : changed & both) copyPixels(image, *target, rect);
+    for (const QRect &rect : all ? QRegion(both) : changed &both) copyPixels(image, *target, rect);
   }
   if (alike && (!all || image.rect().contains(target->rect()))) return;
   QPainter painter(&device);
