@@ -185,4 +185,20 @@ TEST_F(GdiText, HasJapaneseForEveryFaceAndTakesBadArguments) {
   std::thread([&] { EXPECT_NE(run(NI), box(999, 999, 0, 0)); }).join();
 }
 
+// A cell height means the largest characters whose cell isn't higher, the cell rounded as a whole.
+TEST_F(GdiText, CellHeightsAreNotExceeded) {
+  constexpr LONG kEm = 2048; // the cell of so big characters tells the proportions
+  const auto sizes = [&](LONG height) {
+    choose(height);
+    return box(metrics.tmAscent, metrics.tmDescent, metrics.tmInternalLeading, metrics.tmAveCharWidth);
+  };
+  choose(-kEm);
+  const LONG cell = line;
+  for (LONG height = 1; height <= 100; ++height) {
+    LONG em = 100;
+    while (em > 1 && (em * cell * 2 + kEm) / (2 * kEm) > height) --em;
+    EXPECT_EQ(sizes(height), sizes(-em)) << height;
+  }
+}
+
 } // namespace
