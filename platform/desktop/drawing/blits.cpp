@@ -84,7 +84,8 @@ class Conversion {
   Conversion() = default;
   Conversion(const Dc &to, bool toMono, const Dc &from)
       : fromMono_(from.kind == Dc::Kind::memory && from.bitmap.object->bits == 1), toMono_(toMono),
-        black_(toQt(to.textColor)), white_(toQt(to.bkColor)), key_(toQt(from.bkColor)) {}
+        black_(pixelOf(to.textColor, to.palette.object.get())),
+        white_(pixelOf(to.bkColor, to.palette.object.get())), key_(pixelOf(from.bkColor, from.palette.object.get())) {}
 
   bool none() const { return fromMono_ == toMono_; }
   QRgb color(QRgb pixel) const {

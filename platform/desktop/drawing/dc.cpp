@@ -112,7 +112,7 @@ std::optional<Canvas> Dc::paperCanvas() {
   const QRect all = extent();
   if (!clipKnown_ || clipSize_ != all.size()) findClip(all);
   if (clipInImage_.isEmpty()) return std::nullopt;
-  return Canvas{nullptr, 0, all, &clipInImage_, QPoint(), false, paper.get()};
+  return Canvas{nullptr, 0, all, &clipInImage_, QPoint(), false, paper.get(), palette.object.get()};
 }
 
 std::optional<Canvas> Dc::canvas(const QRect &overwritten) {
@@ -135,7 +135,9 @@ std::optional<Canvas> Dc::canvas(const QRect &overwritten) {
                 image->rect(),
                 &clipInImage_,
                 origin,
-                kind == Kind::memory && bitmap.object->bits == 1};
+                kind == Kind::memory && bitmap.object->bits == 1,
+              nullptr,
+              palette.object.get()};
 }
 
 void Dc::drawn(const QRect &image) {

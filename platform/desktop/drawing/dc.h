@@ -22,6 +22,7 @@ struct Canvas {
   QPoint origin;       // of the device coordinates in the image
   bool mono;           // pixels are to be only black and white
   Paper *paper = nullptr;
+  const Palette *palette = nullptr; // for colours that are named by numbers; null for the system's own
 
   QRgb *row(int y) const { return bits + y * pitch; }
 };
@@ -71,9 +72,8 @@ struct Dc : Object {
   POINT toLogical(POINT device) const;
   // A logical rectangle in device coordinates, its edges in order and cut as by rectOf.
   QRect toDevice(const RECT &rect) const;
-  // A logical width or height in device pixels, never negative.
+  // A logical width in device pixels, never negative.
   int widthToDevice(int width) const;
-  int heightToDevice(int height) const;
   // Whether logical coordinates are device coordinates.
   bool unmapped() const;
 

@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <span>
 
 namespace platform {
 
@@ -102,6 +103,17 @@ std::shared_ptr<Pen> makePen(const LOGPEN &pen) {
 Handles &drawingHandles() {
   static auto *table = new Handles(1);
   return *table;
+}
+
+QRgb colorOfEntry(COLORREF color, const Palette *palette) {
+  constexpr COLORREF kByNumber = 0x01000000u, kOfBitmap = 0x10FFu;
+  if (color >> 16 == kOfBitmap) return qRgb(0, 0, 0); // a number in the bitmap's own table, which no bitmap here has
+  if (!(color & kByNumber)) return pixelOf(color & (kByNumber - 1));
+  const std::span<const PALETTEENTRY> entries = palette ? std::span(palette->entries) : std::span(kSystemPalette);
+  if (entries.empty()) return qRgb(0, 0, 0);
+  const size_t number = LOWORD(color);
+  const PALETTEENTRY &entry = entries[number < entries.size() ? number : 0];
+  return qRgb(entry.peRed, entry.peGreen, entry.peBlue);
 }
 
 size_t countDrawing() { return drawingHandles().count() - stockCount; }

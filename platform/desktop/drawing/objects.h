@@ -125,7 +125,15 @@ HGDIOBJ stockObject(int index);
 // A brush by handle, or by a system colour's number plus 1. Null when it is neither.
 std::shared_ptr<Brush> brushOf(HBRUSH brush);
 
-inline QRgb toQt(COLORREF color) { return qRgb(color & 0xFF, color >> 8 & 0xFF, color >> 16 & 0xFF); }
+// A colour that the application names by its number in a palette.
+QRgb colorOfEntry(COLORREF color, const Palette *palette);
+// A colour of the application as pixels hold it. palette: where it finds one that is named by its number; null for the
+// system's own palette.
+inline QRgb pixelOf(COLORREF color, const Palette *palette = nullptr) {
+  constexpr COLORREF kPlain = 0x01000000u; // from here on the top byte says what the others mean
+  if (color >= kPlain) return colorOfEntry(color, palette);
+  return qRgb(GetRValue(color), GetGValue(color), GetBValue(color));
+}
 inline COLORREF fromQt(QRgb color) { return RGB(qRed(color), qGreen(color), qBlue(color)); }
 
 } // namespace platform
