@@ -84,8 +84,8 @@ class Conversion {
   Conversion() = default;
   Conversion(const Dc &to, bool toMono, const Dc &from)
       : fromMono_(from.kind == Dc::Kind::memory && from.bitmap.object->bits == 1), toMono_(toMono),
-        black_(pixelOf(to.textColor, to.palette.object.get())),
-        white_(pixelOf(to.bkColor, to.palette.object.get())), key_(pixelOf(from.bkColor, from.palette.object.get())) {}
+        black_(pixelOf(to.textColor, to.palette.object)), white_(pixelOf(to.bkColor, to.palette.object)),
+        key_(pixelOf(from.bkColor, from.palette.object)) {}
 
   bool none() const { return fromMono_ == toMono_; }
   QRgb color(QRgb pixel) const {

@@ -33,7 +33,7 @@ constexpr int kFar = 1 << 28;
 // The rectangle of edges in any order, cut to kFar.
 QRect rectOf(const RECT &rect);
 
-struct Dc : Object {
+struct Dc : DrawingItem {
   enum class Kind { display, window, memory, paper };
 
   Dc();
@@ -105,7 +105,7 @@ struct Dc : Object {
   QRegion clipInImage_;
 };
 
-inline std::shared_ptr<Dc> dcOf(HDC dc) { return drawingHandles().get<Dc>(dc); }
+inline Dc *dcOf(HDC dc) { return drawingObject<Dc>(dc); }
 
 // A context of a window. surface: null for the screen's own window. origin: of the device coordinates in the surface.
 // visible: where it may draw, likewise. readable: where its pixels may be read.
