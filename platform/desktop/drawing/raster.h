@@ -28,7 +28,7 @@ struct Effect {
   bool copies() const { return keep == 0; }
 };
 Effect effectOf(int rop2, QRgb color);
-// Does it to pixels beside each other.
+// Applies an effect to pixels beside each other.
 void applyTo(QRgb *pixels, int count, Effect effect);
 
 // The colour that a canvas can show: on one of one bit, white where the colour is nearer to it.
