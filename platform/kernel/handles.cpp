@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-constexpr uint32_t kGenerations = 1u << 11; // so that a handle stays below 2 to the 31st
+constexpr uint32_t kGenerations = 1u << 11; // so many that a handle stays below 2 to the 31st
 
 } // namespace
 
@@ -19,7 +19,7 @@ HANDLE Handles::open(std::shared_ptr<Object> object) {
       SetLastError(ERROR_TOO_MANY_OPEN_FILES);
       return nullptr;
     }
-    free_.reserve(places_.size() + 1); // closing must not fail for want of memory
+    free_.reserve(places_.size() + 1); // room for the free list, so that closing never needs memory
     places_.emplace_back().generation = firstGeneration_;
     free_.push_back(static_cast<uint32_t>(places_.size() - 1));
   }

@@ -1,4 +1,4 @@
-/* Errors. Every function that can fail says so by its result and leaves the reason here, for each thread apart. */
+/* Errors. Every function that can fail tells so by its result, and sets the calling thread's last error. */
 #ifndef PLATFORM_WINAPI_ERRORS_H
 #define PLATFORM_WINAPI_ERRORS_H
 

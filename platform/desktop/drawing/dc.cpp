@@ -20,6 +20,9 @@ template <typename Kind> Selected<Kind> stockSelection(int index) {
   return {drawingObject<Kind>(handle), handle};
 }
 
+constexpr int kRasterCaps = RC_BITBLT | RC_BITMAP64 | RC_GDI20_OUTPUT | RC_DI_BITMAP | RC_DIBTODEV | RC_BIGFONT |
+                            RC_STRETCHBLT | RC_FLOODFILL | RC_STRETCHDIB | RC_DEVBITS;
+
 // What a new context has selected.
 struct Defaults {
   Selected<Pen> pen = stockSelection<Pen>(BLACK_PEN);
@@ -250,7 +253,7 @@ int GetDeviceCaps(HDC dc, int index) {
     case BITSPIXEL: return 32;
     case PLANES: return 1;
     case NUMCOLORS: return -1; // more than a palette has
-    case RASTERCAPS: return 48793;
+    case RASTERCAPS: return kRasterCaps;
     case LOGPIXELSX:
     case LOGPIXELSY: return perInch;
     default: return 0;

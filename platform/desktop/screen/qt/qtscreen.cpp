@@ -10,17 +10,17 @@ namespace {
 
 constexpr std::chrono::seconds kSetUp{5};
 
-// Hands everything over to Qt's thread.
+// A screen that posts everything to Qt's thread.
 class QtScreen final : public Screen {
  public:
-  // Null when there is no display.
+  // Null if there is no display.
   static std::unique_ptr<Screen> start() {
     auto screen = std::make_unique<QtScreen>();
     QtScreen *const self = screen.get();
     screen->host_ = Host::start([self] { self->closeDesk(); });
     if (!screen->host_) return nullptr;
     if (!screen->host_->finish([self] { self->openDesk(); }, kSetUp)) {
-      static_cast<void>(screen.release()); // work for it may be under way
+      static_cast<void>(screen.release()); // posted work may still use it
       return nullptr;
     }
     return screen;
@@ -89,6 +89,9 @@ class QtScreen final : public Screen {
     if (!host_->post([=, this] { answered(clipboard_->data(type)); })) answered(std::nullopt);
   }
 
+  bool isBehind() const override { return host_->isBehind(); }
+  void catchUp() override { host_->catchUp(); }
+
   bool runsHere() const override { return host_->runsHere(); }
   void runEvents() override { host_->runEvents(); }
   void waitForEvents(const std::optional<Host::Moment> &until) override { host_->waitForEvents(until); }
@@ -111,7 +114,7 @@ class QtScreen final : public Screen {
   }
 
   Host *host_ = nullptr;
-  Desk *desk_ = nullptr; // stays until the process ends: whoever asks for the screen's size may come late
+  Desk *desk_ = nullptr; // never destroyed: info() may be called until the process ends
   ClipboardLink *clipboard_ = nullptr;
 };
 
