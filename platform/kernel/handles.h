@@ -38,6 +38,14 @@ class Handles {
       return std::static_pointer_cast<Kind>(std::move(object));
     return std::dynamic_pointer_cast<Kind>(object);
   }
+  // The same without a share in the object, for a table whose users hold one lock of theirs whenever they open, close or
+  // look. The object stays until its handle is closed or that lock is given up.
+  template <typename Kind> Kind *look(HANDLE handle) {
+    const Place *place = placeOf(handle);
+    Object *object = place ? place->object.get() : nullptr;
+    if (object && typeid(*object) == typeid(Kind)) return static_cast<Kind *>(object);
+    return dynamic_cast<Kind *>(object);
+  }
   // Removes a handle. The object is destroyed with its last user, outside the table's lock.
   template <typename Kind> bool close(HANDLE handle) { return get<Kind>(handle) && remove(handle) != nullptr; }
   size_t count();
@@ -49,8 +57,19 @@ class Handles {
   };
   std::shared_ptr<Object> find(HANDLE handle);
   std::shared_ptr<Object> remove(HANDLE handle);
-  Place *placeOf(HANDLE handle);
+  Place *placeOf(HANDLE handle) {
+    const auto value = reinterpret_cast<uintptr_t>(handle);
+    const uintptr_t index = (value >> 2 & ((1u << kIndexBits) - 1)) - 1;
+    if (index >= places_.size()) return nullptr;
+    Place &place = places_[index];
+    return place.object && handleOf(static_cast<uint32_t>(index), place.generation) == handle ? &place : nullptr;
+  }
+  // A multiple of 4, as on the platform: index and generation above two zero bits.
+  static HANDLE handleOf(uint32_t index, uint32_t generation) {
+    return reinterpret_cast<HANDLE>(static_cast<uintptr_t>((generation << kIndexBits | (index + 1)) << 2));
+  }
 
+  static constexpr uint32_t kIndexBits = 18;
   const uint32_t firstGeneration_;
   std::mutex mutex_;
   std::vector<Place> places_;

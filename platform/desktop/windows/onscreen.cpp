@@ -70,7 +70,7 @@ Look lookOf(Window &window) {
   look.alpha = layered ? window.alpha : 255;
   look.passesInput = window.passesInput || (window.exStyle & WS_EX_LAYERED && window.exStyle & WS_EX_TRANSPARENT);
   const auto ground = brushOf(window.windowClass->background);
-  if (ground && ground->style == BS_SOLID) look.ground = toQt(ground->color);
+  if (ground && ground->style == BS_SOLID) look.ground = pixelOf(ground->color);
   look.icons = window.onScreen.icons;
   return look;
 }
