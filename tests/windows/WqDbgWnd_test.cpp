@@ -1,9 +1,12 @@
 // The debug window: its settings, what is printed into it, how it is laid out, and the flash of repaint requests.
 
+#include "drawing/canvas.h"
 #include "support/aside.h"
 #include "support/desktop.h"
 #include "support/files.h"
 #include "windows/objects.h"
+
+#include <set>
 
 namespace {
 
@@ -42,10 +45,11 @@ class WqDbgWndTest : public ObjectTest {
     GetPrivateProfileStringA("StartUp", "DbgWnd", "none", text, sizeof text, cfg.path);
     return text;
   }
-  static std::string place() {
-    RECT rect = {};
-    GetWindowRect(window(), &rect);
-    return rectText(rect);
+  static std::string place() { return screenRect(window()); }
+  // Goes on with the loop until a call on another thread is over.
+  static void serve(const std::function<INT_PTR()> &call) {
+    const auto outcome = aside(call);
+    for (const DWORD start = GetTickCount(); !outcome->done && GetTickCount() - start < 5000;) WqWnd_WaitQueEmpty();
   }
 
  private:
@@ -53,9 +57,6 @@ class WqDbgWndTest : public ObjectTest {
 };
 
 TEST_F(WqDbgWndTest, ItsPlaceIsKeptInTheSettings) {
-  WqCfg_Write(&cfg, WQ_CFG_WRITE);
-  EXPECT_EQ(stored(), "none");
-  WqCfg_Write(&cfg, WQ_CFG_READ);
   WqDbgWnd_Config(&cfg);
   ASSERT_NE(list(), nullptr) << "without settings it is made";
   EXPECT_FALSE(WqDbgWnd_IsShow()) << "but not shown";
@@ -68,24 +69,17 @@ TEST_F(WqDbgWndTest, ItsPlaceIsKeptInTheSettings) {
 
 TEST_F(WqDbgWndTest, TheSettingsSayWhereAndWhether) {
   store("50,60,350,260,0");
-  WqDbgWnd_Config(&cfg);
-  EXPECT_EQ(window(), nullptr);
-  WqDbgWnd_Print("lost");
-  WqDbgWnd_Show(0);
+  WqDbgWnd_Config(&cfg), WqDbgWnd_Print("lost"), WqDbgWnd_Show(0);
   EXPECT_EQ(window(), nullptr);
   WqDbgWnd_Show(1);
   EXPECT_TRUE(WqDbgWnd_IsShow());
-  EXPECT_EQ(place().substr(0, 6), "50,60,");
-  EXPECT_EQ(lines(), "");
-  WqCfg_Write(&cfg, WQ_CFG_WRITE);
-  WqDbgWnd_Config(&cfg);
-  EXPECT_EQ(stored().substr(0, 6), "50,60,");
-  EXPECT_EQ(stored().back(), '0');
+  EXPECT_EQ(place().substr(0, 6) + lines(), "50,60,");
+  WqCfg_Write(&cfg, WQ_CFG_WRITE), WqDbgWnd_Config(&cfg);
+  EXPECT_EQ(stored().substr(0, 6) + stored().back(), "50,60,0");
 }
 
 TEST_F(WqDbgWndTest, AnUnreadablePlaceIsNotTaken) {
-  store("9,9,9,9,1");
-  WqDbgWnd_Config(&cfg);
+  store("9,9,9,9,1"), WqDbgWnd_Config(&cfg);
   EXPECT_EQ(place().substr(0, 4), "0,0,");
 }
 
@@ -129,8 +123,7 @@ TEST_F(WqDbgWndTest, ClosingHidesItAndKeepsItsLines) {
   EXPECT_TRUE(WqDbgWnd_IsShow());
   EXPECT_EQ(lines(), "kept|hidden|");
   WqDbgWnd_TopMost();
-  const auto outcome = aside([] { return WqDbgWnd_Print("from elsewhere"), 0; });
-  for (const DWORD start = GetTickCount(); !outcome->done && GetTickCount() - start < 5000;) WqWnd_WaitQueEmpty();
+  serve([] { return WqDbgWnd_Print("from elsewhere"), 0; });
   EXPECT_EQ(lines(), "kept|hidden|from elsewhere|");
 }
 
@@ -139,27 +132,16 @@ TEST_F(WqDbgWndTest, ARepaintRequestFlashesAndTells) {
   Window &target = made(nullptr, {300, 300, 500, 500});
   ValidateRect(target.hwnd, nullptr);
   const RECT part = {10, 10, 60, 60};
-  const auto pixel = [&](int at) {
-    const HDC dc = GetDC(target.hwnd);
-    const COLORREF color = GetPixel(dc, at, at);
-    ReleaseDC(target.hwnd, dc);
-    return color;
-  };
-  bool black = false, white = false;
-  for (int i = 0; i < 100; ++i) {
-    WqInvalidateRectDbg(target.hwnd, &part, 0);
-    black |= pixel(30) == RGB(0, 0, 0) && pixel(10) == RGB(255, 255, 255);
-    white |= pixel(30) == RGB(255, 255, 255) && pixel(10) == RGB(0, 0, 0);
-  }
-  EXPECT_TRUE(black);
-  EXPECT_TRUE(white);
+  const auto pixel = [&](int at) { return pixelOf(target.hwnd, at, at); };
+  std::set<std::pair<COLORREF, COLORREF>> seen; // inside and on the outline
+  for (int i = 0; i < 100; ++i) WqInvalidateRectDbg(target.hwnd, &part, 0), seen.insert({pixel(30), pixel(10)});
+  EXPECT_EQ(seen, (std::set<std::pair<COLORREF, COLORREF>>{{0, 0xFFFFFF}, {0xFFFFFF, 0}}));
   EXPECT_FALSE(GetUpdateRect(target.hwnd, nullptr, FALSE)) << "nothing is invalid";
   EXPECT_EQ(lines(), "");
   WqInvalidateRectDbg(target.hwnd, nullptr, 1);
   EXPECT_EQ(pixel(0), RGB(255, 255, 255) - pixel(100)) << "the whole client area, with its outline";
   WqInvalidateRectDbg(nullptr, &part, 0);
-  const auto outcome = aside([&] { return WqInvalidateRectDbg(target.hwnd, &part, 0), 0; });
-  for (const DWORD start = GetTickCount(); !outcome->done && GetTickCount() - start < 5000;) WqWnd_WaitQueEmpty();
+  serve([&] { return WqInvalidateRectDbg(target.hwnd, &part, 0), 0; });
   EXPECT_EQ(lines(), "WqInvalidateRect(); Background erased.\n|WqInvalidateRect(); Invalidate whole Desctop! \n|"
                      "WqInvalidateRect(); current thread != window thread.\n|");
 }
