@@ -65,9 +65,9 @@ TEST_F(HashTest, WithoutMemoryTheTableStays) {
     for (const uint32_t key : {0u, 20u}) {
       EXPECT_EQ(WqHash_Insert(&hash, key, 1), 0);
       EXPECT_TRUE(!WqHash_FindList(&hash, key) && !WqHash_FindData(&hash, key));
-      for (auto *remove : {WqHash_Remove, WqHash_RemoveWith}) remove(&hash, key);
+      WqHash_Remove(&hash, key), WqHash_RemoveWith(&hash, key);
     }
-    for (auto *end : {WqHash_RemoveAll, WqHash_RemoveAllWith, WqHash_Term}) end(&hash);
+    WqHash_RemoveAll(&hash), WqHash_RemoveAllWith(&hash), WqHash_Term(&hash);
   }
 }
 
