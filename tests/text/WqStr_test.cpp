@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <random>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -35,26 +34,6 @@ void expectWrites(const std::vector<std::pair<int32_t (*)(char *dst), const char
     EXPECT_EQ(write(dst.at()), static_cast<int32_t>(std::strlen(text))) << text;
     EXPECT_EQ(dst.bytes, guarded(terminated(text)));
   }
-}
-
-// A text of all kinds of bytes in which no backslash begins an escape: each one is the half of a character, stands in
-// front of a byte that makes no escape, or is the last byte.
-std::string randomText(std::mt19937 &random) {
-  const auto one = [&](const std::string &bytes) { return bytes[random() % bytes.size()]; };
-  const auto piece = [&]() -> std::string {
-    const char lead = one("\x81\x83\x9F\xE0\xFA\xFC");
-    switch (random() % 6) {
-    case 0: return {lead, one("\x5C\x40\x7E\x80\xFC")};
-    case 1: return {lead, one("\", \x3F")}; // two characters: the second byte is no trail byte
-    case 2: return {'\\', one(",x/0 t")};
-    case 3: return {one("\",")};
-    case 4: return {static_cast<char>(random() % 0x5B + 1)};
-    default: return {one("]a~\x7F\x80\xA0\xA5\xDF")};
-    }
-  };
-  std::string text;
-  for (size_t left = random() % 12; left > 0; --left) text += piece();
-  return random() % 4 == 0 ? text + '\\' : text;
 }
 
 } // namespace
@@ -164,35 +143,6 @@ TEST(WqStr, DelEscReadsAQuotedForm) {
   // a lead byte without a trail byte is a character of its own
   expectRead({{"\"\x83\x5C\"\"x\"", "\x83\x5C\"x\0"s}, {"\"\x81\"\"\xE0", "\x81\"\xE0\0"s}});
   expectRead({{" ", ""}, {"'a\"b\"", ""}}); // nothing is written where no quote opens
-}
-
-TEST(WqStr, QuotedAndSettingsFormsReadBack) {
-  std::mt19937 random(20060131);
-  // reads a form, with a further value behind it, as WqScan_String does
-  const auto readBack = [](const std::string &form) {
-    const std::vector<char> text = exact(form + ",x\0"s);
-    std::vector<char> back(text.size());
-    EXPECT_EQ(WqScan_String(text.data(), back.data()) - text.data(), static_cast<ptrdiff_t>(form.size()));
-    return std::string(back.data());
-  };
-  for (int round = 0; round < 5000; ++round) {
-    std::string source = randomText(random);
-    SCOPED_TRACE(testing::PrintToString(source));
-    std::vector<char> form(2 * source.size() + 6);
-    EXPECT_EQ(WqStr_AddEsc(form.data(), source.c_str()), static_cast<int32_t>(source.size()));
-    std::vector<char> back(std::strlen(form.data()) + 1);
-    WqStr_DelEsc(back.data(), form.data());
-    EXPECT_EQ(back.data(), source + (source.ends_with('\\') ? "\\" : ""));
-
-    // the doubling of a last byte that is the half of a character reads as an escaped quote
-    const bool halved = source.size() > 1 && source.ends_with('\\') && (source[source.size() - 2] & 0x80) != 0;
-    if (halved) source += '.';
-    WqStr_AddEsc(form.data(), source.c_str());
-    EXPECT_EQ(readBack(form.data()), source);
-    if (WqScan_Space(source.c_str()) != source.c_str()) source.insert(0, "k"); // blanks in front of a plain text go
-    WqStr_CfgStr(form.data(), source.c_str(), 0);
-    EXPECT_EQ(readBack(form.data()), source);
-  }
 }
 
 TEST(WqStr, WritesNumbers) {
