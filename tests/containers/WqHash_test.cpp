@@ -3,7 +3,6 @@
 #include "support/library.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace {
@@ -53,48 +52,51 @@ TEST_F(HashTest, WithoutMemoryTheTableStays) {
 }
 
 TEST_F(HashTest, ARandomRunAgreesWithAModel) {
-  WqHash hash;
-  std::array<Bucket, 7> model;
-  WqHash_Init(&hash, 7);
-  const uint32_t live = wqMain.allocCount;
-  Dice dice;
-  for (uint32_t step = 0; step < 5000; ++step) {
-    uint32_t key = dice(40);
-    if (key >= 20) key = UINT32_MAX - key;
-    Bucket &expected = model[key % 7];
-    const auto ofKey = [&](const auto &element) { return element.first == key; };
-    const bool present = std::any_of(expected.begin(), expected.end(), ofKey);
-    WqHashEntry *entry = WqHash_FindData(&hash, key);
-    ASSERT_EQ(entry != nullptr, present);
-    ASSERT_EQ(WqHash_Ix(&hash, key), key % 7);
-    ASSERT_EQ(present ? entry->key : key, key);
-    const WqList *node = WqHash_FindList(&hash, key);
-    ASSERT_EQ(node ? node->data : 0, asWord(entry));
-    const uint32_t action = dice(8);
-    if (action < 4) {
-      ASSERT_EQ(WqHash_Insert(&hash, key, step), 1);
-      if (!present) expected.emplace(expected.begin(), key, step);
-      std::find_if(expected.begin(), expected.end(), ofKey)->second = step;
-    } else if (action < 7) {
-      (action < 6 ? WqHash_RemoveWith : WqHash_Remove)(&hash, key);
-      std::erase_if(expected, ofKey);
-      if (action == 6) WqMem_Free(entry); // it has stayed behind
-    } else if (dice(40) == 0) {
-      WqHash_RemoveAll(&hash);
-      model = {};
+  for (const uint32_t count : {7u, 255u}) { // the second is that of the registries, which divide by a constant
+    SCOPED_TRACE(count);
+    WqHash hash;
+    std::vector<Bucket> model(count);
+    WqHash_Init(&hash, count);
+    const uint32_t live = wqMain.allocCount;
+    Dice dice;
+    for (uint32_t step = 0; step < 2500; ++step) {
+      uint32_t key = dice(40);
+      if (key >= 20) key = UINT32_MAX - key;
+      Bucket &expected = model[key % count];
+      const auto ofKey = [&](const auto &element) { return element.first == key; };
+      const bool present = std::any_of(expected.begin(), expected.end(), ofKey);
+      WqHashEntry *entry = WqHash_FindData(&hash, key);
+      ASSERT_EQ(entry != nullptr, present);
+      ASSERT_EQ(present ? entry->key : key, key);
+      const WqList *node = WqHash_FindList(&hash, key);
+      ASSERT_EQ(node ? node->data : 0, asWord(entry));
+      ASSERT_EQ(WqHash_Ix(&hash, key), key % count);
+      const uint32_t action = dice(8);
+      if (action < 4) {
+        ASSERT_EQ(WqHash_Insert(&hash, key, step), 1);
+        if (!present) expected.emplace(expected.begin(), key, step);
+        std::find_if(expected.begin(), expected.end(), ofKey)->second = step;
+      } else if (action < 7) {
+        (action < 6 ? WqHash_RemoveWith : WqHash_Remove)(&hash, key);
+        std::erase_if(expected, ofKey);
+        if (action == 6) WqMem_Free(entry); // it has stayed behind
+      } else if (dice(40) == 0) {
+        WqHash_RemoveAll(&hash);
+        model.assign(count, {});
+      }
+      size_t size = 0;
+      for (uint32_t ix = 0; ix < count; ++ix) {
+        ASSERT_EQ(bucket(hash, ix), model[ix]) << "bucket " << ix << ", step " << step;
+        size += model[ix].size();
+      }
+      ASSERT_EQ(wqMain.allocCount, live + 2 * size) << step;
     }
-    size_t size = 0;
-    for (uint32_t ix = 0; ix < 7; ++ix) {
-      ASSERT_EQ(bucket(hash, ix), model[ix]) << "bucket " << ix << ", step " << step;
-      size += model[ix].size();
-    }
-    ASSERT_EQ(wqMain.allocCount, live + 2 * size) << step;
+    WqHash_RemoveAll(&hash);
+    for (uint32_t key = 0; key < 20; ++key) WqHash_Insert(&hash, key, asWord(WqMem_Alloc(8)));
+    WqHash_RemoveAllWith(&hash); // nodes, entries and values
+    EXPECT_EQ(wqMain.allocCount, live);
+    WqHash_Term(&hash);
   }
-  WqHash_RemoveAll(&hash);
-  for (uint32_t key = 0; key < 20; ++key) WqHash_Insert(&hash, key, asWord(WqMem_Alloc(8)));
-  WqHash_RemoveAllWith(&hash); // nodes, entries and values
-  EXPECT_EQ(wqMain.allocCount, live);
-  WqHash_Term(&hash);
 }
 
 } // namespace
