@@ -107,7 +107,7 @@ TEST_F(BarPaintTest, PinsMoveTheField) {
       SCOPED_TRACE(testing::Message() << bitmap << ' ' << &row - rows);
       WqMbbField *pinned = field(bitmap, {20, 10});
       add(pinned, {2, 1, 5, 3}, row.pins | 4), paint();
-      EXPECT_EQ(std::pair(pinned->originX, pinned->originY), std::pair(row.expected[0], row.expected[1]));
+      EXPECT_EQ(std::tuple(pinned->originX, pinned->originY), std::tuple(row.expected[0], row.expected[1]));
       EXPECT_EQ(at(row.expected[2], row.expected[3]), bitmap == kSheet ? picture(4, 2, 2, 1) : kGround);
       WqMbbTbl_Remove(wnd_->hwnd);
     }

@@ -87,6 +87,7 @@ TEST_F(BarRemovalTest, AnyNotificationAndPaintMayEndEverything) {
 TEST_F(BarRemovalTest, TheTimersOfAGoneBarAreSilent) {
   Window &a = simple('a', {100, 100, 300, 200}), &b = simple('b', {400, 100, 600, 200});
   deeds["a10 press"] = [&] { WqMbbBtn_Down(WqMbbBtn_Get(a.hwnd, 1, 10)); };
+  deeds["b10 press"] = [&] { WqMbbBtn_Down(WqMbbBtn_Get(b.hwnd, 1, 10)); };
   const auto hoverAndPress = [&] { point(a, 15, 35), point(a, 15, 15), click(), settle(), take(); };
   const auto leave = [&] { SetCursorPos(900, 700), settle(), tick(), tick(); };
   WqTimer_Start(), hoverAndPress();

@@ -51,7 +51,7 @@ TEST_F(BarStructureTest, TablesBecomeRecords) {
   EXPECT_EQ(WqMbb_Get(bar, 1)->bitmapId, 6) << "of two the younger one";
   const auto *field = reinterpret_cast<const WqMbbField *>(bar->fields->next->next->next->data); // the oldest
   EXPECT_EQ(std::tuple(field->bitmapId, field->originX, field->originY), std::tuple(7, 10, 20));
-  EXPECT_EQ(std::pair(field->cellWidth, field->cellHeight), std::pair(30, 40));
+  EXPECT_EQ(std::tuple(field->cellWidth, field->cellHeight), std::tuple(30, 40));
   EXPECT_EQ(field->bar, bar);
   EXPECT_EQ(edges(field->rect), (Edges{-7, 0, 60, 4})) << "the least and the greatest of each edge, and the origin";
   EXPECT_EQ(edges(WqMbb_Get(bar, 2)->rect), (Edges{0, 0, 0, 0}));

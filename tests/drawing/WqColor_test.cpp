@@ -90,7 +90,7 @@ TEST_F(WqColorTest, PalettesComeFromFiles) {
     palette.baseCount = palette.count = 77, palette.entries[1].rgbRed = 9, palette.entries[9].rgbRed = 9;
     writeFile(name, bmpFile({1, 1, row.bits, row.used, BI_RGB, greys})), WqColorPal_Bmp(&palette, name.c_str());
     const bool refused = row.count == 77;
-    EXPECT_EQ(std::pair(palette.count, palette.baseCount), std::pair(row.count, row.count))
+    EXPECT_EQ(std::tuple(palette.count, palette.baseCount), std::tuple(row.count, row.count))
         << row.bits << ' ' << row.used;
     EXPECT_EQ(palette.entries[1].rgbRed, refused ? 9 : 0xE0);
     EXPECT_EQ(palette.entries[9].rgbRed, refused ? 9 : 0) << "black where the file has no more";
@@ -121,5 +121,5 @@ TEST_F(WqColorTest, PalettesComeFromFiles) {
   }
   palette.replace[3].index = 5000, WqColorPal_Create(&palette); // an index of nothing
   palette.count = 2, WqColorPal_InitReplace(&palette), WqColorPal_Term(&palette);
-  EXPECT_EQ(std::pair(palette.replace[1].index, palette.replace[2].index), std::pair(1, -1));
+  EXPECT_EQ(std::tuple(palette.replace[1].index, palette.replace[2].index), std::tuple(1, -1));
 }

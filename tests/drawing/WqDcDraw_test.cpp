@@ -75,7 +75,7 @@ TEST_F(WqDcDrawTest, ConversionsPensFontsAndModes) {
   WqFont font;
   WqFont_Init(&font), WqFont_Param(&font, "Arial", 20, 0), WqFont_LogDef(&font), WqFontTbl_Insert(7, &font);
   WqDcDraw_InitText(draw, 7, 0xFF123456), WqDcDraw_Zoom(draw, 200.0);
-  EXPECT_EQ(std::pair(selected(SYSTEM_FONT), GetTextColor(canvas)), std::pair(HGDIOBJ(WqFontTbl_Get(7)), 0x123456u));
+  EXPECT_EQ(std::tuple(selected(SYSTEM_FONT), GetTextColor(canvas)), std::tuple(HGDIOBJ(WqFontTbl_Get(7)), 0x123456u));
   RECT rect = {5, 6, 7, 8}, expected = {10, 12, 14, 16};
   draw->drawn = 0, DrawTextA(canvas, "one\ntwo", -1, &expected, DT_CALCRECT | DT_SINGLELINE);
   WqDcDraw_GetTextRect(draw, "one\ntwo", &rect, DT_SINGLELINE);
@@ -84,12 +84,12 @@ TEST_F(WqDcDrawTest, ConversionsPensFontsAndModes) {
 
   WqDcDraw_ForeMode(draw, R2_XORPEN), WqDcDraw_BackMode(draw, TRANSPARENT);
   const auto modes = [&] { return std::tuple(draw->foreMode, draw->prevForeMode, draw->backMode, draw->prevBackMode); };
-  EXPECT_EQ(std::pair(GetROP2(canvas), GetBkMode(canvas)), std::pair(R2_XORPEN, TRANSPARENT));
+  EXPECT_EQ(std::tuple(GetROP2(canvas), GetBkMode(canvas)), std::tuple(R2_XORPEN, TRANSPARENT));
   EXPECT_EQ(modes(), std::tuple(R2_XORPEN, R2_COPYPEN, TRANSPARENT, OPAQUE));
   WqDcDraw_Init(draw), WqDcDraw_Dc(draw, &dc);
   EXPECT_EQ(modes(), std::tuple(R2_XORPEN, R2_XORPEN, TRANSPARENT, TRANSPARENT));
   AllocationFailure failure(1);
   WqDcDraw_PolyLine(draw, &from, 1);
   EXPECT_TRUE(failure.happened());
-  EXPECT_EQ(std::pair(draw->drawn, draw->zoom), std::pair(0u, 1.0));
+  EXPECT_EQ(std::tuple(draw->drawn, draw->zoom), std::tuple(0u, 1.0));
 }

@@ -68,7 +68,7 @@ TEST_F(WqDcTest, AClipReplacesAndComesBack) {
 TEST_F(WqDcTest, UnitsConvert) {
   WqDcMap &map = dc.map;
   const int32_t display = WqDcMap_LogPix(nullptr);
-  EXPECT_EQ(std::pair(display, map.displayPixPerMm), std::pair(GetDeviceCaps(canvas, LOGPIXELSY), map.pixPerMm));
+  EXPECT_EQ(std::tuple(display, map.displayPixPerMm), std::tuple(GetDeviceCaps(canvas, LOGPIXELSY), map.pixPerMm));
   EXPECT_EQ(WqDcMap_Update(&map, 600), display);
   EXPECT_EQ(WqDcMap_Update(&map, 96), 600);
   EXPECT_EQ(map.dpi, 96.0);
@@ -93,7 +93,7 @@ TEST_F(WqDcTest, UnitsConvert) {
     EXPECT_EQ(rectText({one(&map, from.left), one(&map, from.top), one(&map, from.right), one(&map, from.bottom)}), to);
   }
   WqDcMap_Update(&map, 600);
-  EXPECT_EQ(std::pair(WqDcMap_MmToPix(&map, 2540), WqDcMap_MmToPixP(&map, 2540)), std::pair(600, display));
+  EXPECT_EQ(std::tuple(WqDcMap_MmToPix(&map, 2540), WqDcMap_MmToPixP(&map, 2540)), std::tuple(600, display));
   EXPECT_EQ(WqDcMap_MmToPixP(&map, 100), (100 * display + 2539) / 2540) << "rounded up";
   WqDcMap_Mode(&map, MM_ANISOTROPIC);
   EXPECT_EQ(std::tuple(map.mapMode, map.prevMapMode, GetMapMode(canvas)),
@@ -107,7 +107,7 @@ TEST_F(WqDcTest, SelectionsByIdAreKeptAndPutBack) {
   WqDcObj &obj = dc.obj;
   const HPEN red = WqDcObj_SelectStylePen(&obj, 3, WQ_COLOR_RED, PS_SOLID);
   ASSERT_NE(red, nullptr);
-  EXPECT_EQ(std::pair(selected(BLACK_PEN), obj.flags), std::pair(HGDIOBJ(red), WQ_DCOBJ_PEN));
+  EXPECT_EQ(std::tuple(selected(BLACK_PEN), obj.flags), std::tuple(HGDIOBJ(red), WQ_DCOBJ_PEN));
   EXPECT_EQ(WqDcObj_SelectStylePen(&obj, 3, WQ_COLOR_RED, PS_SOLID), red);
   EXPECT_EQ(WqPenTbl_Get(3u << 16 | WQ_COLOR_RED), red);
   LOGPEN dotted = {};
@@ -119,10 +119,10 @@ TEST_F(WqDcTest, SelectionsByIdAreKeptAndPutBack) {
   WqFont plain;
   WqFont_Init(&plain), WqFont_Param(&plain, "Arial", 12, 0), WqFont_LogDef(&plain), WqFontTbl_Insert(7, &plain);
   EXPECT_EQ(WqDcObj_SelectFont(&obj, 8, WQ_COLOR_BLUE), nullptr) << "nobody has entered it";
-  EXPECT_EQ(std::pair(selected(SYSTEM_FONT), GetTextColor(canvas) & 0xFFFFFF), std::pair(font, COLORREF{0xFF0000}));
+  EXPECT_EQ(std::tuple(selected(SYSTEM_FONT), GetTextColor(canvas) & 0xFFFFFF), std::tuple(font, COLORREF{0xFF0000}));
   obj.flags &= ~WQ_DCOBJ_FONT;
   EXPECT_NE(WqDcObj_SelectFont(&obj, 7, 0), nullptr);
-  EXPECT_EQ(std::pair(selected(SYSTEM_FONT), obj.saved.count), std::pair(HGDIOBJ(WqFontTbl_Get(7)), 2u));
+  EXPECT_EQ(std::tuple(selected(SYSTEM_FONT), obj.saved.count), std::tuple(HGDIOBJ(WqFontTbl_Get(7)), 2u));
   WqBrush entered;
   for (const auto &[id, style] : {std::pair(5u, WQ_BRUSH_HATCHED), {6u, 0x100}})
     WqBrush_Init(&entered), WqBrush_Param(&entered, style, WQ_COLOR_RED), WqBrushTbl_Insert(id, &entered);
@@ -131,10 +131,10 @@ TEST_F(WqDcTest, SelectionsByIdAreKeptAndPutBack) {
     const HBRUSH one = WqDcObj_SelectBrush(&obj, colour);
     LOGBRUSH found = {};
     EXPECT_TRUE(one && GetObjectA(one, sizeof found, &found));
-    EXPECT_EQ(std::pair(WqBrushTbl_Get(colour), found.lbStyle), std::pair(one, UINT(style))) << colour;
-    EXPECT_EQ(std::pair(selected(NULL_BRUSH), WqDcObj_SelectBrush(&obj, colour)), std::pair(HGDIOBJ(one), one));
+    EXPECT_EQ(std::tuple(WqBrushTbl_Get(colour), found.lbStyle), std::tuple(one, UINT(style))) << colour;
+    EXPECT_EQ(std::tuple(selected(NULL_BRUSH), WqDcObj_SelectBrush(&obj, colour)), std::tuple(HGDIOBJ(one), one));
   }
-  EXPECT_EQ(std::pair(obj.saved.count, obj.temporary.count), std::pair(3u, 0u));
+  EXPECT_EQ(std::tuple(obj.saved.count, obj.temporary.count), std::tuple(3u, 0u));
   WqDcObj_Term(&obj);
   EXPECT_EQ(std::tuple(selected(BLACK_PEN), selected(NULL_BRUSH), selected(SYSTEM_FONT)), std::tuple(pen, brush, font));
 }
@@ -149,9 +149,9 @@ TEST_F(WqDcTest, DirectColoursMakeObjectsAndAreNotPutBack) {
     HGDIOBJ made[] = {nullptr, nullptr, WqDcObj_SelectBrush(&obj, 0xFF010203)};
     for (int i = 0; i < 2; ++i) made[i] = WqDcObj_SelectStylePen(&obj, 1, 0xFF010203, 0);
     EXPECT_TRUE(made[0] && made[0] != made[1]);
-    EXPECT_EQ(std::pair(selected(NULL_BRUSH), obj.temporary.count), std::pair(made[2], 3u));
+    EXPECT_EQ(std::tuple(selected(NULL_BRUSH), obj.temporary.count), std::tuple(made[2], 3u));
     WqDcObj_SelectStylePen(&obj, 1, 1, 0), WqDcObj_SelectFont(&obj, 7, 0xFF010203), SelectObject(canvas, brush);
-    EXPECT_EQ(std::pair(obj.saved.count, GetTextColor(canvas)), std::pair(0u, COLORREF{0x010203}));
+    EXPECT_EQ(std::tuple(obj.saved.count, GetTextColor(canvas)), std::tuple(0u, COLORREF{0x010203}));
     if (gone) obj.flags = 0, SelectObject(canvas, font), WqDcObj_SelectFont(&obj, 7, 1), dc.hdc = nullptr;
     WqDcObj_Term(&obj), WqDcObj_Term(&obj), dc.hdc = canvas; // the second finds nothing
     for (const HGDIOBJ object : made) EXPECT_EQ(GetObjectA(object, 0, nullptr), 0) << "deleted";

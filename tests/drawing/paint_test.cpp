@@ -82,5 +82,5 @@ TEST_F(PaintTest, APassMayEndItsWindowAndHoldAnother) {
   };
   EXPECT_EQ(painted(wnd, kAll), Colours(5, 0xFF0000));
   EXPECT_EQ(SendMessageA(wnd.hwnd, WM_PAINT, 0, 0), 0);
-  EXPECT_EQ(std::pair(passes, wnd.hwnd), std::pair(3, HWND{}));
+  EXPECT_EQ(std::tuple(passes, wnd.hwnd), std::tuple(3, HWND{}));
 }

@@ -106,7 +106,7 @@ TEST_F(ResourcesTest, RecordsDescribe) {
     EXPECT_EQ(std::tuple(log.lfItalic, log.lfCharSet, log.lfOutPrecision), std::tuple(1, 1, 4)) << face;
     EXPECT_EQ(WqFont_Create(&font), font.handle);
     WqFont_LogEscapDef(&font, 450), WqFont_Delete(&font);
-    EXPECT_EQ(std::pair(log.lfEscapement, font.handle), std::pair(LONG{450}, HFONT{}));
+    EXPECT_EQ(std::tuple(log.lfEscapement, font.handle), std::tuple(LONG{450}, HFONT{}));
   }
   BITMAPINFOHEADER header = {};
   const uint32_t counts[][3] = {{1, 0, 2}, {4, 0, 16}, {8, 0, 256}, {16, 0, 65536}, {24, 0, 2}, {8, 7, 7}, {24, 9, 9}};

@@ -153,9 +153,10 @@ TEST_F(PaperTest, ShapesLookAsOnABitmap) {
   draw(memory);
   const PageImage page = pageOf("shapes.pdf", 1, 96);
   ASSERT_EQ(page.width, GetDeviceCaps(dc, HORZRES));
-  const auto near = [](int a, int b) { return std::abs(a - b) < 9; };
+  const auto isNear = [](int a, int b) { return std::abs(a - b) < 9; };
   const auto alike = [&](COLORREF a, COLORREF b) {
-    return near(GetRValue(a), GetRValue(b)) && near(GetGValue(a), GetGValue(b)) && near(GetBValue(a), GetBValue(b));
+    return isNear(GetRValue(a), GetRValue(b)) && isNear(GetGValue(a), GetGValue(b)) &&
+           isNear(GetBValue(a), GetBValue(b));
   };
   int colored = 0, missing = 0;
   for (int y = 1; y < 499; ++y)
@@ -308,7 +309,7 @@ TEST_F(PaperTest, PagesMayDifferInSize) {
   ASSERT_GT(EndPage(dc), 0);
   ASSERT_EQ(ResetDCA(dc, &mode), dc);
   const LONG width = GetDeviceCaps(dc, HORZRES), height = GetDeviceCaps(dc, VERTRES);
-  EXPECT_EQ(std::pair(GetDeviceCaps(dc, HORZSIZE), GetDeviceCaps(dc, VERTSIZE)), std::pair(210, 148));
+  EXPECT_EQ(std::tuple(GetDeviceCaps(dc, HORZSIZE), GetDeviceCaps(dc, VERTSIZE)), std::tuple(210, 148));
   RECT all{};
   GetClipBox(dc, &all);
   EXPECT_EQ(all.right, width);

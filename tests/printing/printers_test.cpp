@@ -131,7 +131,7 @@ TEST_F(PrintDialogTest, TakesSheetsOfAnySize) {
     mode.dmSize = sizeof mode, mode.dmFields = row.fields, mode.dmPaperSize = row.sheet;
     mode.dmPaperWidth = row.width, mode.dmPaperLength = row.length;
     dialog_.hDC = CreateDCA(nullptr, "PDF", nullptr, &mode);
-    EXPECT_EQ(std::pair(caps(HORZSIZE), caps(VERTSIZE)), std::pair(row.widthTold, row.heightTold)) << row.width;
+    EXPECT_EQ(std::tuple(caps(HORZSIZE), caps(VERTSIZE)), std::tuple(row.widthTold, row.heightTold)) << row.width;
     EXPECT_GT(caps(VERTRES), 0) << row.length;
     forget();
   }

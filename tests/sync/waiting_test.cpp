@@ -64,7 +64,7 @@ TEST_F(WaitingTest, NamesLeadToOneMutexUntilTheLastHandleGoes) {
   const std::string name = uniqueName("name");
   WqMutex mutex[3];
   EXPECT_EQ(WqMutex_Open(&mutex[0], name.c_str()), 0);
-  EXPECT_EQ(std::pair(mutex[0].handle, std::string(mutex[0].name)), std::pair(HANDLE{}, name));
+  EXPECT_EQ(std::tuple(mutex[0].handle, std::string(mutex[0].name)), std::tuple(HANDLE{}, name));
   EXPECT_TRUE(WqMutex_Init(&mutex[0], 0, name.c_str()) == 1 && GetLastError() == 0);
   EXPECT_TRUE(WqMutex_Init(&mutex[1], 1, name.c_str()) == 1 && GetLastError() == ERROR_ALREADY_EXISTS);
   EXPECT_TRUE(WqMutex_Open(&mutex[2], name.c_str()) == 1 && mutex[1].name == name);

@@ -106,7 +106,7 @@ TEST_F(FileDialogTest, ARecordIsShownOnceAtATime) {
   int inner = -1;
   const auto again = [&](HWND box) { mode = dialog.mode, inner = WqFileDialog_Show(&dialog), type("a.wav")(box); };
   EXPECT_NE(show({again}), 0);
-  EXPECT_EQ(std::pair(mode, inner), std::pair(WQ_FILEDIALOG_OPEN | WQ_FILEDIALOG_SHOWN, 0));
+  EXPECT_EQ(std::tuple(mode, inner), std::tuple(WQ_FILEDIALOG_OPEN | WQ_FILEDIALOG_SHOWN, 0));
 }
 
 TEST_F(FileDialogTest, AFolderIsChosenWithACaption) {

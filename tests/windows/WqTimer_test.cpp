@@ -62,7 +62,7 @@ TEST_F(WqTimerTest, AnElementCountsTheTimeSinceTheLastUpdate) {
     WqTimerElem_Init(&elem), WqTimerElem_Param(&elem, 1, note, 2, period);
     for (const uint32_t tick : ticks) due += static_cast<char>('0' + WqTimerElem_Update(&elem, tick));
     WqTimerElem_Param(&elem, 1, note, 2, 9);
-    EXPECT_EQ(std::pair(due, elem.lastTick), std::pair(expected, ticks.back())) << period;
+    EXPECT_EQ(std::tuple(due, elem.lastTick), std::tuple(expected, ticks.back())) << period;
   }
 }
 
@@ -80,7 +80,7 @@ TEST_F(WqTimerTest, ElementsComeAndGoWhileTheServiceRuns) {
     AllocationFailure failure(n);
     insert(4);
     EXPECT_TRUE(failure.happened());
-    EXPECT_EQ(std::pair(take() + ids(), wqMain.allocCount), std::pair(std::string("2321"), blocks));
+    EXPECT_EQ(std::tuple(take() + ids(), wqMain.allocCount), std::tuple(std::string("2321"), blocks));
   }
   WqTimer_Remove(2), WqTimer_Remove(9);
   EXPECT_EQ(take() + " " + ids(), "2:2 2:2 31");

@@ -43,7 +43,7 @@ TEST_F(WqWndTest, AnObjectIsFilledInFirst) {
   WqWnd_ID(&wnd, 0x12), WqWnd_ID(&wnd, 0x21), WqWnd_BkgrndBitmap(&wnd, 7, &size, &point);
   WqWnd_SnapL(&wnd, &empty), WqWnd_SnapT(&wnd, nullptr), WqWnd_SnapR(&wnd, &wnd), WqWnd_SnapB(&wnd, &empty);
   WqWnd_Ds(&wnd, WQ_DS_KEEP_W), WqWnd_ClearSnap(&wnd, WQ_DS_SNAP_L | WQ_DS_SNAP_R);
-  EXPECT_EQ(std::pair(wnd.id, wnd.flags), std::pair(0x40000033u, WQ_DS_KEEP_W | WQ_DS_SNAP_T | WQ_DS_SNAP_B));
+  EXPECT_EQ(std::tuple(wnd.id, wnd.flags), std::tuple(0x40000033u, WQ_DS_KEEP_W | WQ_DS_SNAP_T | WQ_DS_SNAP_B));
   EXPECT_EQ((Objects{wnd.snapLeft, wnd.snapTop, wnd.snapRight, wnd.snapBottom}),
             (Objects{&empty, nullptr, &wnd, &empty}));
   EXPECT_EQ(std::tuple(wnd.bkgrndBmp, wnd.bkgrndSize.cy, wnd.bkgrndPos.x), std::tuple(7, 4, 5));
@@ -51,7 +51,7 @@ TEST_F(WqWndTest, AnObjectIsFilledInFirst) {
   WqWndParam &made = *wnd.createParam, param;
   WqWnd_Style(&wnd, 1), WqWnd_Style(&wnd, 2), WqWnd_ExStyle(&wnd, 4), WqWnd_Layered(&wnd, 50);
   WqWnd_Title(&wnd, (fits + "\x83\x5C").c_str()), WqWnd_ClassName(&wnd, (fits + "yz").c_str());
-  EXPECT_EQ(std::pair(made.style, made.exStyle), std::pair(3u, 4u | WS_EX_LAYERED));
+  EXPECT_EQ(std::tuple(made.style, made.exStyle), std::tuple(3u, 4u | WS_EX_LAYERED));
   EXPECT_EQ(made.title + std::string("|") + made.className, fits + '|' + fits + 'y');
   std::memset(&param, 'q', sizeof param), WqWnd_InitHeapParam(&wnd, &param);
   EXPECT_EQ(made.style, 0x71717171u);
@@ -95,7 +95,7 @@ TEST_F(WqWndTest, AWindowIsMadeWithWidthAndHeightOneMore) {
   EXPECT_FALSE(WqWnd_RegClass(wqMain.instance)) << "there is one already";
   const HWND first = child.hwnd;
   EXPECT_EQ(WqWnd_Create(&child), nullptr) << "a second time";
-  EXPECT_EQ(std::pair(child.hwnd, child.createParam), std::pair(first, static_cast<WqWndParam *>(nullptr)));
+  EXPECT_EQ(std::tuple(child.hwnd, child.createParam), std::tuple(first, static_cast<WqWndParam *>(nullptr)));
   EXPECT_EQ(listed(frame.dependants), Objects{&child});
   WqWnd_SetMsgReq(&child, 4);
   EXPECT_EQ(listed(frame.dependants), (Objects{&child, &child}));
@@ -131,7 +131,7 @@ TEST_F(WqWndTest, TheWindowTakesWhatItsObjectIsTold) {
     BYTE alpha = 77;
     DWORD flags = 0;
     WqWnd_Layered(&wnd, percent), GetLayeredWindowAttributes(wnd.hwnd, nullptr, &alpha, &flags);
-    EXPECT_EQ(std::pair(int{alpha}, flags), std::pair(expected, DWORD{LWA_ALPHA})) << percent;
+    EXPECT_EQ(std::tuple(int{alpha}, flags), std::tuple(expected, DWORD{LWA_ALPHA})) << percent;
   }
   WqWnd_LayeredOff(&wnd);
   EXPECT_TRUE(!has(wnd, GWL_EXSTYLE, WS_EX_LAYERED) && has(wnd, GWL_EXSTYLE, WS_EX_TOOLWINDOW));
@@ -168,7 +168,7 @@ TEST_F(WqWndTest, ShowingMakesHidesAndEnds) {
   wnd.id = WQ_ID_BASE;
   EXPECT_EQ(WqWnd_Show(&wnd, 0), 1);
   EXPECT_TRUE(!wnd.hwnd && !IsWindow(hwnd));
-  EXPECT_EQ(std::pair(WqWnd_Show(&wnd, 1), WqWnd_Show(&wnd, 0)), std::pair(0, 0)) << "it can't be made again";
+  EXPECT_EQ(std::tuple(WqWnd_Show(&wnd, 1), WqWnd_Show(&wnd, 0)), std::tuple(0, 0)) << "it can't be made again";
   WqWnd_Init(&wnd), WqWnd_Show(&wnd, 1), SendMessageA(wnd.hwnd, WM_CLOSE, 0, 0);
   EXPECT_EQ(std::tuple(wnd.createParam, wnd.hwnd, WqWnd_Show(&wnd, 1)), std::tuple(nullptr, nullptr, 0));
   EXPECT_EQ(listed(wqMain.wndList), (Objects{&wnd, &wnd}));

@@ -158,7 +158,7 @@ TEST_F(MessagesTest, AWindowEndsInOrder) {
   };
   parent = &logged('p', nullptr, {0, 0, 100, 100}, [&](const WqMsg &msg) {
     if (msg.msg != WQM_CHILD_DESTROYED) return 0;
-    EXPECT_EQ(std::pair(msg.wParam, msg.lParam), std::pair(reinterpret_cast<WPARAM>(child), LPARAM{0x40000012}));
+    EXPECT_EQ(std::tuple(msg.wParam, msg.lParam), std::tuple(reinterpret_cast<WPARAM>(child), LPARAM{0x40000012}));
     EXPECT_EQ(ties(), std::tuple(true, true, 3u, true));
     return 0;
   });
