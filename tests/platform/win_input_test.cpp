@@ -33,7 +33,8 @@ TEST_F(WinInput, TheMouseTellsTheWindowUnderIt) {
              {[&] { SetCursorPos(200, 110); }, "A< NCMOUSE 2 200,110"},
              {[&] { move(c, 60, 60); }, "C< MOUSE 60,60"}});
   TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, c, 0};
-  EXPECT_TRUE(TrackMouseEvent(&track) && SetCursorPos(404, 323));
+  EXPECT_TRUE(TrackMouseEvent(&track));
+  SetCursorPos(404, 323);
   EXPECT_EQ(pump(700), "A< MOUSE 300,200\nC< LEAVE");
 }
 
@@ -87,8 +88,8 @@ TEST_F(WinInput, KeysFollowTheFocusAndBecomeCharacters) {
   for (const Key &key : keys) press(key), pump();
   for (const Key &key : keys) release(key);
   EXPECT_EQ(typed, "55 13 27 9 8 1 ");
-  // the first as of the last message taken
-  EXPECT_TRUE(GetKeyState(VK_CONTROL) < 0 && GetAsyncKeyState(VK_CONTROL) >= 0);
+  EXPECT_LT(GetKeyState(VK_CONTROL), 0) << "as of the last message taken";
+  EXPECT_GE(GetAsyncKeyState(VK_CONTROL), 0);
 }
 
 // The next message: the window's title and a short name; "- " when there is none.
@@ -232,9 +233,7 @@ TEST_F(WinInput, APointerIsGoneWhenAnotherWindowComesUnderIt) {
   for (const auto &[who, comes] : comings) {
     if (onWine() && who == std::string("a window")) continue; // of which Wine tells too late, or never
     TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, a, 0};
-    pump(50), record("M");
-    EXPECT_TRUE(TrackMouseEvent(&track));
-    comes();
+    pump(50), record("M"), TrackMouseEvent(&track), comes();
     std::string told;
     for (int tries = 0; tries < 60 && told.find("LEAVE") == std::string::npos; ++tries) told += pump(50) + '\n';
     EXPECT_NE(told.find("A< LEAVE"), std::string::npos) << who << ": " << told;

@@ -72,7 +72,9 @@ TEST_F(WinPaint, ThePaintRecordTellsWhatIsLeftToDo) {
     if (message != WM_PAINT) return message == WM_ERASEBKGND; // which leaves the erasing to the painter
     for (int i = 0; !repeats && i < 2; ++i) {                 // the second finds nothing
       PAINTSTRUCT paint{};
-      EXPECT_TRUE(BeginPaint(window, &paint) && !GetUpdateRect(window, nullptr, FALSE) && EndPaint(window, &paint));
+      EXPECT_NE(BeginPaint(window, &paint), nullptr);
+      EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+      EXPECT_TRUE(EndPaint(window, &paint));
       seen += rectText(paint.rcPaint) + (paint.fErase ? " erase; " : "; ");
     }
     return repeats == 0 || repeats-- > 0;
