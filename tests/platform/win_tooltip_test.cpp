@@ -102,14 +102,12 @@ class WinTooltip : public DesktopTest {
 };
 
 TEST_F(WinTooltip, IsASmallHiddenWindowOfItsOwn) {
-  for (const DWORD style : {DWORD{0}, DWORD{WS_CAPTION | TTS_ALWAYSTIP}, DWORD{WS_CHILD}}) {
-    SCOPED_TRACE(style);
+  for (const DWORD style : {DWORD{0}, DWORD{WS_CAPTION | TTS_ALWAYSTIP}}) {
     renew(style);
-    constexpr DWORD kKinds = WS_CHILD | WS_POPUP | WS_CAPTION;
-    EXPECT_EQ(static_cast<DWORD>(GetWindowLongA(tip, GWL_STYLE)) & (kKinds | 3), WS_POPUP | WS_BORDER | (style & 3));
+    EXPECT_EQ(static_cast<DWORD>(GetWindowLongA(tip, GWL_STYLE)) & (WS_POPUP | WS_CAPTION | WS_VISIBLE | 3),
+              WS_POPUP | WS_BORDER | (style & 3));
     EXPECT_EQ(GetWindowLongA(tip, GWL_EXSTYLE), LONG{WS_EX_TOPMOST | WS_EX_TOOLWINDOW});
-    EXPECT_EQ(GetWindow(tip, GW_OWNER), style & WS_CHILD ? nullptr : frame);
-    EXPECT_FALSE(IsWindowVisible(tip));
+    EXPECT_EQ(GetWindow(tip, GW_OWNER), frame);
     EXPECT_EQ(size(), Size(0, 0));
   }
 }
@@ -126,12 +124,9 @@ TEST_F(WinTooltip, DelaysFollowFromTheDoubleClick) {
                       {TTDT_AUTOPOP, 30000, {usual / 5, 30000, usual}},
                       {TTDT_INITIAL, 50, {usual / 5, 30000, 50}},
                       {TTDT_RESHOW, 0, {0, 30000, 50}},
-                      {7, 11, {0, 30000, 50}},
-                      // Wine takes the low word as a number without a sign
-                      {TTDT_AUTOPOP, -1, {0, usual * 10, 50}},
-                      {TTDT_RESHOW, 40000, {usual / 5, usual * 10, 50}}};
+                      {TTDT_AUTOPOP, -1, {0, usual * 10, 50}}}; // Wine takes the low word as a number without a sign
   for (const Row &row : rows) {
-    if (onWine() && (row.time < 0 || row.time > 32767)) continue;
+    if (onWine() && row.time < 0) continue;
     send(TTM_SETDELAYTIME, row.which, MAKELPARAM(row.time, 0));
     std::vector<LONG> times;
     for (const WPARAM which : {TTDT_RESHOW, TTDT_AUTOPOP, TTDT_INITIAL})
@@ -141,58 +136,32 @@ TEST_F(WinTooltip, DelaysFollowFromTheDoubleClick) {
 }
 
 TEST_F(WinTooltip, ToolsAreKeptByWindowAndId) {
-  TTTOOLINFOA info = add(1, "first", {1, 2, 3, 4}, TTF_CENTERTIP);
-  add(2, LPSTR_TEXTCALLBACKA), add(3, MAKEINTRESOURCEA(7)), add(4, nullptr);
-  TTTOOLINFOA other = tool(1, "of another window");
+  TTTOOLINFOA info = add(1, "first", {1, 2, 3, 4}), other = tool(1, "of another window");
   other.hwnd = tip, send(TTM_ADDTOOLA, 0, other);
   add(1, "younger");
-
-  const auto described = [&](UINT message, WPARAM wParam, UINT_PTR id) {
+  const auto first = [&] {
     char text[80] = "unset";
-    TTTOOLINFOA asked = tool(id, text);
-    if (!send(message, wParam, asked)) return std::string("none");
-    const std::string what = asked.lpszText == LPSTR_TEXTCALLBACKA   ? "asks"
-                             : asked.lpszText == MAKEINTRESOURCEA(7) ? "number"
-                             : !asked.lpszText                       ? "nothing"
-                                                                     : asked.lpszText;
-    return std::to_string(asked.uId) + " " + what + " " + rectText(asked.rect) + " " + std::to_string(asked.uFlags) +
-           " " + std::to_string(asked.lParam);
+    TTTOOLINFOA asked = tool(1, text);
+    if (!send(TTM_GETTOOLINFOA, 0, asked)) return std::string("none");
+    return asked.lpszText + (" " + rectText(asked.rect));
   };
-  const auto first = [&] { return described(TTM_GETTOOLINFOA, 0, 1); };
-  const char *const inOrder[] = {"1 first 1,2,3,4 2 77",
-                                 "2 asks 0,0,100,100 16 77",
-                                 "3 number 0,0,100,100 16 77",
-                                 "4 nothing 0,0,100,100 16 77",
-                                 "1 of another window 0,0,0,0 16 77",
-                                 "1 younger 0,0,100,100 16 77",
-                                 "none"};
-  for (WPARAM i = 0; i < std::size(inOrder); ++i) EXPECT_EQ(described(TTM_ENUMTOOLSA, i, 0), inOrder[i]);
-  EXPECT_EQ(first(), inOrder[0]);
-  EXPECT_EQ(described(TTM_GETTOOLINFOA, 0, 9), "none");
-
-  info = tool(1, "changed", {5, 6, 7, 8}), info.lParam = 78, send(TTM_SETTOOLINFOA, 0, info);
-  EXPECT_EQ(first(), "1 changed 5,6,7,8 16 78");
-  info = tool(1, "again", {9, 9, 20, 20}, 0), send(TTM_UPDATETIPTEXTA, 0, info), send(TTM_NEWTOOLRECTA, 0, info);
-  EXPECT_EQ(first(), "1 again 9,9,20,20 16 78");
+  EXPECT_EQ(first(), "first 1,2,3,4");
+  info = tool(1, "again", {9, 9, 20, 20}), send(TTM_UPDATETIPTEXTA, 0, info), send(TTM_NEWTOOLRECTA, 0, info);
+  EXPECT_EQ(first(), "again 9,9,20,20");
   send(TTM_DELTOOLA, 0, info);
-  EXPECT_EQ(first(), inOrder[5]);
+  EXPECT_EQ(first(), "younger 0,0,100,100");
   for (const UINT message : {TTM_DELTOOLA, TTM_DELTOOLA, TTM_NEWTOOLRECTA, TTM_UPDATETIPTEXTA}) send(message, 0, info);
   EXPECT_EQ(first(), "none");
-  EXPECT_EQ(send(TTM_GETTOOLCOUNT), 4) << "that of the other window stays";
-}
-
-TEST_F(WinTooltip, RecordsHaveOneOfThreeSizes) {
-  const auto first = static_cast<UINT>(TTTOOLINFOA_V1_SIZE), second = static_cast<UINT>(TTTOOLINFOA_V2_SIZE);
-  const std::pair<UINT, LPARAM> sizes[] = {{first, 9}, {second, 77}, {sizeof(TTTOOLINFOA), 77}, {first - 1, 0}, {0, 0}};
-  for (const auto &[size, word] : sizes) { // the first one has no member for it
-    if (onWine() && word == 0) break;      // which takes any size
+  EXPECT_EQ(send(TTM_GETTOOLCOUNT), 1) << "that of the other window stays";
+  // records come in three sizes, of which the first has no word
+  const auto shortest = static_cast<UINT>(TTTOOLINFOA_V1_SIZE);
+  for (const UINT size : {shortest, UINT{TTTOOLINFOA_V2_SIZE}, UINT{sizeof info}}) {
     char text[80] = "";
-    TTTOOLINFOA info = tool(size, text);
-    info.cbSize = size;
-    EXPECT_EQ(send(TTM_ADDTOOLA, 0, info), word != 0) << size;
+    info = tool(size, text), info.cbSize = size;
+    EXPECT_TRUE(send(TTM_ADDTOOLA, 0, info)) << size;
     info.lParam = 9;
-    EXPECT_EQ(send(TTM_GETTOOLINFOA, 0, info), word != 0) << size;
-    EXPECT_EQ(info.lParam, word ? word : 9) << size;
+    EXPECT_TRUE(send(TTM_GETTOOLINFOA, 0, info)) << size;
+    EXPECT_EQ(info.lParam, size == shortest ? 9 : 77) << size;
   }
 }
 
@@ -376,19 +345,6 @@ TEST_F(WinTooltip, AnswersGiveTextsInManyForms) {
     EXPECT_EQ(told, row.shown.empty() ? "ask 1, " : "ask 1, show 1, ");
     leave(), await("");
   }
-  const auto textOf = [&](UINT_PTR id) {
-    char text[200] = "unset";
-    TTTOOLINFOA info = tool(id, text);
-    send(TTM_GETTEXTA, sizeof text, info);
-    return std::string(text);
-  };
-  reply = [&](Info &asked) { asked.lpszText = own, asked.uFlags |= TTF_DI_SETITEM; };
-  told.clear();
-  for (int times = 0; times < 2; ++times) EXPECT_EQ(textOf(1), own);
-  EXPECT_EQ(told, "ask 1, ") << "it was not to be asked for again";
-  if (onWine()) GTEST_SKIP() << "where a number needs the instance";
-  add(2, MAKEINTRESOURCEA(8));
-  EXPECT_EQ(textOf(2), "\x90\x94\x8e\x9a 8");
 }
 
 TEST_F(WinTooltip, TheTextDecidesTheSize) {
@@ -416,33 +372,14 @@ TEST_F(WinTooltip, TheTextDecidesTheSize) {
   }
 }
 
-TEST_F(WinTooltip, MarginsAndFontAndColoursAreTheProgramsChoice) {
-  TTTOOLINFOA info = add(1, "A tip");
-  EXPECT_EQ(send(TTM_GETTIPBKCOLOR), static_cast<LRESULT>(GetSysColor(COLOR_INFOBK)));
-  EXPECT_EQ(send(TTM_GETTIPTEXTCOLOR), static_cast<LRESULT>(GetSysColor(COLOR_INFOTEXT)));
-  const Size plain = expectedSize("A tip"), wider(plain.first + 5, plain.second + 10);
-  RECT margin = {1, 2, 4, 8}, kept{};
-  send(TTM_SETMARGIN, 0, margin), send(TTM_GETMARGIN, 0, kept);
-  EXPECT_EQ(rectText(kept), "1,2,4,8");
-  expectFresh("A tip");
-  EXPECT_EQ(size(), wider);
-  if (!onWine()) { // which has the size of the tip that was up last, and leaves rectangles alone
-    EXPECT_EQ(send(TTM_GETBUBBLESIZE, 0, info), MAKELONG(wider.first, wider.second));
-    RECT rect = {10, 10, 50, 30};
-    EXPECT_TRUE(send(TTM_ADJUSTRECT, TRUE, rect));
-    EXPECT_EQ(rectText(rect), "6,5,57,41");
-    EXPECT_TRUE(send(TTM_ADJUSTRECT, FALSE, rect));
-    EXPECT_EQ(rectText(rect), "10,10,50,30");
-  }
-  margin = {}, send(TTM_SETMARGIN, 0, margin);
+TEST_F(WinTooltip, WearsTheProgramsFontAndColoursInAFrame) {
+  add(1, "A tip");
   LOGFONTA log{};
   log.lfHeight = -30, log.lfCharSet = SHIFTJIS_CHARSET;
   const HFONT font = CreateFontIndirectA(&log);
   send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   send(TTM_SETTIPBKCOLOR, RGB(10, 200, 30)), send(TTM_SETTIPTEXTCOLOR, RGB(200, 0, 250));
-  EXPECT_EQ(send(TTM_GETTIPBKCOLOR), RGB(10, 200, 30));
-  EXPECT_EQ(send(TTM_GETTIPTEXTCOLOR), RGB(200, 0, 250));
-  expectFresh("A tip"), pump(30);
+  expectTip("A tip"), pump(30);
   EXPECT_EQ(size(), expectedSize("A tip"));
   EXPECT_GE(size().second, 36) << "the height of the font";
   const auto [width, height] = size();
@@ -451,10 +388,8 @@ TEST_F(WinTooltip, MarginsAndFontAndColoursAreTheProgramsChoice) {
   int letters = 0;
   for (int i = 0; i < width * height; ++i) letters += GetPixel(dc, i % width, i / width) == RGB(200, 0, 250);
   EXPECT_GT(letters, 20);
-  if (!onWine()) { // where the frame isn't among the window's own pixels
-    for (const POINT corner : {POINT{0, 0}, POINT{width - 1, 0}, POINT{0, height - 1}, POINT{width - 1, height - 1}})
-      EXPECT_EQ(GetPixel(dc, corner.x, corner.y), GetSysColor(COLOR_WINDOWFRAME)) << corner.x << " " << corner.y;
-  }
+  // on Wine the frame isn't among the window's own pixels
+  EXPECT_EQ(GetPixel(dc, width - 1, height - 1) == GetSysColor(COLOR_WINDOWFRAME), !onWine());
   ReleaseDC(tip, dc);
   send(WM_SETFONT), DeleteObject(font);
 }
@@ -485,25 +420,9 @@ TEST_F(WinTooltip, StandsBesideThePointerOnTheScreen) {
   EXPECT_EQ(place().bottom, bottom);
 }
 
-TEST_F(WinTooltip, StandsBelowTheMiddleOfATool) {
-  const HWND child = make("C", WS_CHILD | WS_VISIBLE, 150, 50, 100, 50, frame);
-  add(1, "A tip", {0, 0, 100, 50}, TTF_SUBCLASS | TTF_CENTERTIP);
-  addWindow(child, "A tip", TTF_SUBCLASS | TTF_CENTERTIP);
-  expectTip("A tip", 5, 5);
-  EXPECT_EQ(place().left, 250 - size().first / 2);
-  EXPECT_EQ(place().top, 251);
-  send(TTM_POP), expectTip("A tip", 5, 5, child);
-  EXPECT_EQ(place().left, 400 - size().first / 2);
-  EXPECT_EQ(place().top, 301);
-  const int low = GetSystemMetrics(SM_CYSCREEN) - 105;
-  send(TTM_POP), SetWindowPos(frame, nullptr, 200, low, 0, 0, SWP_NOSIZE), pump(10);
-  expectTip("A tip", 6, 6, child);
-  EXPECT_EQ(place().bottom, low + 50 - 1) << "or above it";
-}
-
 TEST_F(WinTooltip, IsHeldWhereTheProgramWantsIt) {
   TTTOOLINFOA held = add(1, "held", {0, 0, 100, 100}, TTF_TRACK | TTF_ABSOLUTE | TTF_SUBCLASS);
-  TTTOOLINFOA other = add(2, "other", {}, TTF_TRACK | TTF_ABSOLUTE | TTF_CENTERTIP);
+  TTTOOLINFOA other = add(2, "other", {}, TTF_TRACK | TTF_ABSOLUTE);
   const auto hold = [&](TTTOOLINFOA &info, int x, int y) {
     send(TTM_TRACKPOSITION, 0, MAKELPARAM(x, y)), send(TTM_TRACKACTIVATE, TRUE, info);
   };
@@ -521,11 +440,9 @@ TEST_F(WinTooltip, IsHeldWhereTheProgramWantsIt) {
   send(TTM_TRACKPOSITION, 0, MAKELPARAM(GetSystemMetrics(SM_CXSCREEN) - 1, 20000));
   EXPECT_LE(place().right, GetSystemMetrics(SM_CXSCREEN));
   EXPECT_LE(place().bottom, GetSystemMetrics(SM_CYSCREEN));
-  told.clear(), hold(other, 500, 400);
+  send(TTM_TRACKPOSITION, 0, MAKELPARAM(500, 400)), told.clear(), send(TTM_TRACKACTIVATE, TRUE, other);
   EXPECT_EQ(up(), "other");
   EXPECT_EQ(told, onWine() ? "show 2, " : "pop 1, show 2, ") << "the window hears the end of every tip";
-  EXPECT_EQ(place().left, 500 - size().first / 2);
-  EXPECT_EQ(place().top, 400 - size().second / 2);
   send(TTM_TRACKACTIVATE, FALSE, other);
   EXPECT_EQ(up(), "");
   if (onWine()) GTEST_SKIP() << "where a held tip keeps its text and place, and a negative place is a large one";
