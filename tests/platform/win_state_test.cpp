@@ -47,52 +47,28 @@ TEST_F(WinState, AStateAtBirthLastsUntilItIsRestored) {
       }
 }
 
-// What a window tells that is born in a state: while it is made, when it is shown, when it is restored.
-class WinBirth : public WinState {
- protected:
+TEST_F(WinState, MaximizingIsToldAfterTheCreation) {
   const HWND parent = make("Q", kTop, 50, 50, 400, 300);
-
-  void tells(const std::string &groups, DWORD style, const std::string &made, const std::string &shown,
-             const std::string &restored) {
-    for (const DWORD visible : {DWORD{0}, DWORD{WS_VISIBLE}}) {
-      SCOPED_TRACE(testing::Message() << std::hex << (style | visible));
-      HWND a{};
-      SetActiveWindow(parent);
-      play(groups, {{[&] { a = make("A", style | visible, 100, 100, 300, 200, style & WS_CHILD ? parent : nullptr); },
-                     made + (visible ? '\n' + shown : "")},
-                    {[&] { ShowWindow(a, SW_SHOW); }, visible ? "" : shown},
-                    {[&] { ShowWindow(a, SW_RESTORE); }, restored},
-                    {[&] { ShowWindow(a, SW_RESTORE); }, ""}});
-      record(""), DestroyWindow(a);
-    }
+  const std::string made = "new: MINMAX\nA: NCCREATE 100,100 300x200\nA: NCCALC\nA: CREATE 100,100 300x200\n"
+                           "A: MINMAX\nA: CHANGING -4,-4 1288x1032 30\nA: MINMAX\nA: NCCALC 1\n"
+                           "A: CHANGED -4,-4 1288x1032\nA: MOVE 0,19\nA: SIZE 2 1280,1005",
+                    shown = "A: SHOW 1\nA: CHANGING 0,0 0x0 43\nQ: ACTIVATE A\nA: ACTIVATE 1 Q\nQ: KILLFOCUS A\n"
+                            "A: SETFOCUS Q\nA: CHANGED -4,-4 1288x1032\nA: SIZE 2 1280,1005\nA: MOVE 0,19",
+                    restored = "A: CHANGING 100,100 300x200 20\nA: MINMAX\nA: NCCALC 1\nA: CHANGED 100,100 300x200\n"
+                               "A: MOVE 104,123\nA: SIZE 292,173";
+  for (const DWORD visible : {DWORD{0}, DWORD{WS_VISIBLE}}) {
+    SCOPED_TRACE(visible);
+    HWND a{};
+    SetActiveWindow(parent);
+    play("LSFX", {{[&] { a = make("A", WS_OVERLAPPEDWINDOW | WS_MAXIMIZE | visible, 100, 100, 300, 200); },
+                   made + (visible ? '\n' + shown : "")},
+                  {[&] { ShowWindow(a, SW_SHOW); }, visible ? "" : shown},
+                  {[&] { ShowWindow(a, SW_RESTORE); }, restored},
+                  {[&] { ShowWindow(a, SW_RESTORE); }, ""}});
+    record(""), DestroyWindow(a);
   }
-};
-
-TEST_F(WinBirth, AStateIsToldAfterTheCreation) {
-  const std::string made = "A: NCCREATE 100,100 300x200\nA: NCCALC\nA: CREATE 100,100 300x200\n",
-                    back = "A: CHANGING 100,100 300x200 20\n", there = "A: NCCALC 1\nA: CHANGED 100,100 300x200\n",
-                    active = "A: SHOW 1\nA: CHANGING 0,0 0x0 43\nQ: ACTIVATE A\nA: ACTIVATE 1 Q\nQ: KILLFOCUS A\n"
-                             "A: SETFOCUS Q\n";
-  tells("LSFX", WS_OVERLAPPEDWINDOW | WS_MAXIMIZE,
-        "new: MINMAX\n" + made +
-            "A: MINMAX\nA: CHANGING -4,-4 1288x1032 30\nA: MINMAX\nA: NCCALC 1\nA: CHANGED -4,-4 1288x1032\n"
-            "A: MOVE 0,19\nA: SIZE 2 1280,1005",
-        active + "A: CHANGED -4,-4 1288x1032\nA: SIZE 2 1280,1005\nA: MOVE 0,19",
-        back + "A: MINMAX\n" + there + "A: MOVE 104,123\nA: SIZE 292,173");
-  record("F");
-  const HWND small = make("S", kTop | WS_MINIMIZE, 100, 100, 300, 200);
+  record("F"), make("S", kTop | WS_MINIMIZE, 100, 100, 300, 200);
   EXPECT_NE(take().find("S: ACTIVATE 10001 Q"), std::string::npos) << "which says that it is minimized";
-  DestroyWindow(small), names.erase(small);
-  const std::string at = onWine() ? "0,0" : "-32000,-32000"; // where minimized windows are kept
-  const std::string icon = "A: CHANGED " + at + " 160x24\n", sizes = "A: SIZE 1 0,0\nA: MOVE " + at;
-  SetActiveWindow(parent);
-  HWND a{};
-  play("LSX", {{[&] { a = make("A", WS_OVERLAPPEDWINDOW | WS_MINIMIZE, 100, 100, 300, 200); },
-                "new: MINMAX\n" + made + "A: CHANGING " + at + " 160x24 30\nA: MINMAX\nA: NCCALC 1\n" + icon +
-                    "A: MOVE " + at + "\nA: SIZE 1 0,0"},
-               {[&] { ShowWindow(a, SW_SHOW); }, "A: SHOW 1\nA: CHANGING 0,0 0x0 43\n" + icon + sizes},
-               {[&] { ShowWindow(a, SW_RESTORE); },
-                "A: OPEN\n" + back + "A: MINMAX\n" + there + "A: MOVE 104,123\nA: SIZE 292,173"}});
 }
 
 TEST_F(WinState, OneWayOutOfTheIconForgetsThatItWasMaximized) {
@@ -107,13 +83,6 @@ TEST_F(WinState, OneWayOutOfTheIconForgetsThatItWasMaximized) {
   }
 }
 
-// A window, its new parent and its old one; what is told.
-struct Adoption {
-  const char *window, *to, *from;
-  std::string lines;
-  std::string after; // where it stands on the screen, its parent, its ancestor, the focus
-};
-
 TEST_F(WinState, AChildGoesToAnotherParent) {
   const HWND b = make("B", kTop, 500, 100, 400, 300), a = make("A", kTop, 50, 100, 400, 300);
   const HWND c = make("C", kChild, 20, 30, 100, 80, a), h = make("H", WS_CHILD, 20, 130, 100, 80, a);
@@ -124,6 +93,10 @@ TEST_F(WinState, AChildGoesToAnotherParent) {
                     move = "C: CHANGED 20,30 100x80\nC: MOVE 20,30\n",
                     show = "C: SHOW 1\nC: CHANGING 0,0 0x0 57\nC: CHANGED 20,30 100x80",
                     hidden = "H: CHANGING 20,130 0x0 1\nH: CHILD\nH: CHANGED 20,130 100x80\nH: MOVE 20,130";
+  struct Adoption {
+    const char *window, *to, *from;
+    std::string lines, after; // where it stands on the screen, its parent, its ancestor, the focus
+  };
   const Adoption adoptions[] = {{"C", "B", "A", hide + lose + go + move + show, "524,153,624,233 B B A"},
                                 {"C", "B", "B", hide + go + show, "524,153,624,233 B B A"}, // where it is already
                                 {"C", "A", "B", hide + go + move + show, "74,153,174,233 A A A"},
