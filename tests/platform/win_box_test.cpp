@@ -205,16 +205,6 @@ TEST_F(WinBox, TextsOfAnyLengthFitTheScreen) {
   EXPECT_GT(seen.bottom - seen.top, small) << "room for the icon";
 }
 
-TEST_F(WinBox, WhatIsNoOwnerOrNoSetIsRefused) {
-  const HWND gone = make("A", kTop, 0, 0, 99, 99);
-  DestroyWindow(gone);
-  if (onWine()) GTEST_SKIP() << "Wine answers -1, and shows all buttons";
-  EXPECT_EQ(MessageBoxA(gone, "text", "caption", MB_OK), 0);
-  EXPECT_EQ(GetLastError(), ERROR_INVALID_WINDOW_HANDLE);
-  EXPECT_EQ(MessageBoxA(nullptr, "text", "caption", 7), 0);
-  EXPECT_EQ(GetLastError(), ERROR_INVALID_MSGBOX_STYLE);
-}
-
 TEST_F(WinBox, WhatAProcedureThrowsInsideReachesTheCallerAndLeavesNothing) {
   if (onWindows()) GTEST_SKIP() << "Windows has frames of its own there that nothing unwinds";
   const HWND owner = make("A", kTop, 100, 100, 300, 200);

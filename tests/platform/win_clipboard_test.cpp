@@ -187,27 +187,6 @@ TEST_F(WinClipboard, PromisesAreKeptWhenSomebodyAsks) {
   EXPECT_EQ(take(), "A: RENDER 1\nA: RENDER 1") << "each time";
 }
 
-TEST_F(WinClipboard, ABusyOwnerIsNotWaitedForWithoutEnd) {
-  if (onWindows()) GTEST_SKIP() << "waits as long as the owner is busy";
-  std::atomic<HWND> window{};
-  std::atomic<bool> go{};
-  const auto owner = aside([&]() -> INT_PTR {
-    const HWND own = make("W", WS_POPUP, 0, 0, 10, 10);
-    putClip(own, CF_TEXT, nullptr);
-    window = own;
-    while (!go) Sleep(5); // without serving messages
-    return DestroyWindow(own);
-  });
-  while (!window) Sleep(1);
-  const DWORD start = GetTickCount();
-  EXPECT_EQ(lookAt(CF_TEXT), "none");
-  const DWORD waited = GetTickCount() - start;
-  EXPECT_GE(waited, 1500u);
-  EXPECT_LE(waited, 3000u);
-  go = true;
-  EXPECT_TRUE(owner->within(5000));
-}
-
 TEST_F(WinClipboard, AnOwnerThatEndsKeepsItsPromises) {
   const UINT named = RegisterClipboardFormatA("wq test format");
   answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT &) {

@@ -3,7 +3,7 @@
 #include "support/input.h"
 
 constexpr DWORD kTop = WS_OVERLAPPEDWINDOW | WS_VISIBLE, kChild = WS_CHILD | WS_VISIBLE;
-constexpr Key kF10{VK_F10, 0x44}, kF4{VK_F4, 0x3E}, kSpace{VK_SPACE, 0x39}, kOne{'1', 2};
+constexpr Key kF10{VK_F10, 0x44}, kF4{VK_F4, 0x3E}, kSpace{VK_SPACE, 0x39};
 
 class WinKeys : public DesktopTest {
  protected:
@@ -24,23 +24,21 @@ TEST_F(WinKeys, AltAndF10CallTheMenu) {
     return "A< SYSDOWN 12 20380001\nA< SYSDOWN " + key + command + "\nA< UP 12 C0380001";
   };
   const auto menu = [](const std::string &letter) { return "\nA: COMMAND F100 " + letter; };
-  play(
-      "KL",
-      {{[] { tap(kAlt); }, alt},
-       {[] { tap(kAlt), tap(kAlt); }, alt + '\n' + alt},
-       {[] { tap(kF10); }, "A< SYSDOWN 79 440001\nA< SYSUP 79 C0440001\nA: COMMAND F100 0"},
-       {[] { withAlt(kA); }, both("41 201E0001", "\nA< SYSCHAR 61 201E0001" + menu("61") + "\nA< SYSUP 41 E01E0001")},
-       {[] { withAlt(kSpace); },
-        both("20 20390001", "\nA< SYSCHAR 20 20390001" + menu("20") + "\nA< SYSUP 20 E0390001")},
-       {[] { withAlt(kOne); }, both("31 20020001", "\nA< SYSCHAR 31 20020001" + menu("31") + "\nA< SYSUP 31 E0020001")},
-       {[] { withAlt(kF4); }, both("73 203E0001", "\nA< COMMAND F060 0\nA< SYSUP 73 E03E0001")},
-       {[] { withAlt(kShift); }, both("10 202A0001", "\nA< SYSUP 10 E02A0001")}, // and no menu after that
-       {[] { press(kControl), withAlt(kA), release(kControl); },
-        "A< DOWN 11 1D0001\nA< DOWN 12 20380001\nA< DOWN 41 201E0001\nA< UP 41 E01E0001\nA< UP 12 C0380001\n"
-        "A< UP 11 C01D0001"},
-       {[] { tap(kAlt), tap(kA); }, alt + "\nA< DOWN 41 1E0001\nA< CHAR 61 1E0001\nA< UP 41 C01E0001"},
-       {[&] { SendMessageA(a, WM_SYSCHAR, 'b', 0x20300001); }, "A: SYSCHAR 62 20300001" + menu("62")},
-       {[&] { SendMessageA(a, WM_SYSCHAR, 'b', 0x300001); }, "A: SYSCHAR 62 300001"}}); // without Alt
+  play("KL",
+       {{[] { tap(kAlt); }, alt},
+        {[] { tap(kAlt), tap(kAlt); }, alt + '\n' + alt},
+        {[] { tap(kF10); }, "A< SYSDOWN 79 440001\nA< SYSUP 79 C0440001\nA: COMMAND F100 0"},
+        {[] { withAlt(kA); }, both("41 201E0001", "\nA< SYSCHAR 61 201E0001" + menu("61") + "\nA< SYSUP 41 E01E0001")},
+        {[] { withAlt(kSpace); },
+         both("20 20390001", "\nA< SYSCHAR 20 20390001" + menu("20") + "\nA< SYSUP 20 E0390001")},
+        {[] { withAlt(kF4); }, both("73 203E0001", "\nA< COMMAND F060 0\nA< SYSUP 73 E03E0001")},
+        {[] { withAlt(kShift); }, both("10 202A0001", "\nA< SYSUP 10 E02A0001")}, // and no menu after that
+        {[] { press(kControl), withAlt(kA), release(kControl); },
+         "A< DOWN 11 1D0001\nA< DOWN 12 20380001\nA< DOWN 41 201E0001\nA< UP 41 E01E0001\nA< UP 12 C0380001\n"
+         "A< UP 11 C01D0001"},
+        {[] { tap(kAlt), tap(kA); }, alt + "\nA< DOWN 41 1E0001\nA< CHAR 61 1E0001\nA< UP 41 C01E0001"},
+        {[&] { SendMessageA(a, WM_SYSCHAR, 'b', 0x20300001); }, "A: SYSCHAR 62 20300001" + menu("62")},
+        {[&] { SendMessageA(a, WM_SYSCHAR, 'b', 0x300001); }, "A: SYSCHAR 62 300001"}}); // without Alt
 }
 
 TEST_F(WinKeys, TheWindowOfTheFocusAsksOrItsTopLevelWindow) {

@@ -290,9 +290,7 @@ TEST_F(WinListBox, KeysGoThroughTheLines) {
   open(kUsual | LBS_EXTENDEDSEL);
   fill(10), SetFocus(list);
   EXPECT_EQ(tapped(VK_DOWN), "note 1 cur 1 top 0 caret 1 of 1");
-  tapped(VK_DOWN, kShift);
-  EXPECT_EQ(tapped(VK_DOWN, kShift), "note 1 cur 3 top 0 caret 3 of 1,2,3");
-  EXPECT_EQ(tapped(VK_UP, kShift), "note 1 cur 2 top 0 caret 2 of 1,2");
+  EXPECT_EQ(tapped(VK_DOWN, kShift), "note 1 cur 2 top 0 caret 2 of 1,2");
   EXPECT_EQ(tapped(VK_HOME), "note 1 cur 0 top 0 caret 0 of 0");
 }
 
