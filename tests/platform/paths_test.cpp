@@ -89,9 +89,3 @@ TEST(Paths, NamesAreCodePage932) {
     }
   }
 }
-
-TEST(Program, FirstArgumentNamesTheProgram) {
-  ASSERT_GE(__argc, 1);
-  EXPECT_EQ(__argv[__argc], nullptr);
-  EXPECT_NE(std::string(__argv[0]).find("test_platform"), std::string::npos);
-}

@@ -335,9 +335,6 @@ TEST_F(WinTooltip, AnswersGiveTextsInManyForms) {
     reply = [&](Info &asked) {
       EXPECT_EQ(asked.lpszText, asked.szText);
       EXPECT_STREQ(asked.szText, "");
-      EXPECT_EQ(asked.hinst, nullptr);
-      EXPECT_EQ(asked.uFlags, UINT{TTF_SUBCLASS});
-      EXPECT_EQ(asked.lParam, 77);
       row.reply(asked);
     };
     told.clear(), move(frame, 50, 50), pump(row.shown.empty() ? 150 : 0);
