@@ -78,5 +78,11 @@ TEST_F(Arguments, ConversionsTakeTextAndRoom) {
                                                 row.hasRoom ? narrow : nullptr, row.size, nullptr, nullptr) == 0;
                    },
                    row.error}});
+  auto *const inside = reinterpret_cast<char *>(wide); // the text in the room
+  BOOL usedDefault = FALSE;
+  const auto toUtf8 = [&] { return WideCharToMultiByte(CP_UTF8, 0, some, -1, narrow, 9, nullptr, &usedDefault) == 0; };
+  if (!onWine()) // which takes these
+    expectErrors({{"nothing stands in for UTF-8", toUtf8, 87},
+                  {"inside", [&] { return MultiByteToWideChar(932, 0, inside, 2, wide, 9) == 0; }, 87}});
   EXPECT_EQ(MultiByteToWideChar(932, 0, "ab", -5, wide, 9), 3) << "any length below 0 means up to the NUL";
 }

@@ -309,8 +309,9 @@ TEST_F(GdiIcons, AreMadeOfBitmapsAndToldAsBitmaps) {
   const BYTE halves[] = {0x40, 0, 0x80, 0, 0xC0, 0, 0x40, 0};
   const Canvas both(CreateBitmap(2, 4, 1, 1, halves));
   ICONINFO mono{TRUE, 0, 0, static_cast<HBITMAP>(both.bitmap), nullptr};
-  const Icon icon(CreateIconIndirect(&mono));
-  EXPECT_EQ(drawn(icon), "ffffff cf9f6f ground ffffff");
+  const Icon icon(CreateIconIndirect(&mono)), made(CreateCursor(kProgram, 1, 5, 2, 2, halves, halves + 4));
+  for (const HICON one : {icon.handle, made.handle}) EXPECT_EQ(drawn(one), "ffffff cf9f6f ground ffffff");
+  EXPECT_EQ(infoOf(made), "cursor 1,5 mask 2x4x1 color none");
   EXPECT_EQ(infoOf(icon), "icon 1,1 mask 2x4x1 color none");
   mono = {TRUE, 0, 0, nullptr, told.hbmColor};
   EXPECT_EQ(CreateIconIndirect(&mono), nullptr) << "without a mask";

@@ -1,4 +1,5 @@
 // Message boxes.
+#include "platform/errors.h"
 #include "support/boxes.h"
 #include "support/clips.h"
 #include "support/desktop.h"
@@ -203,6 +204,14 @@ TEST_F(WinBox, TextsOfAnyLengthFitTheScreen) {
   EXPECT_LT(small, 200);
   EXPECT_EQ(show(MB_OK | MB_ICONQUESTION, {look}, nullptr, "x"), IDOK);
   EXPECT_GT(seen.bottom - seen.top, small) << "room for the icon";
+}
+
+TEST_F(WinBox, WhatIsNoOwnerOrNoSetIsRefused) {
+  if (onWine()) GTEST_SKIP() << "Wine answers -1, and shows all buttons";
+  const HWND gone = make("A", kTop, 0, 0, 99, 99);
+  DestroyWindow(gone);
+  expectErrors({{"owner", [&] { return MessageBoxA(gone, "", "", MB_OK) == 0; }, ERROR_INVALID_WINDOW_HANDLE},
+                {"set", [] { return MessageBoxA(nullptr, "", "", 7) == 0; }, ERROR_INVALID_MSGBOX_STYLE}});
 }
 
 TEST_F(WinBox, WhatAProcedureThrowsInsideReachesTheCallerAndLeavesNothing) {

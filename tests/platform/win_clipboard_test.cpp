@@ -158,6 +158,13 @@ TEST_F(WinClipboard, FormatsHaveNames) {
                 {"too little room", [&] { return GetClipboardFormatNameA(format, name, 4) == 0; }, ERROR_MORE_DATA}});
   EXPECT_STREQ(name, "WQ ");
   EXPECT_EQ(GetClipboardFormatNameA(CF_TEXT, name, sizeof name), 0);
+
+  UINT wanted[] = {CF_DIB, CF_UNICODETEXT, CF_TEXT};
+  emptyClipboard();
+  EXPECT_EQ(GetPriorityClipboardFormat(wanted, 3), 0);
+  putClip(a, CF_TEXT, clipOf(narrow("t")));
+  EXPECT_EQ(GetPriorityClipboardFormat(wanted, 3), static_cast<int>(CF_UNICODETEXT));
+  EXPECT_EQ(GetPriorityClipboardFormat(wanted, 1), -1);
 }
 
 TEST_F(WinClipboard, PromisesAreKeptWhenSomebodyAsks) {

@@ -54,7 +54,7 @@ TEST_F(WinQueue, ATimerComesOnceHoweverLateItIs) {
   for (const UINT time : {10u, 400u}) EXPECT_EQ(SetTimer(a, 1, time, nullptr), 1u);
   Sleep(1000);
   EXPECT_EQ(next(a, 0, 0, PM_NOREMOVE), "timer1 ");
-  EXPECT_EQ(next() + next(), "timer1 - ");
+  for (const char *expected : {"timer1 ", "- "}) EXPECT_EQ(next(), expected);
   Sleep(450);
   EXPECT_TRUE(KillTimer(a, 1));
   EXPECT_FALSE(KillTimer(a, 1));

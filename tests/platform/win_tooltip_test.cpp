@@ -370,13 +370,25 @@ TEST_F(WinTooltip, TheTextDecidesTheSize) {
 }
 
 TEST_F(WinTooltip, WearsTheProgramsFontAndColoursInAFrame) {
-  add(1, "A tip");
+  TTTOOLINFOA info = add(1, "A tip");
+  RECT margin = {1, 2, 4, 8}, rect = {10, 10, 50, 30};
+  const Size plain = expectedSize("A tip"), wider(plain.first + 5, plain.second + 10);
+  send(TTM_SETMARGIN, 0, margin), expectTip("A tip");
+  EXPECT_EQ(size(), wider);
+  if (!onWine()) { // which has the size of the tip that was up last, and leaves rectangles alone
+    EXPECT_EQ(send(TTM_GETBUBBLESIZE, 0, info), MAKELONG(wider.first, wider.second));
+    send(TTM_ADJUSTRECT, TRUE, rect);
+    EXPECT_EQ(rectText(rect), "6,5,57,41");
+    send(TTM_ADJUSTRECT, FALSE, rect);
+    EXPECT_EQ(rectText(rect), "10,10,50,30");
+  }
+  margin = {}, send(TTM_SETMARGIN, 0, margin);
   LOGFONTA log{};
   log.lfHeight = -30, log.lfCharSet = SHIFTJIS_CHARSET;
   const HFONT font = CreateFontIndirectA(&log);
   send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   send(TTM_SETTIPBKCOLOR, RGB(10, 200, 30)), send(TTM_SETTIPTEXTCOLOR, RGB(200, 0, 250));
-  expectTip("A tip"), pump(30);
+  expectFresh("A tip"), pump(30);
   EXPECT_EQ(size(), expectedSize("A tip"));
   EXPECT_GE(size().second, 36) << "the height of the font";
   const auto [width, height] = size();
@@ -415,6 +427,17 @@ TEST_F(WinTooltip, StandsBesideThePointerOnTheScreen) {
   expectTip(high, 500, 300);
   EXPECT_EQ(place().top, 0);
   EXPECT_EQ(place().bottom, bottom);
+}
+
+TEST_F(WinTooltip, StandsBelowTheMiddleOfATool) {
+  addWindow(make("C", WS_CHILD | WS_VISIBLE, 150, 50, 100, 50, frame), "A tip", TTF_SUBCLASS | TTF_CENTERTIP);
+  expectTip("A tip", 155, 55);
+  EXPECT_EQ(place().left, 400 - size().first / 2);
+  EXPECT_EQ(place().top, 301);
+  const int low = GetSystemMetrics(SM_CYSCREEN) - 105;
+  send(TTM_POP), SetWindowPos(frame, nullptr, 200, low, 0, 0, SWP_NOSIZE), pump(10);
+  expectTip("A tip", 156, 56);
+  EXPECT_EQ(place().bottom, low + 50 - 1) << "or above it";
 }
 
 TEST_F(WinTooltip, IsHeldWhereTheProgramWantsIt) {
