@@ -397,8 +397,9 @@ TEST_F(WinTooltip, WearsTheProgramsFontAndColoursInAFrame) {
   int letters = 0;
   for (int i = 0; i < width * height; ++i) letters += GetPixel(dc, i % width, i / width) == RGB(200, 0, 250);
   EXPECT_GT(letters, 20);
-  // on Wine the frame isn't among the window's own pixels
-  EXPECT_EQ(GetPixel(dc, width - 1, height - 1) == GetSysColor(COLOR_WINDOWFRAME), !onWine());
+  if (!onWine()) { // where the frame isn't always among the window's own pixels
+    EXPECT_EQ(GetPixel(dc, width - 1, height - 1), GetSysColor(COLOR_WINDOWFRAME));
+  }
   ReleaseDC(tip, dc);
   send(WM_SETFONT), DeleteObject(font);
 }
