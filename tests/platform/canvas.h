@@ -16,9 +16,9 @@ struct Canvas {
   Canvas(const Canvas &) = delete;
   Canvas &operator=(const Canvas &) = delete;
 
-  void fill(COLORREF color) const {
+  void fill(COLORREF color) const { fill(CreateSolidBrush(color)); }
+  void fill(HBRUSH brush) const { // which goes
     const RECT all{0, 0, width, height};
-    const HBRUSH brush = CreateSolidBrush(color);
     FillRect(dc, &all, brush);
     DeleteObject(brush);
   }

@@ -16,15 +16,15 @@ constexpr COLORREF kGround = RGB(0, 0, 255), kPen = RGB(255, 0, 0), kBrush = RGB
 
 // A blue bitmap with a red pen, a green brush and a yellow background.
 struct Board : Canvas {
-  explicit Board(int width = 12, int height = 9) : Canvas(width, height) {
+  explicit Board(int width = 12, int height = 9, UINT bits = 32) : Canvas(width, height, bits) {
     SelectObject(dc, brush);
     SetBkColor(dc, kBack);
     use(PS_SOLID, 1);
     fill(kGround);
   }
   ~Board() { SelectObject(dc, GetStockObject(BLACK_PEN)), DeleteObject(pen), DeleteObject(brush); }
-  void use(int style, int thick) {
-    const HPEN made = CreatePen(style, thick, kPen);
+  void use(int style, int thick, COLORREF color = kPen) {
+    const HPEN made = CreatePen(style, thick, color);
     SelectObject(dc, made);
     DeleteObject(std::exchange(pen, made));
   }
@@ -199,4 +199,60 @@ TEST_F(GdiRaster, TakesWhateverNumbersThereAre) {
   EXPECT_EQ(GetPixel(board.dc, 25, 0), CLR_INVALID);
   EXPECT_EQ(GetPixel(board.dc, -1, 8), CLR_INVALID);
   EXPECT_FALSE(LineTo(nullptr, 1, 1));
+}
+
+// The top byte of a colour: with its lowest bit the colour is an entry of the palette, the first one where there are not so
+// many. All other bits change nothing, but for numbers in a bitmap's own table.
+TEST_F(GdiRaster, ColoursComeFromThePalette) {
+  const struct {
+    COLORREF color, usual, own; // with the palette that a context begins with, and with one of two entries
+  } rows[] = {{PALETTEINDEX(1), 0x000080, 0x302010},
+              {PALETTEINDEX(5), 0x800080, 0x030201},
+              {PALETTEINDEX(20), 0x000000, 0x030201},
+              {0xABFF0001, 0x000080, 0x302010},
+              {PALETTERGB(0x56, 0x34, 0x12), 0x123456, 0x123456},
+              {0xFE123456, 0x123456, 0x123456},
+              {0x10FF0005, 0x000000, 0x000000},
+              {0xFFFFFFFF, 0x000000, 0x030201}};
+  const struct {
+    WORD version, count;
+    PALETTEENTRY entries[2];
+  } two{0x300, 2, {{1, 2, 3, 0}, {0x10, 0x20, 0x30, 0}}};
+  const HPALETTE palette = CreatePalette(reinterpret_cast<const LOGPALETTE *>(&two));
+  Board board, mono(12, 9, 1);
+  mono.fill(RGB(0, 0, 0));
+  const auto fillWith = [&](HBRUSH brush) { board.fill(brush); };
+  const auto lineOf = [&](int thick, COLORREF color) { board.use(PS_SOLID, thick, color), board.line(0, 3, 9, 3); };
+  const std::pair<const char *, std::function<void(COLORREF)>> ways[] = {
+      {"pixel",
+       [&](COLORREF color) {
+         const COLORREF set = SetPixel(board.dc, 4, 3, color);
+         EXPECT_EQ(set, GetPixel(board.dc, 4, 3));
+       }},
+      {"pen", [&](COLORREF color) { lineOf(1, color); }},
+      {"wide pen", [&](COLORREF color) { lineOf(3, color); }},
+      {"brush", [&](COLORREF color) { fillWith(CreateSolidBrush(color)); }},
+      {"hatch", [&](COLORREF color) { fillWith(CreateHatchBrush(HS_HORIZONTAL, color)); }},
+      {"background", [&](COLORREF color) { SetBkColor(board.dc, color), TextOutA(board.dc, 0, 0, "   ", 3); }},
+      {"blit", [&](COLORREF color) {
+         SetTextColor(board.dc, color), BitBlt(board.dc, 0, 0, 12, 9, mono.dc, 0, 0, SRCCOPY);
+         EXPECT_EQ(GetTextColor(board.dc), color); // it stays as it was set
+       }}};
+  for (const auto &[color, usual, own] : rows)
+    for (const auto &[name, draw] : ways)
+      for (const bool owned : {false, true}) {
+        const HPALETTE before = owned ? SelectPalette(board.dc, palette, FALSE) : nullptr;
+        board.fill(RGB(255, 255, 255)), SetBkColor(board.dc, kBack);
+        draw(color);
+        const COLORREF expected = owned ? own : usual;
+        EXPECT_EQ(GetPixel(board.dc, 4, 3), expected) << name << ' ' << std::hex << color << ' ' << owned;
+        if (before) SelectPalette(board.dc, before, FALSE);
+      }
+  // on one bit a pen has the background's colour only if it is named alike
+  SetBkColor(mono.dc, PALETTERGB(0xC0, 0xC0, 0xC0));
+  mono.use(PS_SOLID, 1, PALETTERGB(0xC0, 0xC0, 0xC0)), mono.line(0, 3, 9, 3);
+  EXPECT_EQ(GetPixel(mono.dc, 4, 3), RGB(255, 255, 255));
+  mono.use(PS_SOLID, 1, PALETTEINDEX(7)), mono.line(0, 3, 9, 3);
+  EXPECT_EQ(GetPixel(mono.dc, 4, 3), RGB(0, 0, 0));
+  DeleteObject(palette);
 }

@@ -179,4 +179,52 @@ TEST_F(GdiText, HasJapaneseForEveryFaceAndTakesBadArguments) {
   std::thread([&] { EXPECT_NE(run(NI), box(999, 999, 0, 0)); }).join();
 }
 
+// A cell height means the largest characters whose cell isn't higher, the cell rounded as a whole.
+TEST_F(GdiText, CellHeightsAreNotExceeded) {
+  constexpr LONG kEm = 2048; // the cell of so big characters tells the proportions
+  const auto sizes = [&](LONG height) {
+    choose(height);
+    return box(metrics.tmAscent, metrics.tmDescent, metrics.tmInternalLeading, metrics.tmAveCharWidth);
+  };
+  choose(-kEm);
+  const LONG cell = line;
+  for (LONG height = 1; height <= 100; ++height) {
+    LONG em = 100;
+    while (em > 1 && (em * cell * 2 + kEm) / (2 * kEm) > height) --em;
+    EXPECT_EQ(sizes(height), sizes(-em)) << height;
+  }
+}
+
+TEST_F(GdiText, TextBetweenTabsIsBrokenAndShortenedForItself) {
+  constexpr UINT kTabs = DT_EXPANDTABS, kWords = DT_WORD_ELLIPSIS | DT_MODIFYSTRING;
+  const struct {
+    const char *text;
+    UINT format;
+    LONG lines, cells; // in a room of 10 cells
+    const char *shortened;
+  } rows[] = {
+      {"a bcd\te f", kBreak | kTabs, 2, 10, ""},      // broken behind the tab
+      {"abcdefghijkl\tm", kBreak | kTabs, 2, 12, ""}, // the tab begins a line
+      {"a\t\tb c", kBreak | kTabs, 1, 19, ""},        // what begins beyond the room stays whole
+      {"abcdefghijkl\nm", kBreak, 3, 12, ""},         // an empty line follows the word without room
+      {"a bcdefghijkl m", kBreak | kWords, 3, 10, "bcdefgh..."},
+      {"a bcdefghijkl m", kBreak | kWords | kTabs, 2, 10, "bcdefgh..."}, // dots end the paragraph
+      {"abcdefghijkl m", kBreak | kWords | DT_EDITCONTROL, 2, 10, "abcdefg..."},
+      {"a\tbcdefg", kTabs | DT_WORD_ELLIPSIS, 1, 11, ""},
+      {"abcdefghijkl\tm", kTabs | DT_END_ELLIPSIS, 1, 17, ""}, // only the last piece
+  };
+  for (const auto &row : rows) {
+    std::string text = row.text + std::string(8, '\0');
+    RECT rect{0, 0, 10 * cell, 200};
+    EXPECT_EQ(DrawTextA(dc, text.data(), -1, &rect, row.format | DT_CALCRECT), row.lines * line) << row.text;
+    EXPECT_EQ(rect.right, row.cells * cell) << row.text << ' ' << row.format;
+    EXPECT_STREQ(text.c_str(), *row.shortened ? row.shortened : row.text);
+  }
+  const RECT rect{20, 10, 20 + 2 * cell + 1, 10 + 4 * line}; // where lines lie
+  EXPECT_EQ(laid("ab  c", rect, DT_RIGHT | kBreak | DT_EDITCONTROL), box(21, 10, 21 + 2 * cell, 10 + 3 * line));
+  const LONG middle = (41 - cell) / 2, down = 10 + 2 * line - line / 2; // a half is to the left
+  EXPECT_EQ(laid("abc", rect, DT_CENTER | DT_NOCLIP), box(middle, 10, middle + 3 * cell, 10 + line));
+  EXPECT_EQ(laid("a", rect, DT_SINGLELINE | DT_VCENTER | DT_BOTTOM), box(20, down, 20 + cell, down + line));
+}
+
 } // namespace

@@ -1,4 +1,4 @@
-// The list box's items and what of them is selected.
+// The items of a list box, and the selection.
 
 #include "platform/desktop/controls/listbox.h"
 
@@ -6,20 +6,12 @@
 
 #include <algorithm>
 #include <cstring>
-#include <unordered_map>
 
 namespace platform {
 
 namespace {
 
 template <typename Record> Record *recordAt(LPARAM address) { return reinterpret_cast<Record *>(address); }
-
-// Those of this thread.
-using ListBoxes = std::unordered_map<HWND, std::shared_ptr<ListBox>>;
-ListBoxes &listBoxes() {
-  thread_local ListBoxes all;
-  return all;
-}
 
 template <typename Value> void insertAt(std::deque<Value> &values, int index, Value value) {
   values.insert(values.begin() + index, value);
@@ -53,7 +45,7 @@ LRESULT ListBox::setData(int index, ULONG_PTR data) {
   return TRUE;
 }
 
-// Of an item and a text that is none yet, or a word.
+// Compares an item with a new text, or with a new item's data.
 int ListBox::compare(int index, LPARAM text) const {
   if (hasStrings()) return compareLines(lines_.at(static_cast<size_t>(index)), recordAt<const char>(text));
   COMPAREITEMSTRUCT record{};
@@ -68,7 +60,7 @@ int ListBox::compare(int index, LPARAM text) const {
   return static_cast<int>(ask(WM_COMPAREITEM, record.CtlID, addressOf(record)));
 }
 
-// In front of its equals.
+// The place of a new item in a sorted list, in front of equal ones.
 int ListBox::placeFor(LPARAM text) const {
   int from = 0, to = count_;
   while (from < to && to <= count_) {
@@ -121,7 +113,7 @@ LRESULT ListBox::erase(int index) {
   if (!isThere(index)) return LB_ERR;
   tellErased(index);
   if (gone_ || !isThere(index)) return LB_ERR;
-  refreshFrom(index); // while it is still known how far it reaches
+  refreshFrom(index); // its area is known only before the removal
   if (hasStrings()) lines_.erase(static_cast<size_t>(index));
   eraseAt(data_, index);
   eraseAt(selected_, index);
@@ -180,7 +172,7 @@ LRESULT ListBox::copyText(int index, LPARAM room) const {
   return length;
 }
 
-// From the item behind one round to that one.
+// Searches from the item behind a given one, round the end, up to the given one itself.
 LRESULT ListBox::find(int after, LPARAM text, bool whole) const {
   const std::string wanted = hasStrings() && text ? foldedLine(recordAt<const char>(text)) : "";
   if (hasStrings() && wanted.empty()) return LB_ERR;
@@ -276,7 +268,7 @@ LRESULT ListBox::setSelected(int index, bool selected) {
   return LB_OKAY;
 }
 
-// room: null only counts.
+// room: null to count only.
 int ListBox::selectedItems(int *room, int size) const {
   int found = 0;
   for (int index = 0; index < count_ && found < size; ++index)
@@ -332,17 +324,3 @@ std::optional<LRESULT> ListBox::answer(UINT message, WPARAM wParam, LPARAM lPara
 }
 
 } // namespace platform
-
-using namespace platform;
-
-LRESULT CALLBACK platform::listBoxProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  return locked<LRESULT>(0, [&]() -> LRESULT {
-    if (message == WM_NCCREATE) listBoxes()[window] = std::make_shared<ListBox>(window);
-    const auto at = listBoxes().find(window);
-    if (at == listBoxes().end()) return DefWindowProcA(window, message, wParam, lParam);
-    const std::shared_ptr<ListBox> list = at->second;
-    const std::optional<LRESULT> answered = list->answer(message, wParam, lParam);
-    if (message == WM_NCDESTROY) listBoxes().erase(window);
-    return answered ? *answered : DefWindowProcA(window, message, wParam, lParam);
-  });
-}

@@ -139,7 +139,7 @@ HBITMAP CreateCompatibleBitmap(HDC dc, int width, int height) {
     const auto context = dcOf(dc);
     if (!context) return nullptr;
     if (width == 0 || height == 0) return static_cast<HBITMAP>(emptyBitmap());
-    return openBitmap(makeBitmap(std::abs(int64_t{width}), std::abs(int64_t{height}), bitsFor(context.get())));
+    return openBitmap(makeBitmap(std::abs(int64_t{width}), std::abs(int64_t{height}), bitsFor(context)));
   });
 }
 
@@ -170,9 +170,9 @@ HBITMAP CreateDIBitmap(HDC dc, const BITMAPINFOHEADER *header, DWORD init, const
     const std::optional<Dib> size = readForm(header, kUnknown);
     if (!size || (filled && (!bits || !info))) return nullptr;
     if (size->width == 0 || size->height == 0) return static_cast<HBITMAP>(emptyBitmap());
-    const auto bitmap = makeBitmap(size->width, size->height, bitsFor(context.get()));
+    const auto bitmap = makeBitmap(size->width, size->height, bitsFor(context));
     if (!bitmap || !filled) return openBitmap(bitmap);
-    const Palette *palette = context ? context->palette.object.get() : nullptr;
+    const Palette *palette = context ? context->palette.object : nullptr;
     const std::optional<Dib> dib = readDib(info, kUnknown, colors, palette);
     if (!dib || (dib->coded() && dib->imageSize == 0)) return nullptr;
     readPixels(*dib, static_cast<const uint8_t *>(bits), dib->coded() ? dib->imageSize : kUnknown, *bitmap);
