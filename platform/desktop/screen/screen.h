@@ -29,6 +29,7 @@ struct Look {
   HWND owner = nullptr;                             // a window that it stays above
   BYTE alpha = 255;                                 // 0 lets everything through
   bool passesInput = false;                         // the pointer goes through it
+  bool takesFiles = false;                          // that the user drops
   QRgb ground = 0xFFFFFFFF;                         // of areas that the program has not painted yet
   std::shared_ptr<const std::vector<QImage>> icons; // one in several sizes; null for the desktop's choice
 };

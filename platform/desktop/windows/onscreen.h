@@ -13,7 +13,7 @@ void raiseOnScreen(Window &window);
 void lowerOnScreen(Window &window);
 // Windows may have become topmost, or are it no more.
 void bandsOnScreen();
-// Its title, styles, icon, owner or opacity may have changed.
+// Its title, styles, icon, owner or opacity may have changed, or whether windows in it take files.
 void lookOnScreen(Window &window);
 // It is no top-level window any more.
 void closeOnScreen(Window &window);

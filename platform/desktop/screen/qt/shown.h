@@ -26,6 +26,8 @@ class ShownWindow : public QWindow {
   // Where a point of an event is on the screen, as the program sees its window's place.
   POINT programPoint(const QPointF &local, const QPointF &global) const;
 
+  bool takesFiles() const { return look_.takesFiles; }
+
   void setPointerAt(const QPointF &local) { pointerAt_ = local; }
   QPointF pointerAt() const { return pointerAt_; }
 
@@ -77,5 +79,7 @@ class ShownWindow : public QWindow {
 // Turns what the user does in a window into reports.
 // Result: whether the event was the user's.
 bool reportInput(ShownWindow &window, Desk &desk, QEvent &event);
+// The same for files that are dragged over a window and dropped.
+bool reportDrop(ShownWindow &window, QEvent &event);
 
 } // namespace platform
