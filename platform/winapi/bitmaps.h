@@ -69,7 +69,7 @@ PLATFORM_API HBITMAP WINAPI CreateDIBitmap(HDC dc, const BITMAPINFOHEADER *heade
 /* Copies rows of pixels with 24 or 32 bits, from row `first' on: counted from the bottom, and from the top for a negative
  * height. info: the form that is wanted; gets the size of the pixels in bytes. bits: null copies nothing, and with 0 bits a
  * pixel info gets the bitmap's own form. What of the form lies outside of the bitmap is black.
- * Result: the rows that were copied; without bits not 0; 0 for other forms. */
+ * Result: how many of the rows lie in the bitmap; without bits not 0; 0 for other forms. */
 PLATFORM_API int WINAPI GetDIBits(HDC dc, HBITMAP bitmap, UINT first, UINT rows, void *bits, BITMAPINFO *info,
                                   UINT colors);
 /* A bitmap, an icon or a cursor of the instance's resources, scaled where a size is asked for; with LR_LOADFROMFILE one of

@@ -150,7 +150,8 @@ TEST_F(GdiObjects, PixelsAreReadInRows) {
         GetDIBits(picture.dc, static_cast<HBITMAP>(picture.bitmap), first, count, bytes.data(), &info, 0);
     std::replace(bytes.begin(), bytes.end(), '\0', '.');
     const size_t pitch = static_cast<size_t>((width * bits + 31) / 32 * 4);
-    EXPECT_EQ(static_cast<size_t>(copied) * pitch, pixels.size()) << bits << ' ' << width << ' ' << height;
+    const size_t ofBitmap = std::min<size_t>(pixels.size() / pitch, 4); // not those that are black
+    EXPECT_EQ(static_cast<size_t>(copied), ofBitmap) << bits << ' ' << width << ' ' << height;
     EXPECT_EQ(bytes, pixels + std::string(100 - pixels.size(), '#')) << bits << ' ' << width << ' ' << height;
     EXPECT_EQ(info.bmiHeader.biSizeImage, copied ? pitch * static_cast<size_t>(std::abs(height)) : 0) << bits;
   }

@@ -177,9 +177,10 @@ int tellForm(const Bitmap &bitmap, BITMAPINFOHEADER &header) {
 }
 
 // A row of the form; one outside of the bitmap is black, and so is what lies to the right of it.
-void copyRow(const QImage &image, LONG y, const BITMAPINFOHEADER &header, uint8_t *row) {
+// Result: whether it lies in the bitmap.
+bool copyRow(const QImage &image, LONG y, const BITMAPINFOHEADER &header, uint8_t *row) {
   std::memset(row, 0, pitchOf(header));
-  if (y >= image.height()) return;
+  if (y >= image.height()) return false;
   const auto *const pixels = reinterpret_cast<const QRgb *>(image.constScanLine(static_cast<int>(y)));
   const size_t bytes = header.biBitCount / 8u;
   const auto count = static_cast<size_t>(std::min<LONG>(image.width(), header.biWidth));
@@ -187,15 +188,15 @@ void copyRow(const QImage &image, LONG y, const BITMAPINFOHEADER &header, uint8_
     const uint32_t colour = pixels[x] & 0xFFFFFF;
     for (size_t part = 0; part < bytes; ++part) row[x * bytes + part] = static_cast<uint8_t>(colour >> 8 * part);
   }
+  return true;
 }
 
+// Result: the rows that lie in the bitmap.
 int copyRows(const Bitmap &bitmap, UINT first, UINT rows, uint8_t *bits, const BITMAPINFOHEADER &header) {
-  const LONG height = std::abs(header.biHeight);
-  const size_t pitch = pitchOf(header);
-  LONG copied = 0;
-  for (LONG row = static_cast<LONG>(first); row < height && static_cast<UINT>(copied) < rows; ++row, ++copied)
-    copyRow(bitmap.image, header.biHeight < 0 ? row : height - 1 - row, header,
-            bits + static_cast<size_t>(copied) * pitch);
+  const LONG height = std::abs(header.biHeight), end = std::min<LONG>(height, static_cast<LONG>(first + rows));
+  int copied = 0;
+  for (LONG row = static_cast<LONG>(first); row < end; ++row, bits += pitchOf(header))
+    copied += copyRow(bitmap.image, header.biHeight < 0 ? row : height - 1 - row, header, bits);
   return copied;
 }
 
@@ -215,7 +216,8 @@ int GetDIBits(HDC dc, HBITMAP handle, UINT first, UINT rows, void *bits, BITMAPI
     header.biSizeImage = static_cast<DWORD>(pitchOf(header) * static_cast<size_t>(std::abs(header.biHeight)));
     if (!bits) return 1;
     bitmap->settle();
-    return copyRows(*bitmap, std::min<UINT>(first, kMost), rows, static_cast<uint8_t *>(bits), header);
+    return copyRows(*bitmap, std::min<UINT>(first, kMost), std::min<UINT>(rows, kMost), static_cast<uint8_t *>(bits),
+                    header);
   });
 }
 
