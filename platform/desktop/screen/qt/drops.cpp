@@ -8,6 +8,8 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include <utility>
+
 namespace platform {
 
 namespace {
@@ -37,14 +39,18 @@ bool reportDrop(ShownWindow &window, QEvent &event) {
   if (type == QEvent::DragLeave) return true;
   if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop) return false;
   auto &drag = static_cast<QDropEvent &>(event);
-  std::vector<std::string> files;
-  if (window.takesFiles() && drag.mimeData()) files = filesOf(*drag.mimeData());
+  // asked for once, and again at the drop, when some programs know better and others have gone
+  std::vector<std::string> &files = window.dragged();
+  if (type == QEvent::DragEnter) files.clear();
+  if (type != QEvent::DragMove && window.takesFiles() && drag.mimeData())
+    if (auto held = filesOf(*drag.mimeData()); !held.empty()) files = std::move(held);
   const Qt::DropAction action = files.empty() ? Qt::IgnoreAction : actionOf(drag);
   drag.setDropAction(action);
   drag.setAccepted(action != Qt::IgnoreAction);
   if (type != QEvent::Drop || !drag.isAccepted()) return true;
   const QPointF local = drag.position();
-  above::take(FilesDropped{window.id(), window.programPoint(local, window.mapToGlobal(local)), std::move(files)});
+  above::take(
+      FilesDropped{window.id(), window.programPoint(local, window.mapToGlobal(local)), std::exchange(files, {})});
   return true;
 }
 

@@ -27,6 +27,8 @@ class ShownWindow : public QWindow {
   POINT programPoint(const QPointF &local, const QPointF &global) const;
 
   bool takesFiles() const { return look_.takesFiles; }
+  // The files of a drag that is over the window.
+  std::vector<std::string> &dragged() { return dragged_; }
 
   void setPointerAt(const QPointF &local) { pointerAt_ = local; }
   QPointF pointerAt() const { return pointerAt_; }
@@ -72,6 +74,7 @@ class ShownWindow : public QWindow {
   std::optional<std::pair<QRect, Serial>> deed_; // to be told in a moment, behind a change of state that comes with it
   QTimer tell_;
   QPointF pointerAt_; // last seen
+  std::vector<std::string> dragged_;
   std::shared_ptr<Picture> picture_;
   QBackingStore store_;
 };
