@@ -90,7 +90,7 @@ void Printout::drawFoot(WqDc &dc, const RECT &row, int32_t page) const {
   horizontal(dc, row.left, row.right - 1, row.top, colourTick);
   const RECT text = box(row.left, row.top + look_.gap, row.right, row.bottom);
   write(dc, "levelview", text, DT_LEFT, colourDimText);
-  write(dc, format("%d / %d", page, kPages), text, DT_RIGHT);
+  write(dc, format("page %d of %d", page, kPages), text, DT_RIGHT);
 }
 
 void Printout::drawReport(WqDc &dc, const RECT &area) const {
