@@ -5,6 +5,9 @@
 #include "files/files_private.h"
 #include "text/text.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 constexpr size_t kTreePath = 256; // of a path in a tree that is made, deleted or copied
@@ -59,7 +62,7 @@ bool isLinkToFolder(const char *path) {
   return find.found() && find.isLink();
 }
 
-// Paths of files, each with a backslash in front. A file for which memory is short is left out.
+// A list of paths.
 class Paths {
  public:
   Paths() = default;
@@ -67,19 +70,24 @@ class Paths {
   Paths(const Paths &) = delete;
   Paths &operator=(const Paths &) = delete;
 
-  void add(const char *path) {
-    const auto size = static_cast<uint32_t>(WqStr_Len(path)) + 1;
+  // room: bytes of the text, at least.
+  // Result: whether memory was there for it.
+  bool add(const char *path, size_t room = 0) {
+    const auto size = static_cast<uint32_t>(std::max<size_t>(WqStr_Len(path) + 1, room));
     auto *text = static_cast<char *>(WqMem_Alloc(size));
     WqList *node = text ? WqList_AddN(last_, reinterpret_cast<WqWord>(text)) : nullptr;
     if (!node) {
       WqMem_Free(text);
-      return;
+      return false;
     }
     WqStr_Copy(text, path);
     if (!first_) first_ = node;
     last_ = node;
+    return true;
   }
   const WqList *first() const { return first_; }
+  // Gives the list away.
+  WqList *release() { return std::exchange(first_, nullptr); }
 
  private:
   WqList *first_ = nullptr;
@@ -155,22 +163,13 @@ WqList *WqDir_Collect(const char *folder, const char *pattern) {
   char area[kListPath];
   char search[kListPath];
   if (!copyFolder(area, folder) || !WqDir_IsExist(area) || !wqJoin(search, area, "\\", pattern)) return nullptr;
-  WqList *first = nullptr;
-  WqList *last = nullptr;
+  Paths paths;
   Find find(search);
   for (bool more = find.found(); more; more = find.next()) {
     if (find.has(kWqLeftAlone) || isDotEntry(find.name()) || !wqJoin(area, folder, "\\", find.name())) continue;
-    auto *text = static_cast<char *>(WqMem_Alloc(sizeof area));
-    WqList *node = text ? WqList_AddN(last, reinterpret_cast<WqWord>(text)) : nullptr;
-    if (!node) {
-      WqMem_Free(text);
-      break;
-    }
-    WqStr_Copy(text, area);
-    if (!first) first = node;
-    last = node;
+    if (!paths.add(area, sizeof area)) break;
   }
-  return first;
+  return paths.release();
 }
 
 // All files are listed before the first is copied: a copy into a folder of the tree itself would never end.

@@ -27,16 +27,9 @@ HWND makeTip(HWND owner, const char *text, UINT flags = TTF_SUBCLASS) {
 
 // The tip with its frame, as it is on the screen.
 Place seenTip() {
-  const Picture picture = user().picture();
-  int left = picture.width, top = picture.height, right = 0, bottom = 0;
-  for (int y = 0; y < picture.height; ++y)
-    for (int x = 0; x < picture.width; ++x) {
-      if (picture.at(x, y) != kGround) continue;
-      left = std::min(left, x), right = std::max(right, x + 1);
-      top = std::min(top, y), bottom = std::max(bottom, y + 1);
-    }
-  if (right <= left) return {};
-  return {left - kFrame, top - kFrame, right - left + 2 * kFrame, bottom - top + 2 * kFrame};
+  const Place inner = user().picture().box(kGround);
+  if (!inner.width) return {};
+  return {inner.x - kFrame, inner.y - kFrame, inner.width + 2 * kFrame, inner.height + 2 * kFrame};
 }
 
 } // namespace

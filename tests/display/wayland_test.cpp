@@ -8,18 +8,7 @@ namespace {
 
 constexpr COLORREF kMagenta = RGB(255, 0, 255); // of the visitor's client area
 
-// The box of all pixels in the visitor's colour.
-Place visitorOnPicture() {
-  const Picture picture = user().picture();
-  int left = picture.width, top = picture.height, right = 0, bottom = 0;
-  for (int y = 0; y < picture.height; ++y)
-    for (int x = 0; x < picture.width; ++x) {
-      if (picture.at(x, y) != kMagenta) continue;
-      left = std::min(left, x), right = std::max(right, x + 1);
-      top = std::min(top, y), bottom = std::max(bottom, y + 1);
-    }
-  return right > left ? Place{left, top, right - left, bottom - top} : Place{};
-}
+Place visitorOnPicture() { return user().picture().box(kMagenta); }
 
 bool eventually(const std::function<bool()> &so) {
   for (int tries = 0; tries < 100; ++tries) {

@@ -6,20 +6,12 @@
 
 #include <algorithm>
 #include <cstring>
-#include <unordered_map>
 
 namespace platform {
 
 namespace {
 
 template <typename Record> Record *recordAt(LPARAM address) { return reinterpret_cast<Record *>(address); }
-
-// Those of this thread.
-using ListBoxes = std::unordered_map<HWND, std::shared_ptr<ListBox>>;
-ListBoxes &listBoxes() {
-  thread_local ListBoxes all;
-  return all;
-}
 
 template <typename Value> void insertAt(std::deque<Value> &values, int index, Value value) {
   values.insert(values.begin() + index, value);
@@ -332,17 +324,3 @@ std::optional<LRESULT> ListBox::answer(UINT message, WPARAM wParam, LPARAM lPara
 }
 
 } // namespace platform
-
-using namespace platform;
-
-LRESULT CALLBACK platform::listBoxProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  return locked<LRESULT>(0, [&]() -> LRESULT {
-    if (message == WM_NCCREATE) listBoxes()[window] = std::make_shared<ListBox>(window);
-    const auto at = listBoxes().find(window);
-    if (at == listBoxes().end()) return DefWindowProcA(window, message, wParam, lParam);
-    const std::shared_ptr<ListBox> list = at->second;
-    const std::optional<LRESULT> answered = list->answer(message, wParam, lParam);
-    if (message == WM_NCDESTROY) listBoxes().erase(window);
-    return answered ? *answered : DefWindowProcA(window, message, wParam, lParam);
-  });
-}

@@ -3,21 +3,17 @@
 #pragma once
 
 #include "platform/desktop/controls/listlines.h"
+#include "platform/desktop/windows/ownclass.h"
 #include "platform/desktop/windows/window.h"
 #include "platform/winapi/listbox.h"
 
-#include <optional>
-
 namespace platform {
 
-class ListBox {
+class ListBox : public Answerer {
  public:
   explicit ListBox(HWND handle);
-  ListBox(const ListBox &) = delete;
-  ListBox &operator=(const ListBox &) = delete;
 
-  // Answers a message to its window; nothing for one that it leaves to the default procedure.
-  std::optional<LRESULT> answer(UINT message, WPARAM wParam, LPARAM lParam);
+  std::optional<LRESULT> answer(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
   // ---- Items (listbox.cpp)
@@ -129,8 +125,5 @@ template <typename Record> Record ListBox::recordFor(int index) const {
   record.itemID = static_cast<UINT>(index);
   return record;
 }
-
-// The window procedure of the class.
-LRESULT CALLBACK listBoxProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 } // namespace platform

@@ -48,13 +48,6 @@ BOOL write(const Tool *tool, TTTOOLINFOA *info) {
   return TRUE;
 }
 
-// Those of this thread.
-using Tooltips = std::unordered_map<HWND, std::shared_ptr<Tooltip>>;
-Tooltips &tooltips() {
-  thread_local Tooltips all;
-  return all;
-}
-
 // Whatever style was asked for, it is a small window of its own without a caption, which lets the pointer through.
 void begin(Window &window) {
   if (!window.isTopLevel()) SetParent(window.handle, nullptr);
@@ -248,6 +241,7 @@ std::optional<LRESULT> Tooltip::answerSettings(UINT message, WPARAM wParam, LPAR
 
 std::optional<LRESULT> Tooltip::answerWindow(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
+  case WM_NCCREATE: begin(*windowOf(handle_)); return TRUE;
   case WM_NCCALCSIZE: return 0; // all of it is client area, with a frame that the control draws
   case WM_NCHITTEST: return HTTRANSPARENT;
   case WM_MOUSEACTIVATE: return MA_NOACTIVATE;
@@ -276,21 +270,3 @@ std::optional<LRESULT> Tooltip::answer(UINT message, WPARAM wParam, LPARAM lPara
 }
 
 } // namespace platform
-
-using namespace platform;
-
-LRESULT CALLBACK platform::tooltipProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  return locked<LRESULT>(0, [&]() -> LRESULT {
-    if (message == WM_NCCREATE) {
-      begin(*windowOf(window));
-      tooltips()[window] = std::make_shared<Tooltip>(window);
-      return TRUE;
-    }
-    const auto at = tooltips().find(window);
-    if (at == tooltips().end()) return DefWindowProcA(window, message, wParam, lParam);
-    const std::shared_ptr<Tooltip> tip = at->second;
-    const std::optional<LRESULT> answered = tip->answer(message, wParam, lParam);
-    if (message == WM_NCDESTROY) tooltips().erase(window);
-    return answered ? *answered : DefWindowProcA(window, message, wParam, lParam);
-  });
-}

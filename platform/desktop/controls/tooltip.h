@@ -4,20 +4,16 @@
 #pragma once
 
 #include "platform/desktop/controls/tools.h"
+#include "platform/desktop/windows/ownclass.h"
 #include "platform/desktop/windows/window.h"
-
-#include <optional>
 
 namespace platform {
 
-class Tooltip {
+class Tooltip : public Answerer {
  public:
   explicit Tooltip(HWND handle);
-  Tooltip(const Tooltip &) = delete;
-  Tooltip &operator=(const Tooltip &) = delete;
 
-  // Answers a message to its window; nothing for one that it leaves to the default procedure.
-  std::optional<LRESULT> answer(UINT message, WPARAM wParam, LPARAM lParam);
+  std::optional<LRESULT> answer(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
   // In milliseconds.
@@ -92,8 +88,5 @@ class Tooltip {
   POINT trackAt_{};
   std::string text_; // of the tip that came last
 };
-
-// The window procedure of the class.
-LRESULT CALLBACK tooltipProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 } // namespace platform

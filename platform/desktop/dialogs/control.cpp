@@ -1,54 +1,11 @@
 #include "platform/desktop/dialogs/control.h"
 
-#include "platform/desktop/lock.h"
-#include "platform/desktop/windows/classes.h"
-
-#include <unordered_map>
-
 namespace platform {
 
 const char *const kDialogClass = "#32770";
 const char *const kButtonClass = "Button";
 const char *const kEditClass = "Edit";
 const char *const kLabelClass = "Static";
-
-namespace {
-
-// Those of this thread.
-using Controls = std::unordered_map<HWND, std::shared_ptr<Control>>;
-Controls &controls() {
-  thread_local Controls all;
-  return all;
-}
-
-std::shared_ptr<Control> controlOf(HWND window) {
-  const auto at = controls().find(window);
-  return at == controls().end() ? nullptr : at->second;
-}
-
-} // namespace
-
-void registerControl(const char *name, WNDPROC procedure, UINT style, LPCSTR cursor, int extra) {
-  if (findClass(name)) return;
-  WNDCLASSA made{};
-  made.style = style;
-  made.lpfnWndProc = procedure;
-  made.cbWndExtra = extra;
-  made.hCursor = LoadCursorA(nullptr, cursor);
-  made.lpszClassName = name;
-  RegisterClassA(&made);
-}
-
-LRESULT controlProcedure(ControlMaker make, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  return locked<LRESULT>(0, [&]() -> LRESULT {
-    if (message == WM_NCCREATE)
-      if (auto made = make(window)) controls()[window] = made;
-    const std::shared_ptr<Control> control = controlOf(window); // it may end while it answers
-    if (message == WM_NCDESTROY) controls().erase(window);
-    const std::optional<LRESULT> answer = control ? control->answer(message, wParam, lParam) : std::nullopt;
-    return answer ? *answer : DefWindowProcA(window, message, wParam, lParam);
-  });
-}
 
 std::optional<LRESULT> Control::answer(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {

@@ -1,24 +1,17 @@
-// The windows of which dialogs are made: each has an object that answers its messages, and lives as long as the window.
-// They work under the desktop's lock. What they tell their parents may run procedures of the program, which may end them.
+// The windows of which dialogs are made.
 #pragma once
 
+#include "platform/desktop/windows/ownclass.h"
 #include "platform/desktop/windows/window.h"
 #include "platform/winapi/dialogs.h"
 
-#include <memory>
-#include <optional>
-
 namespace platform {
 
-class Control {
+class Control : public Answerer {
  public:
   explicit Control(HWND handle) : handle_(handle) {}
-  virtual ~Control() = default;
-  Control(const Control &) = delete;
-  Control &operator=(const Control &) = delete;
 
-  // Answers a message; nothing for one that it leaves to the default procedure.
-  virtual std::optional<LRESULT> answer(UINT message, WPARAM wParam, LPARAM lParam);
+  std::optional<LRESULT> answer(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  protected:
   virtual void draw(HDC dc, const RECT &area) = 0;
@@ -41,22 +34,11 @@ class Control {
   HFONT font_ = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
 };
 
-using ControlMaker = std::shared_ptr<Control> (*)(HWND window);
-
-// The window procedure of all of them; `make` makes the object of a new window.
-LRESULT controlProcedure(ControlMaker make, HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
-template <typename Kind> LRESULT CALLBACK procedureOf(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  constexpr ControlMaker kMake = [](HWND handle) -> std::shared_ptr<Control> { return std::make_shared<Kind>(handle); };
-  return controlProcedure(kMake, window, message, wParam, lParam);
-}
-
 // The classes, which are there from the first call on.
 extern const char *const kDialogClass;
 extern const char *const kButtonClass;
 extern const char *const kEditClass;
 extern const char *const kLabelClass;
-void registerControl(const char *name, WNDPROC procedure, UINT style, LPCSTR cursor, int extra = 0);
 
 LRESULT CALLBACK buttonProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK editProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

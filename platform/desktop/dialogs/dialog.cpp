@@ -21,19 +21,19 @@ using PartMaker = std::function<std::shared_ptr<Control>(HWND)>;
 thread_local const PartMaker *making = nullptr; // for the window that is being made
 
 LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  constexpr ControlMaker kMake = [](HWND handle) -> std::shared_ptr<Control> {
+  constexpr AnswererMaker kMake = [](HWND handle) -> std::shared_ptr<Answerer> {
     const PartMaker *const maker = std::exchange(making, nullptr);
     return maker ? (*maker)(handle) : nullptr; // a program may make windows of this class too
   };
-  return controlProcedure(kMake, window, message, wParam, lParam);
+  return answerMessage(kMake, window, message, wParam, lParam);
 }
 
 void registerClasses() {
-  registerControl(kDialogClass, dialogProcedure, CS_DBLCLKS, IDC_ARROW,
-                  kDialogWords * static_cast<int>(sizeof(LONG_PTR)));
-  registerControl(kButtonClass, buttonProcedure, CS_DBLCLKS, IDC_ARROW);
-  registerControl(kEditClass, editProcedure, CS_DBLCLKS, IDC_IBEAM);
-  registerControl(kLabelClass, labelProcedure, 0, IDC_ARROW);
+  registerOwnClass(kDialogClass, dialogProcedure, CS_DBLCLKS, IDC_ARROW,
+                   kDialogWords * static_cast<int>(sizeof(LONG_PTR)));
+  registerOwnClass(kButtonClass, buttonProcedure, CS_DBLCLKS);
+  registerOwnClass(kEditClass, editProcedure, CS_DBLCLKS, IDC_IBEAM);
+  registerOwnClass(kLabelClass, labelProcedure, 0);
 }
 
 HWND makeWindow(const DialogLook &look, const RECT &place, HWND parent, HMENU id, const PartMaker &make) {

@@ -75,6 +75,10 @@ class Screen {
   // Opens or shows a window. picture: what it shows.
   virtual void show(HWND window, const Look &look, const Stand &stand, Serial standSerial, ShowState state,
                     Serial stateSerial, const std::shared_ptr<Picture> &picture) = 0;
+  // Whether so much of what was asked is not done yet that a program which opens still more has to wait, and the wait,
+  // under no lock. It ends after some time anyway.
+  virtual bool isBehind() const = 0;
+  virtual void catchUp() = 0;
   virtual void hide(HWND window) = 0;
   virtual void close(HWND window) = 0;
   virtual void setLook(HWND window, const Look &look) = 0;

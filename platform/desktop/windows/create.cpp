@@ -176,6 +176,13 @@ bool introduce(const WindowRef &window, CREATESTRUCTA &create) {
   return window->alive;
 }
 
+// Opening and closing windows faster than the desktop shows them would pile them up.
+void waitForScreen() {
+  if (!hasScreen() || !theScreen().isBehind()) return;
+  const DesktopUnlock unlocked;
+  theScreen().catchUp();
+}
+
 HWND createWindow(Creation &creation) {
   CREATESTRUCTA &create = creation.create;
   const DWORD wanted = static_cast<DWORD>(create.style);
@@ -227,6 +234,7 @@ HWND CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR title, DWORD style,
       return nullptr;
     }
     const bool child = (style & (WS_CHILD | WS_POPUP)) == WS_CHILD;
+    if (!child) waitForScreen();
     creation.parent = parent ? windowOf(parent) : nullptr;
     if (parent && !creation.parent) return nullptr;
     if (child && !creation.parent) {

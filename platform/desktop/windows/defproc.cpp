@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 
 namespace platform {
 
@@ -187,6 +188,96 @@ LRESULT setRedraw(const WindowRef &window, WPARAM on) {
   return 0;
 }
 
+using Answer = std::optional<LRESULT>; // nothing for a message of another group
+
+// The window's place, state and pixels.
+Answer answerPlace(const WindowRef &window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+  case WM_NCCALCSIZE: {
+    RECT &rect = wParam ? recordAt<NCCALCSIZE_PARAMS>(lParam).rgrc[0] : recordAt<RECT>(lParam);
+    rect = clientWithin(rect, window->style, window->exStyle);
+    return 0;
+  }
+  case WM_NCHITTEST: return hitTest(*window, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+  case WM_NCPAINT: drawFrame(*window); return 0;
+  case WM_NCACTIVATE: return TRUE;
+  case WM_WINDOWPOSCHANGING: limitChange(window, recordAt<WINDOWPOS>(lParam)); return 0;
+  case WM_WINDOWPOSCHANGED: sendSizeAndMove(window, recordAt<WINDOWPOS>(lParam).flags); return 0;
+  case WM_ERASEBKGND: return eraseBackground(window, wParam);
+  case WM_PAINT: {
+    PAINTSTRUCT paint;
+    BeginPaint(window->handle, &paint);
+    EndPaint(window->handle, &paint);
+    return 0;
+  }
+  case WM_SETREDRAW: return setRedraw(window, wParam);
+  case WM_QUERYOPEN: return TRUE;
+  case WM_CLOSE: DestroyWindow(window->handle); return 0;
+  default: return std::nullopt;
+  }
+}
+
+// What its title bar shows.
+Answer answerTitle(const WindowRef &window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+  case WM_NCCREATE: {
+    const LPCSTR name = recordAt<CREATESTRUCTA>(lParam).lpszName;
+    window->text = name ? name : "";
+    return TRUE;
+  }
+  case WM_SETTEXT: return setText(*window, lParam);
+  case WM_GETTEXT: return getText(*window, wParam, lParam);
+  case WM_GETTEXTLENGTH: return static_cast<LRESULT>(window->text.size());
+  case WM_SETICON: {
+    if (wParam > 1) return 0;
+    const HICON old = window->icons[wParam];
+    window->icons[wParam] = reinterpret_cast<HICON>(lParam);
+    lookOnScreen(*window);
+    return reinterpret_cast<LRESULT>(old);
+  }
+  case WM_GETICON: return wParam > 1 ? 0 : reinterpret_cast<LRESULT>(window->icons[wParam]);
+  default: return std::nullopt;
+  }
+}
+
+LRESULT frameClickedTwice(const WindowRef &window, WPARAM hit, LPARAM at) {
+  if (hit == HTVSCROLL || hit == HTHSCROLL) return framePressed(window, hit, at);
+  if (hit == HTCAPTION && window->is(WS_MAXIMIZEBOX))
+    send(window, WM_SYSCOMMAND, window->is(WS_MAXIMIZE) ? SC_RESTORE : SC_MAXIMIZE, at);
+  return 0;
+}
+
+LRESULT askForMenu(const WindowRef &window, LPARAM at) {
+  const POINT origin = clientOrigin(*window);
+  send(window, WM_CONTEXTMENU, wParamOf(window->handle),
+       lParamOf(GET_X_LPARAM(at) + origin.x, GET_Y_LPARAM(at) + origin.y));
+  return 0;
+}
+
+Answer answerInput(const WindowRef &window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+  case WM_ACTIVATE:
+    if (LOWORD(wParam) != WA_INACTIVE && !window->is(WS_MINIMIZE)) setFocus(window);
+    return 0;
+  case WM_MOUSEACTIVATE: return mouseActivate(window, wParam, lParam);
+  case WM_SETCURSOR: return chooseCursor(window, wParam, lParam);
+  case WM_CANCELMODE:
+    if (window->queue->capture == window->handle) setCapture(*window->queue, nullptr);
+    return 0;
+  case WM_SYSCOMMAND: return command(window, wParam, lParam);
+  case WM_SYSKEYDOWN: return systemKeyDown(window, wParam, lParam);
+  case WM_KEYUP:
+  case WM_SYSKEYUP: return keyUp(window, wParam);
+  case WM_SYSCHAR: return systemCharacter(window, wParam, lParam);
+  case WM_NCLBUTTONDOWN: return framePressed(window, wParam, lParam);
+  case WM_NCLBUTTONDBLCLK: return frameClickedTwice(window, wParam, lParam);
+  case WM_RBUTTONUP: return askForMenu(window, lParam);
+  case WM_CONTEXTMENU:
+  case WM_MOUSEWHEEL: return window->isChild() ? send(refOf(window->parent), message, wParam, lParam) : 0;
+  default: return std::nullopt;
+  }
+}
+
 } // namespace
 
 } // namespace platform
@@ -197,73 +288,9 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
   return locked<LRESULT>(0, [&]() -> LRESULT {
     const WindowRef window = windowOf(handle);
     if (!window) return 0;
-    switch (message) {
-    case WM_NCCREATE: {
-      const LPCSTR name = recordAt<CREATESTRUCTA>(lParam).lpszName;
-      window->text = name ? name : "";
-      return TRUE;
-    }
-    case WM_NCCALCSIZE: {
-      RECT &rect = wParam ? recordAt<NCCALCSIZE_PARAMS>(lParam).rgrc[0] : recordAt<RECT>(lParam);
-      rect = clientWithin(rect, window->style, window->exStyle);
-      return 0;
-    }
-    case WM_NCHITTEST: return hitTest(*window, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
-    case WM_NCPAINT: drawFrame(*window); return 0;
-    case WM_NCACTIVATE: return TRUE;
-    case WM_WINDOWPOSCHANGING: limitChange(window, recordAt<WINDOWPOS>(lParam)); return 0;
-    case WM_WINDOWPOSCHANGED: sendSizeAndMove(window, recordAt<WINDOWPOS>(lParam).flags); return 0;
-    case WM_ERASEBKGND: return eraseBackground(window, wParam);
-    case WM_PAINT: {
-      PAINTSTRUCT paint;
-      BeginPaint(handle, &paint);
-      EndPaint(handle, &paint);
-      return 0;
-    }
-    case WM_SETREDRAW: return setRedraw(window, wParam);
-    case WM_SETTEXT: return setText(*window, lParam);
-    case WM_GETTEXT: return getText(*window, wParam, lParam);
-    case WM_GETTEXTLENGTH: return static_cast<LRESULT>(window->text.size());
-    case WM_CLOSE: DestroyWindow(handle); return 0;
-    case WM_QUERYOPEN: return TRUE;
-    case WM_ACTIVATE:
-      if (LOWORD(wParam) != WA_INACTIVE && !window->is(WS_MINIMIZE)) setFocus(window);
-      return 0;
-    case WM_MOUSEACTIVATE: return mouseActivate(window, wParam, lParam);
-    case WM_SETCURSOR: return chooseCursor(window, wParam, lParam);
-    case WM_CANCELMODE:
-      if (window->queue->capture == handle) setCapture(*window->queue, nullptr);
-      return 0;
-    case WM_SYSCOMMAND: return command(window, wParam, lParam);
-    case WM_SYSKEYDOWN: return systemKeyDown(window, wParam, lParam);
-    case WM_KEYUP:
-    case WM_SYSKEYUP: return keyUp(window, wParam);
-    case WM_SYSCHAR: return systemCharacter(window, wParam, lParam);
-    case WM_NCLBUTTONDOWN: return framePressed(window, wParam, lParam);
-    case WM_NCLBUTTONDBLCLK:
-      if (wParam == HTVSCROLL || wParam == HTHSCROLL) return framePressed(window, wParam, lParam);
-      if (wParam == HTCAPTION && (window->style & WS_MAXIMIZEBOX))
-        send(window, WM_SYSCOMMAND, window->is(WS_MAXIMIZE) ? SC_RESTORE : SC_MAXIMIZE, lParam);
-      return 0;
-    case WM_RBUTTONUP: {
-      const POINT origin = clientOrigin(*window);
-      send(window, WM_CONTEXTMENU, wParamOf(handle),
-           lParamOf(GET_X_LPARAM(lParam) + origin.x, GET_Y_LPARAM(lParam) + origin.y));
-      return 0;
-    }
-    case WM_NCRBUTTONUP: return 0;
-    case WM_CONTEXTMENU: return window->isChild() ? send(refOf(window->parent), WM_CONTEXTMENU, wParam, lParam) : 0;
-    case WM_MOUSEWHEEL: return window->isChild() ? send(refOf(window->parent), message, wParam, lParam) : 0;
-    case WM_SETICON: {
-      if (wParam > 1) return 0;
-      const HICON old = window->icons[wParam];
-      window->icons[wParam] = reinterpret_cast<HICON>(lParam);
-      lookOnScreen(*window);
-      return reinterpret_cast<LRESULT>(old);
-    }
-    case WM_GETICON: return wParam > 1 ? 0 : reinterpret_cast<LRESULT>(window->icons[wParam]);
-    default: return 0;
-    }
+    for (const auto answer : {answerInput, answerPlace, answerTitle})
+      if (const Answer answered = answer(window, message, wParam, lParam)) return *answered;
+    return 0;
   });
 }
 

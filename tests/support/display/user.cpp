@@ -2,6 +2,7 @@
 
 #include <QLibraryInfo>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
@@ -14,6 +15,17 @@ std::ostream &operator<<(std::ostream &out, const Place &place) {
 uint32_t Picture::at(int x, int y) const {
   if (x < 0 || y < 0 || x >= width || y >= height) return 0;
   return pixels[static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x)];
+}
+
+Place Picture::box(uint32_t colour) const {
+  int left = width, top = height, right = 0, bottom = 0;
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) {
+      if (at(x, y) != colour) continue;
+      left = std::min(left, x), right = std::max(right, x + 1);
+      top = std::min(top, y), bottom = std::max(bottom, y + 1);
+    }
+  return right > left ? Place{left, top, right - left, bottom - top} : Place{};
 }
 
 void User::click(int x, int y, int number) {

@@ -10,6 +10,8 @@ class NullScreen final : public Screen {
   ScreenInfo info() const override { return {kSize, kArea, kArea, {kSize.cx / 2, kSize.cy / 2}, kPixelsPerInch, true}; }
 
   void show(HWND, const Look &, const Stand &, Serial, ShowState, Serial, const std::shared_ptr<Picture> &) override {}
+  bool isBehind() const override { return false; }
+  void catchUp() override {}
   void hide(HWND) override {}
   void close(HWND) override {}
   void setLook(HWND, const Look &) override {}

@@ -282,6 +282,7 @@ bool Host::post(Work work) {
   const std::lock_guard lock(mutex_);
   if (phase_ != Phase::running) return false;
   works_.push_back(std::move(work));
+  ++undone_;
   if (works_.size() == 1) QCoreApplication::postEvent(worker_, new QEvent(QEvent::User));
   return true;
 }
@@ -323,7 +324,17 @@ void Host::doWork() {
     } catch (const std::bad_alloc &) {
       // what the desktop can't be told now it isn't told; nothing unwinds through Qt
     }
+    if (--undone_ != kMuch) continue;
+    const std::lock_guard lock(mutex_); // who waits has looked before or looks afterwards
+    changed_.notify_all();
   }
+}
+
+void Host::catchUp() {
+  constexpr auto kLongest = std::chrono::seconds(2);
+  if (runsHere()) return runEvents();
+  std::unique_lock lock(mutex_);
+  changed_.wait_for(lock, kLongest, [&] { return !isBehind() || phase_ != Phase::running; });
 }
 
 bool Host::runsHere() const { return guest_ && GetCurrentThreadId() == threadId_; }

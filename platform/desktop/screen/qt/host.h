@@ -34,6 +34,10 @@ class Host {
   // Waits until work is done, but not for ever: a program whose event loop doesn't run does none.
   bool finish(Work work, std::chrono::milliseconds limit);
 
+  // Whether much work waits; waits while it does, but not for ever either.
+  bool isBehind() const { return undone_ > kMuch; }
+  void catchUp();
+
   // What follows concerns the thread of a program's own application object; on others it does nothing.
   bool runsHere() const;
   void runEvents();
@@ -41,6 +45,7 @@ class Host {
   void wake(DWORD thread);
 
  private:
+  static constexpr size_t kMuch = 500;
   class Worker;
   enum class Phase { starting, running, failed, ending, ended };
 
@@ -71,6 +76,7 @@ class Host {
   std::condition_variable changed_;
   Phase phase_ = Phase::starting;
   std::vector<Work> works_;
+  std::atomic<size_t> undone_{0}; // of all that was posted
   Worker *worker_ = nullptr;
 };
 

@@ -89,6 +89,9 @@ class QtScreen final : public Screen {
     if (!host_->post([=, this] { answered(clipboard_->data(type)); })) answered(std::nullopt);
   }
 
+  bool isBehind() const override { return host_->isBehind(); }
+  void catchUp() override { host_->catchUp(); }
+
   bool runsHere() const override { return host_->runsHere(); }
   void runEvents() override { host_->runEvents(); }
   void waitForEvents(const std::optional<Host::Moment> &until) override { host_->waitForEvents(until); }
