@@ -137,14 +137,24 @@ bool Viewer::load() {
   return true;
 }
 
-// Shows another file. One that is refused leaves the one that is there.
-void Viewer::take(const std::string &file) {
+// Opens another file in place of the one that is there, whose memory goes. One that is refused leaves that alone.
+// Result: whether it was opened.
+bool Viewer::replace(const std::string &file) {
   Recording opened;
   const std::string refused = opened.open(file.c_str());
   noteOpening(file, opened, refused);
-  if (!refused.empty()) return warn(file + "\n\n" + refused);
+  if (!refused.empty()) {
+    warn(file + "\n\n" + refused);
+    return false;
+  }
   scene_.replace(opened, nameIn(file));
   settings_.lastFile = fullName(file);
+  return true;
+}
+
+// Shows another file.
+void Viewer::take(const std::string &file) {
+  if (!replace(file)) return;
   WqWnd_Title(&frame_.wnd, titleOf(scene_).c_str());
   levels_.invalidate();
   show(scene_.visible);
@@ -157,7 +167,8 @@ void Viewer::takeDropped(HDROP drop) {
   const UINT length = DragQueryFileA(drop, 0, nullptr, 0);
   DragQueryFileA(drop, 0, file.data(), file.size());
   DragFinish(drop);
-  if (length < file.size()) take(file.data());
+  if (length >= file.size()) return warn("The name of that file is too long.");
+  take(file.data());
 }
 
 // The dialog would be in the picture that is taken after it.

@@ -39,6 +39,7 @@ class Viewer final : private Control {
   void placePanes();
   bool open();
   bool load();
+  bool replace(const std::string &file);
   void take(const std::string &file);
   void takeDropped(HDROP drop);
   void savePicture();

@@ -205,6 +205,14 @@ TEST_F(ViewerTest, DroppedFilesAreShownOrRefusedInABox) {
   EXPECT_EQ(settings_.lastFile, folder_ + "\\a.wav");
 }
 
+// The window may be closed between two pieces of a file.
+TEST_F(ViewerTest, ClosesWhileItReads) {
+  makeRecording("big.wav", 1500000);
+  view({{kA, [] { drop("big.wav"), closeViewer(); }}});
+  EXPECT_EQ(settings_.lastFile, folder_ + "\\big.wav");
+  EXPECT_FALSE(scene_->ready());
+}
+
 TEST_F(ViewerTest, PrintsWhatItShows) {
   if (!hasFilePrinter()) GTEST_SKIP() << "there is no printer that asks nobody";
   view({{kA, [] { press('P'); }}, {kBox, answerBox}, {kA, closeViewer}});
