@@ -30,9 +30,27 @@ void open(WqCfg &cfg, const std::string &file) {
   WqCfg_SetPath(&cfg);
 }
 
+// The debug window stores its edges as they are, and takes them as its last pixels: it would grow by one with each run.
+void storeLastPixels(WqCfg &cfg) {
+  std::array<char, MAX_PATH> text{};
+  GetPrivateProfileStringA(cfg.sect, "DbgWnd", "", text.data(), text.size(), cfg.tmpPath);
+  RECT place{};
+  const std::string rest = WqScan_Rect(text.data(), &place);
+  if (IsRectEmpty(&place)) return;
+  --place.right;
+  --place.bottom;
+  const int32_t length = WqStr_Rect(text.data(), &place);
+  std::snprintf(text.data() + length, text.size() - static_cast<size_t>(length), "%s", rest.c_str());
+  WqCfg_Str(&cfg, "DbgWnd", text.data(), "", text.size());
+}
+
 // The debug window reads and writes its place itself. A run without one keeps what is there.
 void exchangeDebugPlace(WqCfg &cfg, Settings &settings) {
-  if (settings.debug) return WqDbgWnd_Config(&cfg);
+  if (settings.debug) {
+    WqDbgWnd_Config(&cfg);
+    if (cfg.mode == WQ_CFG_WRITE_TMP) storeLastPixels(cfg);
+    return;
+  }
   WqCfg_Sect(&cfg, "StartUp");
   std::array<char, MAX_PATH> text{};
   WqStr_nCopy(text.data(), settings.debugPlace.c_str(), text.size() - 1);
