@@ -127,6 +127,46 @@ TEST_F(GdiObjects, BitmapsComeFromAllForms) {
             "rgb?.e#?r???.???.#..????..##????");
 }
 
+TEST_F(GdiObjects, PixelsAreReadInRows) {
+  using namespace std::string_literals;
+  const Picture picture(CreateBitmap(3, 4, 1, 32, nullptr));
+  for (int y = 0; y < 4; ++y)
+    for (int x = 0; x < 3; ++x) SetPixel(picture.dc, x, y, RGB('0' + x, 'a' + y, '!'));
+  const auto row = [](char y) { return "!"s + y + "0!" + y + "1!" + y + "2..."; };
+  const std::string black(12, '.');
+  // bits, width, height, first row, rows, pixels: NUL is a point, what was not written a hash
+  const std::tuple<WORD, LONG, LONG, UINT, UINT, std::string> rows[] = {
+      {24, 3, 4, 0, 4, row('d') + row('c') + row('b') + row('a')},
+      {24, 3, -4, 0, 4, row('a') + row('b') + row('c') + row('d')},
+      {24, 3, 4, 1, 2, row('c') + row('b')},
+      {24, 3, 4, 2, 9, row('b') + row('a')},
+      {24, 3, 2, 0, 4, row('b') + row('a')},
+      {24, 3, 6, 0, 6, black + black + row('d') + row('c') + row('b') + row('a')},
+      {32, 3, 4, 3, 1, "!a0.!a1.!a2."},
+      {24, 5, 4, 3, 1, "!a0!a1!a2......."},
+      {24, 2, 4, 3, 1, "!a0!a1.."},
+      {5, 3, 4, 0, 4, ""}};
+  for (const auto &[bits, width, height, first, count, pixels] : rows) {
+    BITMAPINFO info{};
+    info.bmiHeader = {40, width, height, 1, bits, BI_RGB, 0, 0, 0, 0, 0};
+    std::string bytes(100, '#');
+    const int copied =
+        GetDIBits(picture.dc, static_cast<HBITMAP>(picture.bitmap), first, count, bytes.data(), &info, 0);
+    std::replace(bytes.begin(), bytes.end(), '\0', '.');
+    const size_t pitch = static_cast<size_t>((width * bits + 31) / 32 * 4);
+    const size_t ofBitmap = std::min<size_t>(pixels.size() / pitch, 4); // not those that are black
+    EXPECT_EQ(static_cast<size_t>(copied), ofBitmap) << bits << ' ' << width << ' ' << height;
+    EXPECT_EQ(bytes, pixels + std::string(100 - pixels.size(), '#')) << bits << ' ' << width << ' ' << height;
+    EXPECT_EQ(info.bmiHeader.biSizeImage, copied ? pitch * static_cast<size_t>(std::abs(height)) : 0) << bits;
+  }
+  BITMAPINFO form[4]{};
+  form->bmiHeader.biSize = 40;
+  EXPECT_NE(GetDIBits(picture.dc, static_cast<HBITMAP>(picture.bitmap), 0, 0, nullptr, form, 0), 0);
+  const BITMAPINFOHEADER &told = form->bmiHeader;
+  EXPECT_EQ(std::tuple(told.biWidth, told.biHeight, told.biPlanes, told.biBitCount, told.biSizeImage),
+            std::tuple(3, 4, 1, 32, 48u));
+}
+
 TEST_F(GdiObjects, StringsOfTheProgramAreLoaded) { // a text that has no room is cut at a whole character
   const auto loaded = [](HINSTANCE instance, UINT id, int size) {
     char room[32];
