@@ -37,6 +37,7 @@
 #include "platform/winapi/icons.h"
 #include "platform/winapi/menus.h"
 #include "platform/winapi/clipboard.h"
+#include "platform/winapi/drops.h"
 #include "platform/winapi/controls.h"
 #include "platform/winapi/tooltips.h"
 #include "platform/winapi/listbox.h"

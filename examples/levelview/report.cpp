@@ -37,22 +37,7 @@ Levels measureChannel(const Recording &recording, size_t channel, Progress &prog
 
 double dbvOf(double partOfFullScale) { return WqUnit_VTodBV(partOfFullScale * WqUnit_GetRange()); }
 
-std::string channelText(size_t channel, const Levels &levels) {
-  const double peakVolts = levels.peak * WqUnit_GetRange();
-  const double rmsVolts = levels.rms * WqUnit_GetRange();
-  std::string text;
-  const auto add = [&](const char *key, int decimals, double value) {
-    text += format("ch%u.%s: %.*f\n", static_cast<unsigned>(channel), key, decimals, value);
-  };
-  add("peak_v", 6, peakVolts);
-  add("rms_v", 6, rmsVolts);
-  add("peak_dbv", 2, dbvOf(levels.peak));
-  add("rms_dbv", 2, dbvOf(levels.rms));
-  add("peak_db", 2, WqUnit_RetRange_dBV(dbvOf(levels.peak)));
-  add("peak_percent", 2, WqUnit_RetRange_Power(peakVolts) * 100.0);
-  add("rms_percent", 2, WqUnit_RetRange_Power(rmsVolts) * 100.0);
-  return text;
-}
+std::string number(uint32_t value) { return format("%u", static_cast<unsigned>(value)); }
 
 } // namespace
 
@@ -71,22 +56,36 @@ Report measure(const std::string &name, const Recording &recording) {
   return report;
 }
 
+std::vector<Figure> formatFigures(const Report &report) {
+  std::vector<Figure> figures = {{"rate", "Frames a second", number(report.format.sampleRate)},
+                                 {"channels", "Channels", number(report.format.channels)},
+                                 {"bits", "Bits of a sample", number(report.format.bits)},
+                                 {"frames", "Frames", number(report.frames)},
+                                 {"bytes", "Bytes", number(report.bytes)},
+                                 {"duration_ms", "Duration, ms", format("%.3f", report.milliseconds())}};
+  if (report.foundBytes < report.declaredBytes)
+    figures.push_back({"truncated", "Cut short",
+                       "declared " + number(report.declaredBytes) + " bytes, found " + number(report.foundBytes)});
+  return figures;
+}
+
+std::vector<Figure> levelFigures(const Levels &levels) {
+  const double peakVolts = levels.peak * WqUnit_GetRange(), rmsVolts = levels.rms * WqUnit_GetRange();
+  return {{"peak_v", "Peak, V", format("%.6f", peakVolts)},
+          {"rms_v", "RMS, V", format("%.6f", rmsVolts)},
+          {"peak_dbv", "Peak, dBV", format("%.2f", dbvOf(levels.peak))},
+          {"rms_dbv", "RMS, dBV", format("%.2f", dbvOf(levels.rms))},
+          {"peak_db", "Peak, dB of full scale", format("%.2f", WqUnit_RetRange_dBV(dbvOf(levels.peak)))},
+          {"peak_percent", "Peak, % of full scale", format("%.2f", WqUnit_RetRange_Power(peakVolts) * 100)},
+          {"rms_percent", "RMS, % of full scale", format("%.2f", WqUnit_RetRange_Power(rmsVolts) * 100)}};
+}
+
 std::string reportText(const Report &report) {
   std::string text;
-  const auto add = [&](const char *key, uint32_t value) {
-    text += format("%s: %u\n", key, static_cast<unsigned>(value));
-  };
-  add("rate", report.format.sampleRate);
-  add("channels", report.format.channels);
-  add("bits", report.format.bits);
-  add("frames", report.frames);
-  add("bytes", report.bytes);
-  text += format("duration_ms: %.3f\n", report.milliseconds());
-  if (report.foundBytes < report.declaredBytes)
-    text += format("truncated: declared %u bytes, found %u\n", static_cast<unsigned>(report.declaredBytes),
-                   static_cast<unsigned>(report.foundBytes));
+  for (const Figure &figure : formatFigures(report)) text += format("%s: %s\n", figure.key, figure.value.c_str());
   for (size_t channel = 0; channel < report.channels.size(); ++channel)
-    text += channelText(channel + 1, report.channels[channel]);
+    for (const Figure &figure : levelFigures(report.channels[channel]))
+      text += format("ch%u.%s: %s\n", static_cast<unsigned>(channel + 1), figure.key, figure.value.c_str());
   return text;
 }
 

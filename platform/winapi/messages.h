@@ -96,6 +96,7 @@ typedef struct tagMSG {
 #define WM_MOVING 0x0216u
 #define WM_ENTERSIZEMOVE 0x0231u
 #define WM_EXITSIZEMOVE 0x0232u
+#define WM_DROPFILES 0x0233u /* wParam: an HDROP, the receiver's to free with DragFinish */
 #define WM_MOUSELEAVE 0x02A3u
 #define WM_USER 0x0400u
 #define WM_APP 0x8000u

@@ -98,6 +98,7 @@ void addToAll(const Report &report) {
 void takeReport(const Placed &report) { addToWindow(report); }
 void takeReport(const StateChanged &report) { addToWindow(report); }
 void takeReport(const CloseAsked &report) { addToWindow(report); }
+void takeReport(const FilesDropped &report) { addToWindow(report); }
 void takeReport(const ClipboardTaken &report) { above::takeClipboard(report); }
 void takeReport(const ScreenChanged &report) { addToAll(report); }
 void takeReport(const ScreenGone &report) { addToAll(report); }

@@ -74,6 +74,13 @@ struct CloseAsked {
   HWND window;
 };
 
+// The user has dropped files of another program.
+struct FilesDropped {
+  HWND window;
+  POINT at;                       // on the screen, as the program sees the window's place
+  std::vector<std::string> files; // full names in code page 932
+};
+
 // Another program has taken the clipboard.
 struct ClipboardTaken {
   Serial offer; // the program's last offer that reached the desktop
@@ -85,7 +92,8 @@ struct ScreenChanged {};
 // The desktop has ended, so the program will end too.
 struct ScreenGone {};
 
-using Report = std::variant<PointerMoved, ButtonChanged, WheelTurned, KeyChanged, TextTyped, PointerLeft, PointerFound,
-                            Placed, StateChanged, Activated, CloseAsked, ClipboardTaken, ScreenChanged, ScreenGone>;
+using Report =
+    std::variant<PointerMoved, ButtonChanged, WheelTurned, KeyChanged, TextTyped, PointerLeft, PointerFound, Placed,
+                 StateChanged, Activated, CloseAsked, FilesDropped, ClipboardTaken, ScreenChanged, ScreenGone>;
 
 } // namespace platform

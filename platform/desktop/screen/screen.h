@@ -30,6 +30,7 @@ struct Look {
   HWND owner = nullptr;                             // the window stays above its owner
   BYTE alpha = 255;                                 // 0 is fully transparent
   bool passesInput = false;                         // the pointer goes through it
+  bool takesFiles = false;                          // dropped by the user
   QRgb ground = 0xFFFFFFFF;                         // the colour of areas not yet painted
   std::shared_ptr<const std::vector<QImage>> icons; // one icon in several sizes; null for the desktop's choice
 };

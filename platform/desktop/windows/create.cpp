@@ -196,6 +196,7 @@ HWND createWindow(Creation &creation) {
     if (window->alive) finish(window);
     return nullptr;
   }
+  if (window->exStyle & WS_EX_ACCEPTFILES) lookOnScreen(rootOf(*window));
   startInState(window, wanted);
   if (window->alive && window->isChild() && !(window->exStyle & WS_EX_NOPARENTNOTIFY)) notifyParent(window, WM_CREATE);
   if (window->alive && (wanted & WS_VISIBLE) && !window->is(WS_VISIBLE))

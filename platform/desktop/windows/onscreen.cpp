@@ -7,6 +7,7 @@
 #include "platform/desktop/drawing/surface.h"
 #include "platform/desktop/messages/above.h"
 #include "platform/desktop/messages/input.h"
+#include "platform/desktop/windows/drops.h"
 #include "platform/desktop/windows/focus.h"
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/placing.h"
@@ -69,6 +70,7 @@ Look lookOf(Window &window) {
   const bool layered = window.exStyle & WS_EX_LAYERED && window.layeredFlags & LWA_ALPHA;
   look.alpha = layered ? window.alpha : 255;
   look.passesInput = window.passesInput || (window.exStyle & WS_EX_LAYERED && window.exStyle & WS_EX_TRANSPARENT);
+  look.takesFiles = takesFiles(window);
   const auto ground = brushOf(window.windowClass->background);
   if (ground && ground->style == BS_SOLID) look.ground = pixelOf(ground->color);
   look.icons = window.onScreen.icons;
@@ -193,6 +195,8 @@ void carryOutDeed(const CloseAsked &asked) {
   const WindowRef window = windowOrNone(asked.window);
   if (window && !window->is(WS_DISABLED)) post(*window->queue, messageFor(window->handle, WM_SYSCOMMAND, SC_CLOSE, 0));
 }
+
+void carryOutDeed(const FilesDropped &dropped) { dropFiles(dropped); }
 
 std::vector<WindowRef> ownTopLevel() {
   std::vector<WindowRef> own;

@@ -13,7 +13,7 @@ void raiseOnScreen(Window &window);
 void lowerOnScreen(Window &window);
 // Some windows may have become topmost, or are no longer topmost.
 void bandsOnScreen();
-// The title, styles, icon, owner or opacity of the window may have changed.
+// The title, styles, icon, owner or opacity of the window may have changed, or whether windows in it take files.
 void lookOnScreen(Window &window);
 // The window is going or becomes a child.
 void closeOnScreen(Window &window);

@@ -75,7 +75,8 @@ LONG_PTR setStyle(const WindowRef &window, int index, DWORD value) {
     if (!(style & WS_EX_LAYERED)) window->layeredFlags = 0;
   }
   change.styleNew = style;
-  lookOnScreen(*window);
+  const bool files = index == GWL_EXSTYLE && (old ^ style) & WS_EX_ACCEPTFILES;
+  lookOnScreen(files ? rootOf(*window) : *window);
   send(window, WM_STYLECHANGED, static_cast<WPARAM>(index), addressOf(change));
   return static_cast<LONG>(old);
 }
@@ -154,6 +155,7 @@ HWND setParent(const WindowRef &window, const WindowRef &into) {
   unlink(*window);
   link(*window, *into, nullptr);
   settleSurface(*window);
+  lookOnScreen(rootOf(*window));
   // it keeps its place on the screen first, and then goes to its old coordinates in the new parent
   window->rect = offset(window->rect, from.x - to.x, from.y - to.y);
   window->client = offset(window->client, from.x - to.x, from.y - to.y);

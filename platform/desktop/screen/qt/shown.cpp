@@ -245,7 +245,7 @@ bool ShownWindow::event(QEvent *event) {
       stateTold(state_.known() == ShowState::minimized ? ShowState::normal : ShowState::maximized);
     break;
   default:
-    if (reportInput(*this, desk_, *event)) return true;
+    if (reportInput(*this, desk_, *event) || reportDrop(*this, *event)) return true;
   }
   return QWindow::event(event);
 }

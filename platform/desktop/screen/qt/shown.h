@@ -26,6 +26,10 @@ class ShownWindow : public QWindow {
   // An event's point on the screen, as the program sees the window's place.
   POINT programPoint(const QPointF &local, const QPointF &global) const;
 
+  bool takesFiles() const { return look_.takesFiles; }
+  // The files of a drag that is over the window.
+  std::vector<std::string> &dragged() { return dragged_; }
+
   void setPointerAt(const QPointF &local) { pointerAt_ = local; }
   QPointF pointerAt() const { return pointerAt_; }
 
@@ -70,6 +74,7 @@ class ShownWindow : public QWindow {
   std::optional<std::pair<QRect, Serial>> deed_; // waits for a change of state that belongs to it
   QTimer tell_;
   QPointF pointerAt_; // the last place of the pointer
+  std::vector<std::string> dragged_;
   std::shared_ptr<Picture> picture_;
   QBackingStore store_;
 };
@@ -77,5 +82,7 @@ class ShownWindow : public QWindow {
 // Turns input events of a window into reports.
 // Result: whether the event was input.
 bool reportInput(ShownWindow &window, Desk &desk, QEvent &event);
+// The same for files that are dragged over a window and dropped.
+bool reportDrop(ShownWindow &window, QEvent &event);
 
 } // namespace platform
