@@ -177,7 +177,7 @@ void Desk::remove(HWND window) {
 }
 
 void Desk::hide(ShownWindow &window) {
-  window.setVisible(false);
+  window.vanish();
   active_.noAnswer(window.id());
 }
 

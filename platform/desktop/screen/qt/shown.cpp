@@ -20,6 +20,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kPlacePause = 200ms;
 constexpr auto kStatePause = 150ms;
+constexpr auto kVanishing = 100ms;
 constexpr auto kTogether = 8ms; // the longest time between related reports of state and place
 
 bool is(DWORD bits, DWORD wanted) { return (bits & wanted) == wanted; }
@@ -79,6 +80,10 @@ ShownWindow::ShownWindow(HWND window, Desk &desk)
   setSurfaceType(QSurface::RasterSurface);
   tell_.setSingleShot(true);
   connect(&tell_, &QTimer::timeout, this, [this] { tellPlace(); });
+  vanished_.setSingleShot(true);
+  connect(&vanished_, &QTimer::timeout, this, [this] {
+    if (appears_) appear();
+  });
 }
 
 ShownWindow::~ShownWindow() = default;
@@ -121,6 +126,8 @@ void ShownWindow::setState(ShowState state, Serial serial) {
 
 void ShownWindow::appear() {
   if (isVisible()) return;
+  appears_ = vanished_.isActive();
+  if (appears_) return;
   desk_.linkOwned();
   const bool unmanaged = desk_.isUnmanaged();
   limitSize(state_.wanted() != ShowState::normal && !unmanaged);
@@ -131,6 +138,15 @@ void ShownWindow::appear() {
   if (unmanaged) return;
   if (state_.wanted() != ShowState::normal) return state_.insist();
   place_.insist();
+}
+
+// A window manager that still takes the window away would miss a wish to show it.
+void ShownWindow::vanish() {
+  appears_ = false;
+  if (!isVisible()) return;
+  setVisible(false);
+  const bool managed = desk_.placesWindows() && !desk_.isUnmanaged() && type() != Qt::ToolTip;
+  if (managed) vanished_.start(kVanishing);
 }
 
 Wish<QRect>::Rule ShownWindow::placing() {
@@ -265,6 +281,7 @@ void ShownWindow::geometryTold() {
 }
 
 void ShownWindow::stateTold(ShowState state) {
+  if (!isVisible() && desk_.placesWindows()) return; // a window that is taken away loses its state on the desktop
   const ShowState before = state_.known();
   state_.told(state);
   takeDesktopsPlace();

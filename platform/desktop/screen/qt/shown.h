@@ -21,6 +21,7 @@ class ShownWindow : public QWindow {
   void place(const Stand &stand, Serial serial);
   void setState(ShowState state, Serial serial);
   void appear();
+  void vanish();
   void flush();
 
   // An event's point on the screen, as the program sees the window's place.
@@ -73,7 +74,9 @@ class ShownWindow : public QWindow {
   bool refused_ = false;                         // a Wayland compositor refused to maximize the window
   std::optional<std::pair<QRect, Serial>> deed_; // waits for a change of state that belongs to it
   QTimer tell_;
-  QPointF pointerAt_; // the last place of the pointer
+  QTimer vanished_;      // runs while the window manager may still be taking the window away
+  bool appears_ = false; // when that is over
+  QPointF pointerAt_;    // the last place of the pointer
   std::vector<std::string> dragged_;
   std::shared_ptr<Picture> picture_;
   QBackingStore store_;
