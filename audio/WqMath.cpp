@@ -1,4 +1,4 @@
-// Numeric functions on 64-bit floats, and the two roundings of the coordinate conversions.
+// Numeric functions on 64-bit floats, and the rounding of coordinate conversions.
 
 #include "audio/audio.h"
 

@@ -1,4 +1,4 @@
-// Blocks of samples, and their way to and from files as a whole.
+// Blocks of samples, and their files.
 
 #include "audio/audio.h"
 
@@ -12,8 +12,8 @@ namespace {
 
 uint32_t storedSize(const WqPcmBuf *buf) { return buf->data ? static_cast<uint32_t>(buf->writePos - buf->data) : 0; }
 
-// Writes what is stored and closes the file.
-// Result: the bytes that reached the file; 0 when the last of them didn't leave the stream's buffer.
+// Writes the stored bytes and closes the file.
+// Result: the bytes that reached the file; 0 if the stream's buffer could not be written.
 uint32_t writeStored(const WqPcmBuf *buf, WqSoundFileWav *wav) {
   uint32_t written = WqSoundFileWav_write(wav, buf->data, storedSize(buf));
   if (std::fflush(wav->file) != 0) written = 0;
@@ -21,7 +21,7 @@ uint32_t writeStored(const WqPcmBuf *buf, WqSoundFileWav *wav) {
   return written;
 }
 
-// Reads the samples of an opened file into a new block.
+// Reads the samples of an open file into a new block.
 uint32_t readSamples(WqPcmBuf *buf, WqSoundFileWav *wav) {
   if (wav->blockAlign == 0) return 0;
   const uint32_t frames = wav->dataSize / wav->blockAlign;

@@ -1,5 +1,5 @@
-// WAV files as streams. The header is written in one form only, and read in a fixed order up to the format's end; from
-// there the data chunk is searched for.
+// WAV files as streams. The header is written in one form. It is read field by field up to the format; the data chunk
+// behind it is searched.
 
 #include "audio/audio.h"
 
@@ -12,7 +12,7 @@ namespace {
 constexpr uint16_t kIntegerPcm = 1;
 constexpr uint32_t kHeaderSize = 44;
 
-// Numbers are little-endian on every machine. A short read leaves the value as it was.
+// Reads a little-endian number. A short read leaves the value as it was.
 template <typename Number> void readNumber(FILE *file, Number *value) {
   std::array<unsigned char, sizeof(Number)> bytes;
   if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size()) return;
@@ -26,7 +26,7 @@ bool readTag(FILE *file, const char *wanted) {
   return std::fread(tag.data(), 1, tag.size(), file) == tag.size() && std::memcmp(tag.data(), wanted, tag.size()) == 0;
 }
 
-// Moves behind the next "data". A byte that breaks a match is not tried as a new beginning.
+// Moves behind the next "data". A byte that breaks a match isn't tried as a new beginning.
 bool findData(FILE *file) {
   const char *const word = "data";
   for (const char *next = word; *next;) {
@@ -59,7 +59,7 @@ bool readHeader(WqSoundFileWav *wav) {
   return true;
 }
 
-// Takes the file's length as the size of its samples. A longer file than 32 bits can tell is not left open.
+// Takes the file's length as the size of its samples. Closes the file if the length exceeds 32 bits.
 bool measure(WqSoundFileWav *wav) {
   const int64_t length = platformSeekStream(wav->file, 0, SEEK_END);
   const bool known = length >= 0 && length <= UINT32_MAX && platformSeekStream(wav->file, 0, SEEK_SET) == 0;
@@ -70,7 +70,7 @@ bool measure(WqSoundFileWav *wav) {
   return known;
 }
 
-// Builds a header in order.
+// Builds a header, field by field.
 class HeaderWriter {
  public:
   void tag(const char *text) {
@@ -135,7 +135,7 @@ int WqSoundFileWav_writeHeader(WqSoundFileWav *wav) {
   header.number(wav->dataSize + 36);
   header.tag("WAVE");
   header.tag("fmt ");
-  header.number(UINT32_C(16)); // bytes of the format
+  header.number(UINT32_C(16)); // bytes of the format chunk
   header.number(kIntegerPcm);
   header.number(wav->channels);
   header.number(wav->sampleRate);

@@ -1,5 +1,5 @@
-// Levels and times of a measuring application. Level formulas are those of dBV (reference 1 V) and dBu (reference the
-// square root of 0.6 V, the voltage that gives 1 mW in 600 ohms).
+// Levels and times of a measuring application. dBV refers to 1 V; dBu refers to the square root of 0.6 V, the voltage
+// that gives 1 mW in 600 ohms.
 
 #include "audio/audio.h"
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr double kDbuOffset = 2.218487024307251; // dBu to dBV, a single-precision number widened
+constexpr double kDbuOffset = 2.218487024307251; // from dBu to dBV; a single-precision number
 constexpr double kMsecPerSample = 0.06103515625; // 1000 / 16384, exactly
 constexpr double kSamplesPerMsec = 16.384;
 

@@ -1,5 +1,5 @@
-// A long WAV file, read and written whole. It stays in the page cache, so that the disk takes no part. Reading takes in
-// the making and freeing of the block; writing makes a new file.
+// A long WAV file, read and written whole. It stays in the page cache, so the disk has no influence. Reading includes
+// making and freeing the block; writing makes a new file.
 
 #include "wq.h"
 
@@ -26,7 +26,7 @@ constexpr uint32_t kBits = 16;
 constexpr uint32_t kChannels = 2;
 constexpr size_t kHeader = 44;
 
-// The samples, in memory and in a file. The files go with the program.
+// The samples, in memory and in a file. The program removes its files at its end.
 class Samples {
  public:
   Samples() {

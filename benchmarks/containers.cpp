@@ -1,4 +1,4 @@
-// The hash table with the keys that registries see, and the byte ring.
+// The hash table with typical keys of registries, and the byte ring.
 
 #include "wq.h"
 
@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr uint32_t kBuckets = 255; // of the library's own registries
+constexpr uint32_t kBuckets = 255; // as in the library's registries
 constexpr uint32_t kIds = 200;
 
 using Ids = std::vector<uint32_t>;
@@ -32,7 +32,7 @@ Ids smallIds() {
   return shuffled([](uint32_t i) { return i; });
 }
 
-// Five widths in forty colours, as a pen registry puts them into a key.
+// Five widths in forty colours, in the form of a pen registry's keys.
 Ids pens() {
   return shuffled([](uint32_t i) { return (i / 40 + 1) << 16 | i % 40; });
 }
@@ -41,7 +41,8 @@ Ids colours() {
   return shuffled([random = std::mt19937(2)](uint32_t) mutable { return static_cast<uint32_t>(random()) & 0xFFFFFF; });
 }
 
-// From red to blue, as levels are shown. The bytes of each add up to 255, so that all share one bucket of 255.
+// Colours of a level display from red to blue. The bytes of each key add up to 255, so all keys share one of 255
+// buckets.
 Ids shades() {
   return shuffled([](uint32_t i) { return i << 16 | (255 - i); });
 }
@@ -82,7 +83,7 @@ void insertOurs(benchmark::State &state, const Ids &ids) {
   WqHash_Term(&hash);
 }
 
-// The buckets stay from round to round, as ours do.
+// The buckets stay from round to round, as in our table.
 void insertPeer(benchmark::State &state, const Ids &ids) {
   Map map;
   for (auto _ : state) {
@@ -99,7 +100,7 @@ constexpr int kBlocks = 60;
 
 void report(benchmark::State &state, int64_t bytes) { state.SetBytesProcessed(state.iterations() * bytes); }
 
-// The indexes wander over the whole ring in the course of the rounds.
+// The indexes move over the whole ring in the course of the rounds.
 void bytesOurs(benchmark::State &state) {
   WqRingBuf ring;
   WqRingBuf_Init(&ring, kCapacity);
@@ -150,11 +151,11 @@ void blocksDeque(benchmark::State &state) {
   report(state, kBlocks * kBlock);
 }
 
-// The floor: the copies alone.
+// The lower bound: only the copies.
 void blocksMemcpy(benchmark::State &state) {
   std::vector<uint8_t> area(kCapacity);
   size_t size = kBlock;
-  benchmark::DoNotOptimize(size); // a size that the compiler knows would become code of its own
+  benchmark::DoNotOptimize(size); // for a constant size the compiler would make special code
   for (auto _ : state) {
     for (size_t i = 0; i < kBlocks; ++i) {
       std::memcpy(&area[i * kBlock], block.data(), size);

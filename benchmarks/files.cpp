@@ -1,4 +1,4 @@
-// The event log, settings, and a long file read whole. All files stay in the page cache and go with the program.
+// The event log, settings, and a long file read whole. All files stay in the page cache, and the program removes them.
 
 #include "wq.h"
 
@@ -29,7 +29,7 @@
 
 namespace {
 
-constexpr uint32_t kRecords = 32768; // that the log holds
+constexpr uint32_t kRecords = 32768; // the capacity of the log
 constexpr uint32_t kKeys = 1000;
 constexpr uint32_t kSize = 500'000'000; // bytes of the long file
 
@@ -77,7 +77,7 @@ void fillLog(size_t length) {
   for (uint32_t i = 0; i < kRecords; ++i) WqLog_Add(WQ_LOG_COMMENT, message(length).c_str(), 0);
 }
 
-// Both logs are full, so that each new event takes the place of the oldest.
+// Both logs are full, so each new event replaces the oldest.
 void addOurs(benchmark::State &state) {
   const std::string &text = message(60);
   fillLog(text.size());
@@ -102,7 +102,7 @@ void dumpOurs(benchmark::State &state) {
   state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(dump.size()));
 }
 
-// The finished lines, one by one.
+// Writes the finished lines one by one.
 void dumpPlain(benchmark::State &state) {
   const std::string name = folder().file("lines.txt");
   fillLog(220);
@@ -198,7 +198,7 @@ void loading(benchmark::State &state, size_t (*load)(const std::string &name)) {
     state.SkipWithError("not all keys were loaded");
 }
 
-// ---- A long file, into memory that is there
+// ---- A long file, read into existing memory
 
 std::vector<char> &room() {
   static std::vector<char> made(kSize);

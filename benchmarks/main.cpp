@@ -1,6 +1,6 @@
-// Runs all benchmarks and prints one table: our time beside that of each peer, from the medians of this one run.
+// Runs all benchmarks and prints one table: our time beside that of each peer, from the medians of the same run.
 //
-// A benchmark is named "subject/ours" or "subject/<peer>"; whatever shares a subject does the same work. All options of
+// A benchmark is named "subject/ours" or "subject/<peer>". All benchmarks of a subject do the same work. All options of
 // Google Benchmark work. With --benchmark_format it prints its own report instead of the table.
 
 #include <benchmark/benchmark.h>
@@ -92,14 +92,15 @@ class Table : public benchmark::BenchmarkReporter {
     return std::nullopt;
   }
 
-  std::map<int64_t, Result> results_; // in the order of registration; results come in any order
+  std::map<int64_t, Result> results_; // in the order of registration, since results come in any order
   bool failed_ = false;
 };
 
 } // namespace
 
 int main(int argc, char **argv) {
-  // Interleaved repetitions spread a slow spell of the machine over all rows. The user's options follow and win.
+  // Interleaved repetitions spread a slow period of the machine over all rows. The user's options follow and override
+  // these.
   std::vector<std::string> defaults = {"--benchmark_enable_random_interleaving=true", "--benchmark_repetitions=15",
                                        "--benchmark_min_time=0.03"};
   std::vector<char *> arguments = {argv[0]};

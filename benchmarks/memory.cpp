@@ -14,7 +14,7 @@
 
 namespace {
 
-// So little that the C library keeps what is freed, and both sides' times are their own and not the system's.
+// So small that the C library keeps freed memory. So the times don't include the system's.
 constexpr uint32_t kChunk = 24 * 1024;
 
 // Sizes of the small records of an application. All of them together need two chunks.
@@ -32,12 +32,12 @@ void takeOurs(WqMemBlock *pool) {
   for (const uint32_t size : pieceSizes()) benchmark::DoNotOptimize(WqMemBlock_Alloc(pool, size));
 }
 
-// An alignment of 16 is what our pool gives.
+// Our pool aligns to 16 too.
 void takePeers(std::pmr::monotonic_buffer_resource *pool) {
   for (const uint32_t size : pieceSizes()) benchmark::DoNotOptimize(pool->allocate(size, 16));
 }
 
-// Both sides hold all storage from the start and get it back at the end of each round.
+// Both sides hold all memory from the start and free the pieces at the end of each round.
 void reusedOurs(benchmark::State &state) {
   WqMemBlock pool;
   WqMemBlock_Init(&pool, 2 * kChunk);
@@ -57,7 +57,7 @@ void reusedPeer(benchmark::State &state) {
   }
 }
 
-// Both sides take two chunks from the allocator and give them back.
+// Both sides allocate two chunks and free them.
 void freshOurs(benchmark::State &state) {
   for (auto _ : state) {
     WqMemBlock pool;
@@ -79,7 +79,7 @@ BENCHMARK(reusedPeer)->Name("pool, 500 pieces, reused/monotonic_buffer_resource"
 BENCHMARK(freshOurs)->Name("pool, 500 pieces, fresh/ours");
 BENCHMARK(freshPeer)->Name("pool, 500 pieces, fresh/monotonic_buffer_resource");
 
-// One pair of areas for all sides, so that none has the luckier pages.
+// The same two areas for all sides, so that no side has better pages.
 constexpr size_t kLargest = 1024 * 1024;
 alignas(64) std::array<char, kLargest> source;
 alignas(64) std::array<char, kLargest> target;
@@ -111,7 +111,7 @@ template <auto zero> void zeroing(benchmark::State &state, size_t size) {
 }
 
 const bool registered = [] {
-  source.fill('x'); // pages of its own instead of the system's one page of zeros
+  source.fill('x'); // own pages instead of the system's page of zeros
   for (const auto &[label, size] : {std::pair{"16 bytes", size_t{16}}, {"1 KiB", 1024}, {"1 MiB", kLargest}}) {
     const auto name = [&](const char *what, const char *side) { return std::string(what) + label + side; };
     benchmark::RegisterBenchmark(name("copy, ", "/ours").c_str(), copying<WqMem_Copy>, size);

@@ -1,5 +1,5 @@
-// The table of minima, maxima and squares that the viewer draws a wave from, made for a long recording in memory. The
-// peer copies the same bytes: it tells how fast memory is.
+// The table of minima, maxima and squares for the viewer's wave, made for a long recording in memory. The peer copies
+// the same bytes: its time tells the speed of memory.
 
 #include "examples/levelview/peaks.h"
 

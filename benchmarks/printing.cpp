@@ -1,4 +1,4 @@
-// A document of 100 pages to a PDF file, each with 200 lines and 50 labels, beside the same drawn by QPainter on a
+// A document of 100 pages to a PDF file, each with 200 lines and 50 labels. In the peer, QPainter draws the same on a
 // QPdfWriter.
 
 #include "platform/platform.h"
@@ -21,7 +21,7 @@ constexpr char kFile[] = "benchmark.pdf";
 int across(int i) { return 200 + (i * 37) % 4000; }
 int down(int i) { return 200 + (i * 91) % 6000; }
 
-// Result: its length.
+// Result: the label's length.
 int labelOf(int page, int i, char (&label)[40]) {
   return std::snprintf(label, sizeof label, "page %d, level %d: -%d.%02d dBV", page, i, i % 90, page % 100);
 }
@@ -78,7 +78,7 @@ void theirs(benchmark::State &state) {
   static int count = 1;
   static char name[] = "benchmarks", *arguments[] = {name, nullptr};
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  static auto *application = new QGuiApplication(count, arguments); // fonts need one
+  static auto *application = new QGuiApplication(count, arguments); // fonts need an application object
   benchmark::DoNotOptimize(application);
   for (auto _ : state) {
     QPdfWriter writer(kFile);

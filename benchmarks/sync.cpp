@@ -1,4 +1,4 @@
-// The lock inside a process: a thread on its own, and two that want it all the time.
+// The lock inside a process: one thread alone, and two threads that compete all the time.
 
 #include "wq.h"
 

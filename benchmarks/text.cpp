@@ -1,4 +1,4 @@
-// Numbers to and from text, and plain copies of strings.
+// Conversions between numbers and text, and plain copies of strings.
 
 #include "wq.h"
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr size_t kNumbers = 20000;
 
-// Numbers of 1 to 10 digits, each length as often as the others, and both signs.
+// Numbers of 1 to 10 digits, of both signs. All lengths are equally frequent.
 const std::vector<int32_t> &numbers() {
   static const std::vector<int32_t> values = [] {
     std::mt19937 random(1);
@@ -32,7 +32,7 @@ const std::vector<int32_t> &numbers() {
   return values;
 }
 
-// All of them, with a comma behind each.
+// All numbers, with a comma behind each.
 const std::string &numbersText() {
   static const std::string text = [] {
     std::string made;
@@ -83,7 +83,7 @@ void printOurs(benchmark::State &state) {
   }
 }
 
-// With the end mark and the length that ours gives.
+// Writes the NUL and measures the length, as our function does.
 void printPeer(benchmark::State &state) {
   char text[16];
   for (auto _ : state) {
@@ -132,7 +132,7 @@ template <auto measure> void measuring(benchmark::State &state, size_t length) {
 }
 
 #ifndef _WIN32
-// Does the whole work: it knows where the copy ends. strcpy gives no length.
+// Copies and measures in one step; strcpy gives no length.
 int32_t copyAndMeasure(char *to, const char *from) { return static_cast<int32_t>(stpcpy(to, from) - to); }
 #endif
 

@@ -1,4 +1,4 @@
-// A bar, and how one is built from tables.
+// A bar, and building one from tables.
 
 #include "buttonbar/buttonbar_private.h"
 
@@ -6,8 +6,8 @@
 
 namespace {
 
-// A field that could not be made takes its rows of the table all the same.
-// Result: the row behind them.
+// Skips the rows of a field that could not be made.
+// Result: the row behind the field's rows.
 const WqMbbBtnDesc *makeButtons(WqMbbField *field, const WqMbbBtnDesc *row, uint32_t count) {
   for (const WqMbbBtnDesc *end = row + count; row != end; ++row)
     WqMbbBtn_Create(field, row->id, row->userData, row->flags, &row->rect, row->text, row->options);

@@ -1,4 +1,4 @@
-// A button: its making, its state, and what of the window is to be painted when that changes.
+// A button: its creation, its state, and the repaint after a change of state.
 
 #include "buttonbar/buttonbar_private.h"
 
@@ -12,7 +12,7 @@ void invalidate(const WqMbbBtn *button) {
   const WqMbbField *field = button->field;
   RECT place = button->rect;
   OffsetRect(&place, field->originX, field->originY);
-  place.right = wqSum(place.right, 1); // which the platform takes to be outside
+  place.right = wqSum(place.right, 1); // right and bottom are exclusive for the platform
   place.bottom = wqSum(place.bottom, 1);
   InvalidateRect(field->bar->window, &place, FALSE);
 }

@@ -8,7 +8,7 @@ namespace {
 
 uint32_t keyOf(HWND window) { return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(window)); }
 
-// A key of the registry that holds a bar, if there is one.
+// An entry of the registry that holds a bar; null if there is none.
 const WqHashEntry *findBar(const WqMbb *bar) {
   const WqHash &table = wqMain.mbbTbl;
   for (uint32_t ix = 0; table.buckets && ix < table.bucketCount; ++ix)
@@ -39,7 +39,7 @@ void WqMbbTbl_Remove(HWND window) {
   WqMbb *bar = WqMbbTbl_Get(window);
   if (!bar) return;
   wqForgetBar(bar);
-  // A bar whose window was changed may have been entered more than once.
+  // A bar whose window field was changed may have several entries.
   while (const WqHashEntry *entry = findBar(bar)) WqHash_RemoveWith(&wqMain.mbbTbl, entry->key);
   freeBar(bar);
 }

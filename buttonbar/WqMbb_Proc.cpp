@@ -1,8 +1,8 @@
-// The running side of button bars: a step of the window procedure, which paints a bar and makes notifications of the
-// mouse, and two timers, which notice that the pointer has left and repeat a button that is down.
+// The running side of button bars: a step of the window procedure and two timers. The step paints a bar and turns mouse
+// messages into notifications. One timer notices that the pointer has left, the other repeats a pressed button.
 //
-// Every notification is a call of the program, which may remove any bar: behind it, a Watch tells whether a button is
-// still there.
+// Every notification calls the program, which may remove any bar. Afterwards a Watch tells whether the button still
+// exists.
 
 #include "buttonbar/buttonbar_private.h"
 
@@ -16,12 +16,12 @@ namespace {
 
 constexpr uint32_t kPeriodMs = 50;
 
-// The button that was pressed last, which the timer repeats; null before the first press and once its bar has gone.
+// The button of the last press, for the repeat timer. Null before the first press and after the end of its bar.
 WqMbbBtn *repeatButton;
 
 bool isOf(const WqMbbBtn *button, const WqMbb *bar) { return button && button->field->bar == bar; }
 
-// A button that may go away. Watches lie on the stack, one for each step that has not ended.
+// Watches a button that may be freed. Watches lie on the stack, one for each active step.
 class Watch {
  public:
   explicit Watch(WqMbbBtn *button) : button_(button), outer_(std::exchange(innermost_, this)) {}
@@ -63,7 +63,7 @@ POINT pictureOf(const WqMbbBtn *button) {
           wqSum(button->rect.top, wqProduct(field->cellHeight, rowOf(button->flags)))};
 }
 
-// Puts a button that is pinned, and the origin of its field, at the edge of the client area.
+// Puts a pinned button, and the origin of its field, at the edge of the client area.
 void pin(const WqMbbBtn *button, const RECT *client, const SIZE *size, POINT *at) {
   WqMbbField *field = button->field;
   if (button->flags & WQ_MBB_PIN_TOP)
@@ -91,7 +91,7 @@ void paintButton(const WqMbbBtn *button, const RECT *client, HBITMAP bitmap, HDC
 
 void paint(const WqMbb *bar, HDC hdc) {
   RECT client;
-  if (!GetClientRect(bar->window, &client)) return; // the window has ended while it was painted
+  if (!GetClientRect(bar->window, &client)) return; // painting has ended the window
   for (const WqList *fields = bar->fields; fields; fields = fields->next) {
     const auto *field = wqRecord<WqMbbField>(fields);
     HBITMAP bitmap = WqBmpTbl_Get(field->bitmapId, hdc);
@@ -121,7 +121,7 @@ Hit hitTest(const WqMbb *bar, const WqMsg *msg) {
   return {};
 }
 
-// Measured from the corner of the whole window. Of a window that has ended the answer is no.
+// Measured from the corner of the whole window. False for a window that has ended.
 bool isUnderCursor(const WqMbbBtn *button) {
   RECT window;
   POINT cursor;
@@ -136,7 +136,7 @@ bool isUnderCursor(const WqMbbBtn *button) {
 
 // ---- Timers ---------------------------------------------------------------------------------------------------------
 
-// What a tick has unselected is told when the timer goes, right after.
+// A tick unselects the button and ends the timer. The end of the timer then tells the owner.
 int32_t onHover(uint32_t event, uint32_t id, WqWord userData) {
   auto *button = reinterpret_cast<WqMbbBtn *>(userData);
   if (id != WQ_MBB_TIMER_HOVER || event == WQ_TIMER_INSERTED) return 1;
@@ -146,7 +146,7 @@ int32_t onHover(uint32_t event, uint32_t id, WqWord userData) {
   return 1;
 }
 
-// It works on the button that was pressed last, which need not be the one that the timer began with.
+// Repeats the button of the last press, which may differ from the timer's own button.
 int32_t onRepeat(uint32_t event, uint32_t, WqWord) {
   if (!repeatButton || event == WQ_TIMER_REMOVED) return 1;
   if (event != WQ_TIMER_DUE) return 0;
@@ -173,13 +173,13 @@ bool holdsButtonOf(const WqTimerElem *elem, const void *bar) {
 void moveOver(WqMbbBtn *button, POINT point) {
   const Watch watch(button);
   SendMessageA(windowOf(button), WQM_MBB_PRESS, button->id, reinterpret_cast<LPARAM>(&point));
-  WqTimer_Remove(WQ_MBB_TIMER_HOVER); // which tells the button that the pointer has left
+  WqTimer_Remove(WQ_MBB_TIMER_HOVER); // tells the former button that the pointer has left
   if (!watch.isThere()) return;
   WqMbbBtn_Select(button);
   startTimer(button, WQ_MBB_TIMER_HOVER, onHover);
 }
 
-// Result: not 0 when nobody else may see the message.
+// Result: not 0 if the message goes no further.
 uint32_t press(WqMbbBtn *button, bool isDouble) {
   if (isDouble && (button->options & WQ_MBB_NO_DOUBLE)) return 1;
   if (button->flags & WQ_MBB_DISABLED) return 0;

@@ -1,4 +1,4 @@
-// What the families of button bars share.
+// Shared by the families of button bars.
 #pragma once
 
 #include "buttonbar/buttonbar.h"
@@ -6,14 +6,14 @@
 
 template <typename Record> Record *wqRecord(const WqList *node) { return reinterpret_cast<Record *>(node->data); }
 
-// The first record of a list that has an id.
+// The first record of a list with an id, or null.
 template <typename Record> Record *wqFindId(const WqList *node, uint16_t id) {
   while (node && wqRecord<Record>(node)->id != id) node = node->next;
   return node ? wqRecord<Record>(node) : nullptr;
 }
 
 // Adds a record at the head of a list, or frees it if memory is short.
-// Result: the record, null when it was freed.
+// Result: the record; null if it was freed.
 template <typename Record> Record *wqAddRecord(WqList **list, Record *record) {
   WqList *node = WqList_AddP(*list, reinterpret_cast<WqWord>(record));
   if (!node) {
@@ -24,5 +24,5 @@ template <typename Record> Record *wqAddRecord(WqList **list, Record *record) {
   return record;
 }
 
-// Tells the running side that a bar is about to be freed: nothing may go on with its buttons.
+// Ends everything that goes on with the buttons of a bar. The bar is about to be freed.
 void wqForgetBar(const WqMbb *bar);

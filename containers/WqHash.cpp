@@ -36,8 +36,8 @@ void WqHash_Term(WqHash *hash) {
   hash->buckets = nullptr;
 }
 
-// Most keys are ids below the number of buckets, and need no division; with the registries' number of buckets it is one
-// by a constant.
+// Most keys are ids below the number of buckets and need no division. For the registries' number of buckets the divisor
+// is a constant.
 uint32_t WqHash_Ix(const WqHash *hash, uint32_t key) {
   if (key < hash->bucketCount) return key;
   if (hash->bucketCount == 255) return key % 255;

@@ -1,4 +1,4 @@
-// Doubly linked chains of words. A list has no record of its own: operations that can change the head return it.
+// Doubly linked chains of words. A list has no own record: operations that can change the head return it.
 
 #include "containers/containers.h"
 
@@ -14,7 +14,7 @@ WqList *makeNode(WqWord data) {
 
 void freeData(WqWord data) { WqMem_Free(reinterpret_cast<void *>(data)); }
 
-// Puts a node between two neighbours, either of which may be missing.
+// Puts a node between two neighbours. Either may be null.
 void link(WqList *prev, WqList *node, WqList *next) {
   node->prev = prev;
   node->next = next;
@@ -27,7 +27,7 @@ WqList *lastNode(WqList *head) {
   return head;
 }
 
-// Frees every node that holds the data and tells whether there was one.
+// Frees every node that holds the data. Result: whether there was such a node.
 bool removeElement(WqList **head, WqWord data) {
   bool found = false;
   for (WqList *node = *head; node;) {

@@ -10,7 +10,7 @@ namespace {
 
 WqElems *rowOf(const WqList *node) { return reinterpret_cast<WqElems *>(node->data); }
 
-// Cell 0 shows the row number, unless its value is a block: a number in its place would be freed as one.
+// Cell 0 shows the row number, unless its value is a block: WqElems_Term would free the number as a block.
 bool showsNumber(const WqElems *row) {
   return row->cells && row->cellCount > 0 && !(row->cells[0].kind & WQ_ELEM_OWNED);
 }
@@ -43,7 +43,7 @@ void releaseRow(WqElems *row) {
   WqMem_Free(row);
 }
 
-// Puts a node that is linked nowhere behind another one, or first for null.
+// Puts an unlinked node behind another one, or first for null.
 void placeBehind(WqMap *map, WqList *position, WqList *node) {
   map->head = position ? WqList_ConnectN(node, position, map->head) : WqList_ConnectP(node, nullptr, map->head);
   if (!node->next) map->tail = node;
@@ -58,7 +58,7 @@ void takeOut(WqMap *map, WqList *node) {
 
 void WqMap_Init(WqMap *map) { *map = {}; }
 
-// A row may stand in the map more than once. It is numbered by its last place and released there.
+// A row may stand in the map more than once, but is released once: at its last place, found by numbering.
 void WqMap_Term(WqMap *map) {
   uint32_t place = 0;
   for (const WqList *node = map->head; node; node = node->next) rowOf(node)->number = place++;

@@ -1,5 +1,5 @@
-// A byte ring. Both indexes stay below the capacity. They are equal in an empty ring and in a full one: the count is
-// looked at.
+// A byte ring. Both indexes stay below the capacity. They are equal in an empty ring and in a full one; the count tells
+// which.
 
 #include "containers/containers.h"
 
@@ -11,7 +11,7 @@ namespace {
 
 bool isFull(const WqRingBuf *ring) { return !ring->buffer || ring->count >= ring->capacity; }
 
-// The index behind one, with the wrap.
+// The next index, with the wrap.
 uint32_t behind(const WqRingBuf *ring, uint32_t index) { return index + 1 == ring->capacity ? 0 : index + 1; }
 
 } // namespace
@@ -46,7 +46,7 @@ int32_t WqRingBuf_Getc(WqRingBuf *ring) {
 
 int WqRingBuf_Putc(WqRingBuf *ring, uint8_t byte) {
   if (isFull(ring)) return 0;
-  const uint32_t index = ring->writeIx; // a byte's store could change any field, for all the compiler knows
+  const uint32_t index = ring->writeIx; // a local copy: for the compiler, storing a byte may change any field
   ring->writeIx = behind(ring, index);
   ++ring->count;
   ring->buffer[index] = byte;
@@ -63,7 +63,7 @@ int WqRingBuf_Ungetc(WqRingBuf *ring, uint8_t byte) {
 
 int WqRingBuf_PutBlock(WqRingBuf *ring, const void *bytes, uint32_t size) {
   if (!ring->buffer || size >= ring->capacity - ring->count) return 0;
-  if (size == 0) return 1; // there may be no bytes to point at
+  if (size == 0) return 1; // bytes may be null
   const auto *source = static_cast<const uint8_t *>(bytes);
   const uint32_t upToEnd = std::min(size, ring->capacity - ring->writeIx);
   WqMem_Copy(ring->buffer + ring->writeIx, source, upToEnd);

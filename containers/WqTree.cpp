@@ -4,7 +4,7 @@
 
 namespace {
 
-// Puts a node under a parent, behind a sibling, or first for null.
+// Puts a node under a parent, behind a sibling, or first for a null sibling.
 void place(WqTree *parent, WqTree *sibling, WqTree *node) {
   node->parent = parent;
   node->prev = sibling;
@@ -14,7 +14,7 @@ void place(WqTree *parent, WqTree *sibling, WqTree *node) {
   ++parent->childCount;
 }
 
-// Whether a node's parent has it among its children. A node that was taken out still shows where it was.
+// Whether a node is among its parent's children. A node that was taken out keeps its links.
 bool isHeld(const WqTree *node) {
   return node->parent && (node->prev ? node->prev->next : node->parent->firstChild) == node;
 }
@@ -53,7 +53,7 @@ void WqTree_Disconnect(WqTree *node) {
   --parent->childCount;
 }
 
-// Nothing above the two parents is looked at: it may be gone by now, where a subtree was taken out of a tree.
+// Looks at nothing above the two parents. Where a subtree was taken out of a tree, that memory may be freed.
 int WqTree_Swap(WqTree *a, WqTree *b) {
   if (!a || !b || a == b || !isHeld(a) || !isHeld(b)) return 0;
   if (a->parent == b || b->parent == a) return 0;

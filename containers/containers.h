@@ -11,35 +11,35 @@ extern "C" {
 /* ---- WqList: a doubly linked chain -------------------------------------------------------------------------------
  *
  * The caller keeps a list by its head, the address of the first node. The head of an empty list is null. Neither the
- * tail nor a count is kept. So to add at the front is quick, while the last node is found by a walk along all others.
- * The same data may stand in a list any number of times.
+ * tail nor a count is kept. So adding at the front is quick, while adding at the end walks along all nodes. The same
+ * data may stand in a list any number of times.
  *
  * In the names, N stands for the side behind a position, and P for the side before it. Add makes a new node; Connect
- * takes one that is there. DisConnect takes a node out, which lives on; Remove frees it as well. With: the data go too,
- * and have to be a block from WqMem. Element: the caller gives the data, and the node is looked for.
+ * links an existing one. DisConnect unlinks a node, which lives on; Remove frees it as well. With: the data are freed
+ * too, and must be a block from WqMem. Element: the caller gives the data, and the node is searched.
  *
- * Nodes and positions have to belong to the list that the given head begins. */
+ * Nodes and positions must belong to the list of the given head. */
 
 typedef struct WqList {
-  WqWord data;         /* the caller's; freed only by the functions with With in their name */
+  WqWord data;         /* the caller's; only functions with With in their name free it */
   struct WqList *prev; /* null at the first node */
   struct WqList *next; /* null at the last node */
 } WqList;
 
 /* Clears a node's three fields.
- * node: may be null, then nothing happens. */
+ * node: may be null; then nothing happens. */
 WQ_API void WqList_Init(WqList *node);
 
-/* Does nothing; a node that stands alone owns nothing. */
+/* Does nothing; an unlinked node owns nothing. */
 WQ_API void WqList_Term(WqList *node);
 
 /* Makes a node directly behind a position.
- * position: null makes a node that stands alone.
+ * position: null makes an unlinked node.
  * Result: the new node, owned by the list; null if memory is short, and the list stays as it was. */
 WQ_API WqList *WqList_AddN(WqList *position, WqWord data);
 
-/* Makes a node directly before a position. When that is the head, the list begins with the result from now on.
- * position: null makes a node that stands alone.
+/* Makes a node directly before a position. If the position is the head, the result is the new head.
+ * position: null makes an unlinked node.
  * Result: the new node, owned by the list; null if memory is short, and the list stays as it was. */
 WQ_API WqList *WqList_AddP(WqList *position, WqWord data);
 
@@ -92,26 +92,26 @@ WQ_API WqList *WqList_RemoveElement(WqList *head, WqWord data);
  * Result: the head after the operation. Data that no node holds changes nothing and is not freed. */
 WQ_API WqList *WqList_RemoveElementWith(WqList *head, WqWord data);
 
-/* Frees the given node and all behind it. Their data stays the caller's.
+/* Frees the given node and all nodes behind it. Their data stays the caller's.
  * head: may be null.
  * Result: null, to be stored as the new head. */
 WQ_API WqList *WqList_RemoveAll(WqList *head);
 
-/* Frees the given node, all behind it, and the data of them all.
+/* Frees the given node, all nodes behind it, and the data of all these nodes.
  * head: may be null. No two nodes may hold the same block. */
 WQ_API void WqList_RemoveAllWith(WqList *head);
 
-/* Finds the first node that holds the data; the words are compared, nothing more.
+/* Finds the first node that holds the data. Only the words are compared.
  * head: may be null.
  * Result: the node, or null. */
 WQ_API WqList *WqList_Find(WqList *head, WqWord data);
 
 /* ---- WqHash: a table on 32-bit keys ------------------------------------------------------------------------------
  *
- * A fixed number of buckets, each a list. The remainder of a key, divided by their number, tells its bucket: small ids
- * have buckets of their own. A bucket's nodes hold entries of value and key, newest first; a key stands in a table
- * once. Here With counts from the node: WqHash_RemoveWith frees node and entry, and only WqHash_RemoveAllWith frees
- * the callers' values. */
+ * A fixed number of buckets, each a list. The bucket of a key is the remainder of key / number of buckets, so small ids
+ * have their own buckets. A bucket's nodes hold entries of value and key, the newest first. A key stands in a table
+ * once. With means more here: WqHash_RemoveWith frees node and entry, and only WqHash_RemoveAllWith frees the callers'
+ * values. */
 
 typedef struct WqHash {
   WqList **buckets; /* the heads */
@@ -141,19 +141,19 @@ WQ_API WqList *WqHash_FindList(const WqHash *hash, uint32_t key);
 /* Result: the entry of a key, whose data is the caller's value; null for an absent key. The entry stays the table's. */
 WQ_API WqHashEntry *WqHash_FindData(const WqHash *hash, uint32_t key);
 
-/* Stores a value under a key. A value that the key had before is replaced and not freed.
- * data: the value; the table frees it in WqHash_RemoveAllWith alone.
+/* Stores a value under a key. An older value of the key is replaced and not freed.
+ * data: the value; only WqHash_RemoveAllWith frees it.
  * Result: 1 when the value is stored; 0 if memory is short, and the table stays as it was. */
 WQ_API int WqHash_Insert(WqHash *hash, uint32_t key, WqWord data);
 
-/* Takes a key's node out of the table and frees that alone. The entry belongs to the caller, who has taken it with
- * WqHash_FindData before and gives it back with WqMem_Free. An absent key does nothing. */
+/* Takes a key's node out of the table and frees only the node. The entry belongs to the caller, who has got it from
+ * WqHash_FindData before and frees it with WqMem_Free. An absent key does nothing. */
 WQ_API void WqHash_Remove(WqHash *hash, uint32_t key);
 
-/* Takes a key's node out and frees node and entry, not the value. An absent key does nothing. */
+/* Takes a key's node out and frees node and entry, but not the value. An absent key does nothing. */
 WQ_API void WqHash_RemoveWith(WqHash *hash, uint32_t key);
 
-/* Empties the table: frees all nodes and entries, no values. */
+/* Empties the table: frees all nodes and entries, but no values. */
 WQ_API void WqHash_RemoveAll(WqHash *hash);
 
 /* Empties the table: frees all nodes and entries, and every value with WqMem_Free. */
@@ -161,10 +161,10 @@ WQ_API void WqHash_RemoveAllWith(WqHash *hash);
 
 /* ---- WqMap, WqElems, WqElem: a table of rows ---------------------------------------------------------------------
  *
- * A map holds rows in a list with two ends, and each row has the same number of cells. A row carries a row number,
- * counted from 1, and a word of state bits. An index is a position in the list, counted from 0; it differs from the row
- * number after rows were exchanged. Cell 0 of a row belongs to the map, which writes the row number into its value.
- * Only where that cell owns a block, it doesn't. */
+ * A map holds rows in a list with two ends. All rows have the same number of cells. A row carries a row number, counted
+ * from 1, and a word of state bits. An index is a position in the list, counted from 0. It differs from the row number
+ * after rows were exchanged. Cell 0 of a row belongs to the map, which writes the row number into its value, unless the
+ * cell owns a block. */
 
 #define WQ_ELEM_OWNED 0x00000001u /* WqElem.kind: value is a block from WqMem that the cell owns */
 
@@ -195,22 +195,22 @@ typedef struct WqMap {
 /* Clears the record. */
 WQ_API void WqMap_Init(WqMap *map);
 
-/* Releases every row with its cells and the blocks they own, and empties the map, which can be used again. */
+/* Releases every row with its cells and the blocks they own, and empties the map. The map can be used again. */
 WQ_API void WqMap_Term(WqMap *map);
 
-/* Adds a row at an end. At the head, all rows are numbered anew; at the tail, the new row's number is the count and its
- * cell 0 stays as the caller filled it.
+/* Adds a row at one end. At the head, all rows are numbered again. At the tail, the new row's number is the count, and
+ * its cell 0 stays as the caller has set it.
  * row: from WqElems_Init, with at least one cell; belongs to the map afterwards.
  * atHead: not 0 for the head, 0 for the tail.
  * Result: 1; 0 if memory is short: the map stays as it was and the row stays the caller's. */
 WQ_API int WqMap_Add(WqMap *map, WqElems *row, int32_t atHead);
 
-/* Takes out and releases the row at an index; the rows behind it and the values of their cells 0 count down by 1. A row
- * that stands in the map a second time is taken out here and released with its last place.
+/* Takes out and releases the row at an index. The rows behind it and the values of their cells 0 count down by 1. A row
+ * that stands in the map several times is only taken out here, and released with its last place.
  * Bad input: an index past the end changes nothing. */
 WQ_API void WqMap_Remove(WqMap *map, uint32_t index);
 
-/* Result: the node at an index, which stays with its row when rows are exchanged; null past the end. */
+/* Result: the node at an index; null past the end. The node stays with its row when rows are exchanged. */
 WQ_API WqList *WqMap_GetList(const WqMap *map, uint32_t index);
 
 /* Result: the row at an index; null past the end. */
@@ -244,7 +244,7 @@ WQ_API void WqMap_InactiveAll(WqMap *map);
 
 /* Makes a row with zeroed cells, state and number.
  * cellCount: number of cells. With 0 the row has no cells and must not go into a map.
- * Result: the row; null if memory is short. A row that never goes into a map is given back with WqElems_Term and
+ * Result: the row; null if memory is short. The caller frees a row that never goes into a map with WqElems_Term and
  * WqMem_Free. */
 WQ_API WqElems *WqElems_Init(uint32_t cellCount);
 
@@ -264,8 +264,8 @@ WQ_API void WqElem_Set(WqElem *cell, uint32_t kind, WqWord value, WqWord extra);
 
 /* ---- WqTree: an intrusive tree -----------------------------------------------------------------------------------
  *
- * The caller owns every node; the functions only link and unlink, and never allocate. A root is a node without a
- * parent. A subtree goes wherever its top node goes. */
+ * The caller owns every node. The functions only link and unlink nodes, and never allocate. A root is a node without a
+ * parent. A subtree moves with its top node. */
 
 typedef struct WqTree {
   WqWord data; /* the caller's */
@@ -278,7 +278,7 @@ typedef struct WqTree {
 } WqTree;
 
 /* Clears all fields.
- * node: may be null, then nothing happens. */
+ * node: may be null; then nothing happens. */
 WQ_API void WqTree_Init(WqTree *node);
 
 /* Does nothing; a tree owns no memory. */
@@ -286,13 +286,13 @@ WQ_API void WqTree_Term(WqTree *node);
 
 /* Place a node directly in front of or behind a reference node, under the same parent.
  * reference: a node with a parent.
- * node: linked nowhere; may be null, then nothing happens.
+ * node: not linked; may be null, then nothing happens.
  * Bad input: a reference without a parent has no siblings, and nothing happens. */
 WQ_API void WqTree_AddPrev(WqTree *reference, WqTree *node);
 WQ_API void WqTree_AddNext(WqTree *reference, WqTree *node);
 
 /* Place a node as first or as last child of a parent.
- * node: linked nowhere; may be null, then nothing happens. */
+ * node: not linked; may be null, then nothing happens. */
 WQ_API void WqTree_AddTop(WqTree *parent, WqTree *node);
 WQ_API void WqTree_AddBottom(WqTree *parent, WqTree *node);
 
@@ -301,12 +301,13 @@ WQ_API void WqTree_AddBottom(WqTree *parent, WqTree *node);
 WQ_API void WqTree_Disconnect(WqTree *node);
 
 /* Exchanges the places of two nodes, each with its subtree.
- * a, b: neither lies in the other's subtree; deeper than a child this isn't checked, so that the depth costs nothing.
- * Result: 1; 0 when refused, and nothing has changed: for null, for a root, for a node that its parent doesn't hold any
- * more, for a node and itself, and for a node and its own parent. */
+ * a, b: neither may lie in the other's subtree. Only a child is refused; deeper levels aren't checked, so that the
+ * depth costs nothing.
+ * Result: 1. 0, and nothing has changed, for null, a root, a node that its parent doesn't hold any more, a node and
+ * itself, and a node and its own parent. */
 WQ_API int WqTree_Swap(WqTree *a, WqTree *b);
 
-/* Result: how many ancestors a node has. A root has 0, its children have 1. */
+/* Result: the number of ancestors of a node. A root has 0, its children have 1. */
 WQ_API uint32_t WqTree_NofParent(const WqTree *node);
 
 /* ---- WqStack: words, last in, first out -------------------------------------------------------------------------- */
@@ -319,8 +320,8 @@ typedef struct WqStack {
 /* Clears the record. */
 WQ_API void WqStack_Init(WqStack *stack);
 
-/* Frees all nodes, not what the values may point to. The record keeps its fields and needs WqStack_Init before it is
- * used again. */
+/* Frees all nodes, but not the memory that values may point to. The record keeps its fields and needs WqStack_Init
+ * before further use. */
 WQ_API void WqStack_Term(WqStack *stack);
 
 /* Puts a value on top.
@@ -328,15 +329,15 @@ WQ_API void WqStack_Term(WqStack *stack);
 WQ_API int WqStack_Push(WqStack *stack, WqWord value);
 
 /* Takes the top value.
- * value: receives it.
- * Result: 1; 0 if the stack is empty, and value keeps what it held. */
+ * value: receives the top value.
+ * Result: 1; 0 if the stack is empty, and value stays as it was. */
 WQ_API int WqStack_Pop(WqStack *stack, WqWord *value);
 
 /* ---- WqRingBuf: a byte ring of fixed capacity -------------------------------------------------------------------- */
 
 typedef struct WqRingBuf {
   uint8_t *buffer;   /* capacity bytes, null if there is none */
-  uint32_t count;    /* bytes held; where both indexes are equal, the ring may be empty or full, and this tells which */
+  uint32_t count;    /* bytes held; decides between empty and full if both indexes are equal */
   uint32_t writeIx;  /* where the next byte goes */
   uint32_t readIx;   /* the next byte to read */
   uint32_t capacity; /* size of buffer; 0 if there is none */
@@ -344,13 +345,13 @@ typedef struct WqRingBuf {
 
 /* Makes an empty ring.
  * capacity: in bytes.
- * Bad input: with 0, or if memory is short, the ring has no buffer: it accepts nothing and gives nothing. */
+ * Bad input: with 0, or if memory is short, the ring has no buffer. It accepts no bytes and gives none. */
 WQ_API void WqRingBuf_Init(WqRingBuf *ring, uint32_t capacity);
 
-/* Frees the buffer. The ring accepts and gives nothing until WqRingBuf_Init. */
+/* Frees the buffer. The ring accepts and gives no bytes until WqRingBuf_Init. */
 WQ_API void WqRingBuf_Term(WqRingBuf *ring);
 
-/* Forgets all bytes; the buffer stays. */
+/* Removes all bytes; the buffer stays. */
 WQ_API void WqRingBuf_Flush(WqRingBuf *ring);
 
 /* Takes the next byte.
@@ -361,13 +362,13 @@ WQ_API int32_t WqRingBuf_Getc(WqRingBuf *ring);
  * Result: 1; 0 if the ring is full, and it stays as it was. */
 WQ_API int WqRingBuf_Putc(WqRingBuf *ring, uint8_t byte);
 
-/* Puts a byte, not necessarily the one last read, in front of the next byte to read.
+/* Puts back a byte: the next read gets it. It needn't be the byte that was read last.
  * Result: 1; 0 if the ring is full, and it stays as it was. */
 WQ_API int WqRingBuf_Ungetc(WqRingBuf *ring, uint8_t byte);
 
-/* Appends a block whole or not at all. A block has to be smaller than the free space, so that a byte of it is left.
- * A full ring refuses even a block of 0 bytes.
- * bytes: may be null where size is 0. size: in bytes.
+/* Appends a whole block or nothing. A block must be smaller than the free space, so that at least a byte stays free. A
+ * full ring refuses even a block of 0 bytes.
+ * bytes: may be null if size is 0. size: in bytes.
  * Result: 1; 0 if refused, and the ring stays as it was. */
 WQ_API int WqRingBuf_PutBlock(WqRingBuf *ring, const void *bytes, uint32_t size);
 

@@ -1,15 +1,15 @@
-// Blits of a bitmap, each from a context of its own.
+// Blits of a bitmap, each from a new context.
 
 #include "drawing/drawing_private.h"
 
 namespace {
 
 struct Pass {
-  bool fromMask; // to the right of the picture
+  bool fromMask; // the mask is to the right of the picture
   DWORD operation;
 };
 
-// The passes go to one place. A bitmap that can't be selected draws nothing.
+// Copies to one place in several passes. A bitmap that can't be selected draws nothing.
 template <size_t count> void blit(const WqBmpDraw *draw, HDC dc, const Pass (&passes)[count]) {
   HDC source = CreateCompatibleDC(dc);
   HGDIOBJ before = SelectObject(source, draw->bitmap);

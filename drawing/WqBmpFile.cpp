@@ -1,5 +1,5 @@
-// Bitmaps from BMP files, and their registry. A file is foreign bytes: the platform gets a description of its own making,
-// and sees no pixels before all of them are known to lie in the file.
+// Bitmaps from BMP files, and their registry. Files are hostile input: the platform gets a header that is made here,
+// and no pixels before all of them are known to lie in the file.
 
 #include "drawing/drawing_private.h"
 
@@ -15,23 +15,23 @@
 
 namespace {
 
-using Bytes = std::span<uint8_t>; // of our own copy
+using Bytes = std::span<uint8_t>; // of a copy of the file
 
 constexpr uint64_t kOffBitsAt = 10; // in the file header
 constexpr uint64_t kInfoAt = 14;
 constexpr uint64_t kMasksAt = 54;
-constexpr uint32_t kPlainInfo = 40;    // bytes of a header without additions
-constexpr uint32_t kCoreInfo = 12;     // bytes of the oldest header, which has fewer fields and colours of three bytes
-constexpr uint8_t kEndMark[] = {0, 1}; // of a run-length coded picture
+constexpr uint32_t kPlainInfo = 40;    // bytes of a header without extensions
+constexpr uint32_t kCoreInfo = 12;     // bytes of the oldest header, with fewer fields and colours of three bytes
+constexpr uint8_t kEndMark[] = {0, 1}; // ends a run-length coded picture
 
-// What the platform is told: colours, or masks in the place of the first three.
+// The header for the platform, with colours, or with masks in place of the first three colours.
 struct Info {
   BITMAPINFOHEADER header;
   RGBQUAD colours[256];
 };
 
-// The whole of a file, empty if it can't be read. The rows behind a plain header lie on four bytes in memory, as the
-// platform has rows. Behind the file there is room for an end mark.
+// The content of a file, empty if it can't be read. Rows behind a plain header are aligned to four bytes in memory, as
+// the platform wants. Behind the file there is room for an end mark.
 class Content {
  public:
   explicit Content(const char *path) {
@@ -41,7 +41,7 @@ class Content {
     uint32_t size = 0;
     if (WqFile_ReadOpen(&file) && WqFile_Size(&file, &size) != 0xFFFFFFFF) {
       const size_t room = kAhead + size_t{size} + sizeof kEndMark;
-      if (room > size) block_ = static_cast<uint8_t *>(WqMem_Alloc(room)); // in 32 bits the sum can wrap
+      if (room > size) block_ = static_cast<uint8_t *>(WqMem_Alloc(room)); // the sum wraps in 32 bits
     }
     if (block_) bytes_ = {block_ + kAhead, WqFile_Read(&file, block_ + kAhead, size)};
     WqFile_Close(&file);
@@ -60,7 +60,7 @@ class Content {
 
 Bytes from(Bytes bytes, uint64_t at) { return at < bytes.size() ? bytes.subspan(static_cast<size_t>(at)) : Bytes(); }
 
-// Result: whether the file goes that far.
+// Result: whether the file is long enough.
 bool read(Bytes file, uint64_t at, void *value, size_t size) {
   const Bytes source = from(file, at);
   if (source.size() < size) return false;
@@ -68,31 +68,31 @@ bool read(Bytes file, uint64_t at, void *value, size_t size) {
   return true;
 }
 
-// One code of a run-length coded picture: colours along a row, the end of a row, or a jump.
+// One code of a run-length coded picture: pixels along a row, the end of a row, or a jump.
 struct Code {
   size_t size; // in bytes
   uint32_t right, up;
   bool draws, endsRow;
 };
 
-// codes: two bytes or more.
+// codes: at least two bytes.
 Code firstCode(Bytes codes, WORD bits) {
   const uint8_t count = codes[0], kind = codes[1];
   if (count > 0) return {2, count, 0, true, false};
   if (kind > 2)
-    return {2 + (size_t{kind} * bits + 15) / 16 * 2, kind, 0, true, false}; // one by one, filled up to a word
+    return {2 + (size_t{kind} * bits + 15) / 16 * 2, kind, 0, true, false}; // single pixels, padded to a word
   if (kind < 2) return {2, 0, 1, false, true};
   return codes.size() < 4 ? Code{4, 0, 0, false, false} : Code{4, codes[2], codes[3], false, false};
 }
 
-// How far the codes of a picture go.
+// The extent of a picture's codes.
 struct Codes {
-  size_t size; // up to the end mark, or behind the last whole code
-  bool ended;  // by an end mark
-  bool inside; // the picture's rectangle, with each row filled up to four pixels, as some programs do
+  size_t size; // up to the end mark, or behind the last complete code
+  bool ended;  // an end mark was found
+  bool inside; // in the picture's rectangle, with rows padded to four pixels, as some programs do
 };
 
-// codes: reach to the end of the file.
+// codes: up to the end of the file.
 Codes readCodes(Bytes codes, const BITMAPINFOHEADER &header) {
   const uint64_t width = (static_cast<uint64_t>(header.biWidth) + 3) / 4 * 4;
   const auto height = static_cast<uint64_t>(header.biHeight);
@@ -111,7 +111,7 @@ Codes readCodes(Bytes codes, const BITMAPINFOHEADER &header) {
   return result;
 }
 
-// Puts an end mark behind the last whole code, where there may be one already: nobody reads on from there.
+// Puts an end mark behind the last complete code. There may be one already; the codes behind aren't read.
 // header: gets the size of the picture.
 void endCodes(Bytes codes, BITMAPINFOHEADER *header) {
   const size_t size = readCodes(codes, *header).size;
@@ -119,10 +119,10 @@ void endCodes(Bytes codes, BITMAPINFOHEADER *header) {
   header->biSizeImage = static_cast<DWORD>(size + sizeof kEndMark);
 }
 
-// Result: whether all rows are there.
+// Result: whether all rows are in the file.
 bool holdsRows(Bytes pixels, const BITMAPINFOHEADER &header) {
   const uint64_t row = (static_cast<uint64_t>(header.biWidth) * header.biBitCount + 31) / 32 * 4;
-  const int64_t height = header.biHeight; // below 0 from the top down
+  const int64_t height = header.biHeight; // below 0 for rows from the top down
   return static_cast<uint64_t>(height < 0 ? -height : height) <= pixels.size() / row;
 }
 
@@ -130,8 +130,8 @@ bool isCoded(const BITMAPINFOHEADER &header) {
   return header.biCompression == BI_RLE8 || header.biCompression == BI_RLE4;
 }
 
-// Result: whether a picture begins here, of which all rows are there. Coded ones need only begin, unless they have to be
-// whole.
+// Result: whether a picture begins here with all its rows. A coded picture needs only a beginning, unless wholeCodes is
+// set.
 bool beginsPicture(Bytes pixels, const BITMAPINFOHEADER &header, bool wholeCodes) {
   if (!isCoded(header)) return holdsRows(pixels, header);
   const Codes codes = readCodes(pixels, header);
@@ -151,7 +151,7 @@ bool isKnown(const BITMAPINFOHEADER &header) {
   }
 }
 
-// Whether each mask is one run of bits, and no two share a bit.
+// Whether each mask is one run of bits, and no two masks share a bit.
 bool areMasks(const uint32_t (&masks)[3], WORD bits) {
   uint64_t used = 0;
   for (const uint32_t mask : masks) {
@@ -162,7 +162,7 @@ bool areMasks(const uint32_t (&masks)[3], WORD bits) {
   return used >> bits == 0;
 }
 
-// Reads a header of either kind; of the oldest one the fields that it lacks are 0.
+// Reads a header of either kind. Fields that the oldest one lacks are 0.
 bool readHeader(Bytes file, BITMAPINFOHEADER *header) {
   BITMAPCOREHEADER core;
   *header = {};
@@ -176,8 +176,8 @@ bool readHeader(Bytes file, BITMAPINFOHEADER *header) {
   return isKnown(*header);
 }
 
-// Reads the colours of which the picture can use.
-// behind: is moved behind all that the file has.
+// Reads the colours that the picture can use.
+// behind: is moved behind all colours of the file.
 bool readColours(Bytes file, Info *info, uint64_t *behind) {
   const uint64_t most = uint64_t{1} << info->header.biBitCount;
   const bool isCore = info->header.biSize == kCoreInfo;
@@ -192,7 +192,7 @@ bool readColours(Bytes file, Info *info, uint64_t *behind) {
 }
 
 // Reads the header, and the masks or the colours.
-// behind: gets the place behind all that.
+// behind: gets the place behind the header, the masks and the colours.
 bool readInfo(Bytes file, Info *info, uint64_t *behind) {
   BITMAPINFOHEADER &header = info->header;
   if (!readHeader(file, &header)) return false;
@@ -206,9 +206,9 @@ bool readInfo(Bytes file, Info *info, uint64_t *behind) {
   return header.biBitCount > 8 || readColours(file, info, behind);
 }
 
-// Where the picture is: behind the colours, or else where the file says. A coded one that isn't whole could be a gap
-// that looks like codes, and is looked for where the file says first.
-// Result: nothing when it is nowhere.
+// The place of the picture: behind the colours, or else where the file header says. An incomplete coded picture behind
+// the colours could be a gap that looks like codes, so the place in the file header is tried before it.
+// Result: nothing if there is no picture.
 std::optional<uint64_t> findPicture(Bytes file, const BITMAPINFOHEADER &header, uint64_t behind) {
   const bool plain = header.biBitCount <= 8 && header.biSize == kPlainInfo;
   if (plain && beginsPicture(from(file, behind), header, true)) return behind;
@@ -247,7 +247,7 @@ void WqBmpFile_Create(WqBmpFile *file, HDC dc) {
   if (!at) return;
   const Bytes picture = from(content.bytes(), *at);
   info.header.biSize = kPlainInfo;
-  info.header.biClrUsed = 0; // all that the depth allows: those that the file lacks are black
+  info.header.biClrUsed = 0; // the full table of the depth; colours that the file lacks are black
   info.header.biSizeImage = 0;
   if (isCoded(info.header)) endCodes(picture, &info.header);
   file->handle = CreateDIBitmap(dc, &info.header, CBM_INIT, picture.data(), reinterpret_cast<const BITMAPINFO *>(&info),

@@ -1,4 +1,4 @@
-// Colour arithmetic on the channels of platform colours, whose top bytes play no part.
+// Colour arithmetic on the channels of platform colours. Their top bytes have no effect.
 
 #include "drawing/drawing.h"
 
@@ -6,7 +6,7 @@ namespace {
 
 constexpr uint32_t kPaletteRelative = 0x02000000;
 
-constexpr int kShifts[] = {16, 8, 0}; // of blue, green and red
+constexpr int kShifts[] = {16, 8, 0}; // for blue, green and red
 
 constexpr uint32_t channel(COLORREF colour, int shift) { return colour >> shift & 0xFF; }
 

@@ -1,5 +1,5 @@
-// Palettes: the colour table of a BMP file, and the platform's palette made from it, with the desktop's shades in the
-// place of six greys.
+// Palettes: the colour table of a BMP file, and the platform's palette made from it, in which shades of the desktop
+// replace six greys.
 
 #include "drawing/drawing_private.h"
 
@@ -11,11 +11,11 @@
 
 namespace {
 
-constexpr uint32_t kLogEntries = 256; // room of the platform's description
+constexpr uint32_t kLogEntries = 256; // entries of the platform's palette
 constexpr COLORREF kGreys[] = {0xE6E6E6, 0xE0E0E0, 0xC0C0C0, 0xADADAD, 0x808080, 0x424242};
 constexpr COLORREF kWhite = 0xFFFFFF;
 
-// The beginning of a BMP file, read as one piece.
+// The beginning of a BMP file, for one read.
 struct FileStart {
   uint8_t fileHeader[14];
   uint8_t infoHeader[40];
@@ -23,7 +23,7 @@ struct FileStart {
 };
 static_assert(sizeof(FileStart) == 14 + 40 + 4 * WQ_PAL_ENTRIES);
 
-// Entries that the file doesn't hold come as 0.
+// Entries beyond the file's end are 0.
 // Result: whether the file holds both headers.
 bool readStart(const char *path, FileStart *start) {
   *start = {};
@@ -36,7 +36,7 @@ bool readStart(const char *path, FileStart *start) {
   return size >= offsetof(FileStart, entries);
 }
 
-// Result: 0 when no palette can be taken from the file.
+// Result: 0 if the file gives no palette.
 uint32_t colourCount(const FileStart &start) {
   BITMAPINFOHEADER header;
   std::memcpy(&header, start.infoHeader, sizeof header);
@@ -61,12 +61,12 @@ void setColour(PALETTEENTRY *entry, COLORREF colour) {
   entry->peBlue = static_cast<BYTE>(colour >> 16);
 }
 
-// What takes the place of the greys, in their order.
+// Computes the replacements of the greys, in the greys' order.
 void findReplacements(WqColorPal *palette) {
   const COLORREF face = GetSysColor(COLOR_BTNFACE);
   const COLORREF shadow = GetSysColor(COLOR_BTNSHADOW);
   COLORREF light = GetSysColor(COLOR_BTNHIGHLIGHT);
-  if (light == kWhite) light = WqColor_Neutral(face, kWhite); // so that the two lightest differ from white
+  if (light == kWhite) light = WqColor_Neutral(face, kWhite); // keeps the two lightest apart from white
   const COLORREF colours[] = {WqColor_Neutral(light, kWhite),
                               0x02000000 | (light & kWhite),
                               face,

@@ -1,4 +1,4 @@
-// The table that turns colour ids into colours, with the colours that the library enters itself.
+// The table from colour ids to colours, with the library's own colours.
 
 #include "drawing/drawing_private.h"
 
@@ -10,10 +10,10 @@
 namespace {
 
 constexpr uint32_t kIdMask = 0xFF;
-constexpr uint32_t kSystemBit = 0x80; // in the ids that can't be removed
+constexpr uint32_t kSystemBit = 0x80; // set in ids that can't be removed
 constexpr int kSystemColours = 25;
 
-// From WQ_COLOR_BLACK on.
+// The colours from WQ_COLOR_BLACK on.
 constexpr COLORREF kFixed[] = {0x02000000, 0x02FFFFFF, 0x020000FF, 0x0200FFFF, 0x0200FF00, 0x02FFFF00,
                                0x02FF0000, 0x02FF00FF, 0x02808080, 0x02C0C0C0, 0x02000080, 0x02008080,
                                0x02008000, 0x02808000, 0x02800000, 0x02800080};

@@ -1,5 +1,5 @@
-// The device-context record: where its context comes from and goes to. The five ways are told by the low bits of the
-// mode; only a client area's has a second form, that of a paint.
+// The device-context record, and the source of its context. The low bits of the mode tell one of five sources. Only a
+// client area has a second form, for a paint.
 
 #include "drawing/drawing.h"
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr uint32_t kSource = 0x1F; // of the mode
+constexpr uint32_t kSource = 0x1F; // the bits of the mode for the source
 constexpr uint32_t kPaint = WQ_DC_CLIENT | WQ_DC_PAINT;
 
 bool isPaint(uint32_t mode) { return (mode & (kSource | WQ_DC_PAINT)) == kPaint; }
@@ -27,8 +27,8 @@ HWND windowOf(const WqDc *dc) { return dc->wnd ? dc->wnd->hwnd : nullptr; }
 
 HDC getWindowDc(WqDc *dc, uint32_t mode) {
   HWND hwnd = windowOf(dc);
-  dc->paint = {};            // so that the end of a paint that didn't begin ends no older one
-  if (!hwnd) return nullptr; // the platform would take that for the screen
+  dc->paint = {};            // if BeginPaint fails, EndPaint must not end an older paint
+  if (!hwnd) return nullptr; // the platform takes null for the screen
   if (isPaint(mode)) return BeginPaint(hwnd, &dc->paint);
   return (mode & kSource) == WQ_DC_WINDOW ? GetDCEx(hwnd, nullptr, DCX_WINDOW) : GetDC(hwnd);
 }
@@ -82,7 +82,7 @@ void WqDc_Release(WqDc *dc) {
       ReleaseDC(windowOf(dc), dc->hdc);
     break;
   case WQ_DC_PRINTER:
-  case WQ_DC_EXTERNAL: break; // somebody else's
+  case WQ_DC_EXTERNAL: break; // the context is not owned
   default: return;
   }
   dc->hdc = nullptr;

@@ -1,4 +1,4 @@
-// Zoomed drawing: each coordinate is converted by one rule, and the platform draws. Objects and modes stay set.
+// Zoomed drawing: one rule converts every coordinate, and the platform draws. Objects and modes stay set.
 
 #include "drawing/drawing_private.h"
 
@@ -22,7 +22,8 @@ RECT converted(const WqDcDraw *draw, const RECT *rect) {
 
 void markDrawn(WqDcDraw *draw) { draw->drawn = 1; }
 
-// Cuts the longer side to the shorter one. Of an odd remainder the larger half goes at the right or at the bottom.
+// Cuts the longer side to the length of the shorter one, on both ends. Of an odd excess the larger half is cut at the
+// right or bottom.
 void makeSquare(RECT *rect) {
   const LONG excess =
       wqDifference(wqDifference(rect->right, rect->left), wqDifference(rect->bottom, rect->top)); // of the width
@@ -36,7 +37,7 @@ void makeSquare(RECT *rect) {
   }
 }
 
-// Draws with a converted copy of points. None at all still go to the platform.
+// Draws with a converted copy of points. A count of 0 also goes to the platform.
 template <typename Count, typename Draw>
 void drawPoints(WqDcDraw *draw, const POINT *points, Count count, Draw platformDraw) {
   auto *copy = static_cast<POINT *>(WqMem_AllocArray(sizeof(POINT), static_cast<size_t>(count)));

@@ -1,4 +1,4 @@
-// Conversions between physical units and device pixels. The rounding of each is part of the interface.
+// Conversions between physical units and device pixels. Their rounding is part of the interface.
 
 #include "drawing/drawing.h"
 

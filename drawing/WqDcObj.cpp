@@ -1,5 +1,5 @@
-// The selection cache: objects by what they are like, from the registries or made for the record alone, and what stood
-// in the context before put back at the end.
+// The selection cache. Objects are selected by their properties, and come from the registries or are made for the
+// record. At the end the objects selected before return to the context.
 
 #include "drawing/drawing_private.h"
 
@@ -14,22 +14,22 @@ bool pop(WqStack *stack, HGDIOBJ *object) {
   return true;
 }
 
-// An ended stack is fit for use again, so that a second end finds nothing.
+// Leaves an empty stack, so that a second end finds nothing.
 void endStack(WqStack *stack) {
   WqStack_Term(stack);
   WqStack_Init(stack);
 }
 
-// Selects an object that somebody else owns.
-// kind: WQ_DCOBJ_... save: remembers what is replaced, if it is the first of its kind.
+// Selects an object that the record doesn't own.
+// kind: WQ_DCOBJ_... save: whether to remember the replaced object, if it is the first of its kind.
 void selectLasting(WqDcObj *obj, HGDIOBJ object, uint32_t kind, bool save) {
   HGDIOBJ replaced = SelectObject(obj->dc->hdc, object);
   if (save && replaced && !(obj->flags & kind)) push(&obj->saved, replaced);
   obj->flags |= kind;
 }
 
-// Selects an object that is the record's from here on.
-// Result: the object; null when it can't be kept, and then it is gone.
+// Selects an object that the record owns from here on.
+// Result: the object; null if memory is short, and the object is deleted then.
 template <typename Handle> Handle selectTemporary(WqDcObj *obj, Handle object, uint32_t kind) {
   HGDIOBJ replaced = SelectObject(obj->dc->hdc, object);
   obj->flags |= kind;

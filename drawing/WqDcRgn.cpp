@@ -1,4 +1,4 @@
-// One clip rectangle for a while.
+// A temporary clip rectangle.
 
 #include "drawing/drawing.h"
 
@@ -12,7 +12,7 @@ void WqDcRgn_Create(WqDcRgn *rgn, const RECT *rect) {
   HDC hdc = rgn->dc->hdc;
   rgn->region = CreateRectRgnIndirect(rect);
   rgn->savedRegion = CreateRectRgn(0, 0, 1, 1);
-  if (GetClipRgn(hdc, rgn->savedRegion) != 1) { // there is none, and none is to come back
+  if (GetClipRgn(hdc, rgn->savedRegion) != 1) { // the context has no clip region to restore
     DeleteObject(rgn->savedRegion);
     rgn->savedRegion = nullptr;
   }

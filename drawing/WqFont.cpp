@@ -23,7 +23,7 @@ void WqFont_LogDef(WqFont *font) {
   log->lfClipPrecision = CLIP_DEFAULT_PRECIS;
   log->lfQuality = DEFAULT_QUALITY;
   log->lfPitchAndFamily = DEFAULT_PITCH;
-  log->lfHeight = wqDifference(0, font->size); // less than 0: of a character, not of a cell
+  log->lfHeight = wqDifference(0, font->size); // negative: the height of characters, not of cells
   log->lfWeight = font->style & WQ_FONT_BOLD ? FW_BOLD : FW_NORMAL;
   wqCopyFitting(log->lfFaceName, font->face);
 }

@@ -1,4 +1,4 @@
-// Points: set, copied, placed against rectangles.
+// Points: setting, copying, and their place relative to rectangles.
 
 #include "drawing/drawing.h"
 
@@ -14,7 +14,7 @@ uint32_t WqPoint_Hit(const POINT *point, const RECT *rect) {
   return WQ_HIT_INSIDE;
 }
 
-// The upper bounds act last: not std::clamp, which asks for bounds in order.
+// The upper bounds act last. std::clamp doesn't accept bounds in the wrong order.
 void WqPoint_Clip(POINT *point, const RECT *rect) {
   if (point->x < rect->left) point->x = rect->left;
   if (point->y < rect->top) point->y = rect->top;

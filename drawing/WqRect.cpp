@@ -1,4 +1,4 @@
-// Rectangles. Each function has its own reading of the right and bottom edges.
+// Rectangles. Every function treats the right and bottom edges in its own way.
 
 #include "drawing/drawing.h"
 

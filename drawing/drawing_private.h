@@ -1,4 +1,4 @@
-// What the drawing families share: the bodies behind the resources and their registries.
+// Shared by the families of drawing: templates for the resources and their registries.
 #pragma once
 
 #include "drawing/drawing.h"
@@ -9,7 +9,7 @@
 
 constexpr bool wqIsDirect(uint32_t colourValue) { return (colourValue & WQ_COLOR_DIRECT) == WQ_COLOR_DIRECT; }
 
-// Deletes the object of a record, if it was made.
+// Deletes the object of a record, if there is one.
 template <typename Record> void wqDelete(Record *record) {
   if (record->handle) DeleteObject(record->handle);
   record->handle = nullptr;
@@ -20,7 +20,7 @@ template <typename Record> Record *wqFindRecord(const WqHash *table, uint32_t id
   return entry ? reinterpret_cast<Record *>(entry->data) : nullptr;
 }
 
-// The object of a record that was replaced is left alone: somebody may have selected it.
+// Enters a copy of a record. The object of a replaced record is not deleted, since it may be selected somewhere.
 template <typename Record> void wqInsertRecord(WqHash *table, uint32_t id, const Record *record) {
   auto *copy = static_cast<Record *>(WqMem_Alloc(sizeof(Record)));
   if (!copy) return;
@@ -30,7 +30,7 @@ template <typename Record> void wqInsertRecord(WqHash *table, uint32_t id, const
   WqMem_Free(entered ? replaced : copy);
 }
 
-// create: makes the object of a record.
+// The object of an id, made if necessary. create: makes the object of a record.
 template <typename Record, typename Create> auto wqGetHandle(const WqHash *table, uint32_t id, Create create) {
   Record *record = wqFindRecord<Record>(table, id);
   if (record && !record->handle) create(record);

@@ -1,4 +1,4 @@
-// Arithmetic of coordinates, which wrap instead of overflowing: of records that any program may fill in.
+// Arithmetic for coordinates of records that any program may fill in: it wraps instead of overflowing.
 #pragma once
 
 #include "frame/types.h"

@@ -15,7 +15,7 @@ BOOL writeText(WqCfg *cfg, const char *key, const char *text) {
   return written;
 }
 
-// Makes the temporary file exist and be empty.
+// Makes an empty temporary file, or empties an existing one.
 bool makeEmptyFile(const char *path) {
   const HANDLE file = CreateFileA(path, GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) return false;
@@ -43,7 +43,7 @@ void WqCfg_Sect(WqCfg *cfg, const char *section) { wqCopyFitting(cfg->sect, sect
 
 void WqCfg_SetPath(WqCfg *cfg) { wqJoin(cfg->path, cfg->dir, "\\", cfg->fileName); }
 
-// A temporary file without a name would take the settings along at the end: its mode belongs to WqCfg_WriteTmp alone.
+// Refuses the modes of WqCfg_WriteTmp. Without a temporary file WqCfg_WriteEnd would delete the settings file.
 void WqCfg_Write(WqCfg *cfg, uint32_t mode) {
   const bool ofTmp = mode == WQ_CFG_WRITE_TMP || mode == WQ_CFG_WRITE_TMP_FAILED;
   cfg->mode = ofTmp ? WQ_CFG_WRITE : mode;
@@ -56,8 +56,7 @@ int WqCfg_WriteTmp(WqCfg *cfg) {
   return ready;
 }
 
-// First delete, then move: the move doesn't replace a file. Settings that lack a value don't take the place of whole
-// ones.
+// First delete, then move: a move doesn't replace a file. Settings that lack a value don't replace complete ones.
 void WqCfg_WriteEnd(WqCfg *cfg) {
   if (!isProtected(cfg)) return;
   if (cfg->mode == WQ_CFG_WRITE_TMP) {

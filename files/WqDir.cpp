@@ -1,4 +1,4 @@
-// Folder trees, walked with the platform's find calls. Paths are built in work areas; what doesn't fit is left alone.
+// Folder trees, walked with the platform's find functions. Paths are built in fixed arrays; longer paths are skipped.
 
 #include "files/files.h"
 
@@ -10,22 +10,22 @@
 
 namespace {
 
-constexpr size_t kTreePath = 256; // of a path in a tree that is made, deleted or copied
-constexpr size_t kListPath = 260; // of an entry in a list
+constexpr size_t kTreePath = 256; // bytes of a path in a tree
+constexpr size_t kListPath = 260; // bytes of an entry in a list
 
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
 
-// The byte behind a character.
+// The place behind a character.
 const char *behind(const char *text) { return text + (wqIsDoubleByte(text) ? 2 : 1); }
 
-// The end of the run of characters that are, or are not, separators.
+// The end of a run of separators, or of other characters.
 const char *runEnd(const char *text, bool separators) {
   while (*text && isSeparator(*text) == separators) text = behind(text);
   return text;
 }
 
-// Copies a path without one separator at its end.
-// Result: whether it fits.
+// Copies a path. One separator at its end is dropped.
+// Result: whether the path fits.
 template <size_t size> bool copyFolder(char (&dst)[size], const char *path) {
   if (!wqJoin(dst, path)) return false;
   const char *last = nullptr;
@@ -34,7 +34,7 @@ template <size_t size> bool copyFolder(char (&dst)[size], const char *path) {
   return true;
 }
 
-// The entries that match a pattern, one after the other.
+// Finds the entries that match a pattern, one after the other.
 class Find {
  public:
   explicit Find(const char *pattern) : handle_(FindFirstFileA(pattern, &entry_)) {}
@@ -50,7 +50,7 @@ class Find {
   const char *name() const { return entry_.cFileName; }
   bool has(DWORD attributes) const { return (entry_.dwFileAttributes & attributes) != 0; }
   bool isFolder() const { return has(FILE_ATTRIBUTE_DIRECTORY); }
-  bool isLink() const { return isFolder() && has(FILE_ATTRIBUTE_REPARSE_POINT); } // to a folder elsewhere
+  bool isLink() const { return isFolder() && has(FILE_ATTRIBUTE_REPARSE_POINT); } // to a folder
 
  private:
   WIN32_FIND_DATAA entry_;
@@ -70,8 +70,8 @@ class Paths {
   Paths(const Paths &) = delete;
   Paths &operator=(const Paths &) = delete;
 
-  // room: bytes of the text, at least.
-  // Result: whether memory was there for it.
+  // room: minimum size of the text in bytes.
+  // Result: false if memory is short.
   bool add(const char *path, size_t room = 0) {
     const auto size = static_cast<uint32_t>(std::max<size_t>(WqStr_Len(path) + 1, room));
     auto *text = static_cast<char *>(WqMem_Alloc(size));
@@ -86,7 +86,7 @@ class Paths {
     return true;
   }
   const WqList *first() const { return first_; }
-  // Gives the list away.
+  // Hands the list over to the caller.
   WqList *release() { return std::exchange(first_, nullptr); }
 
  private:
@@ -94,8 +94,8 @@ class Paths {
   WqList *last_ = nullptr;
 };
 
-// Lists the files of a tree that are copied.
-// inner: empty, or the path of a folder in the tree.
+// Lists the files of a tree that WvDir_CopyFile copies.
+// inner: empty, or the path of a folder within the tree.
 void listFiles(const char *folder, const char *inner, Paths &files) {
   char path[kTreePath];
   if (!wqJoin(path, folder, inner, "\\*.*")) return;
@@ -122,7 +122,7 @@ int WqDir_IsExist(const char *path) { return Find(path).found(); }
 
 int WqDir_Create(const char *path) {
   const char *end = runEnd(path, false);
-  if (*end) end = runEnd(end, true); // what stands in front is a drive, as a rule
+  if (*end) end = runEnd(end, true); // the first part is usually a drive
   for (;;) {
     end = runEnd(end, false);
     char part[kTreePath];
@@ -172,7 +172,7 @@ WqList *WqDir_Collect(const char *folder, const char *pattern) {
   return paths.release();
 }
 
-// All files are listed before the first is copied: a copy into a folder of the tree itself would never end.
+// Lists all files before it copies the first one: a copy into a folder of the tree itself would never end.
 void WvDir_CopyFile(const char *source, const char *destination) {
   char from[kTreePath];
   char to[kTreePath];

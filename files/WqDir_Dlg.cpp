@@ -1,13 +1,13 @@
-// The dialog that asks for a folder.
+// The dialog for a folder.
 
 #include "files/files_private.h"
 #include "frame/main.h"
 
 namespace {
 
-char dialogCaption[88]; // for the callback
+char dialogCaption[88]; // for begin()
 
-// lParam: the path of the folder to begin with.
+// Sets the dialog's caption and its first folder. folder: a path.
 int CALLBACK begin(HWND dialog, UINT message, LPARAM, LPARAM folder) {
   if (message != BFFM_INITIALIZED) return 0;
   SendMessageA(dialog, BFFM_SETSELECTIONA, TRUE, folder);

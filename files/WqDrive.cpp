@@ -6,7 +6,7 @@
 
 namespace {
 
-// Copies "C:" from a path, or nothing when it names no drive.
+// Copies "C:" from a path, or an empty text if it names no drive.
 int32_t copyDrive(char *dst, const char *path) {
   dst[0] = '\0';
   if (path[0] == '\0' || path[1] != ':') return 0;

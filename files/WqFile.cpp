@@ -1,4 +1,4 @@
-// Files and views of files, straight on the platform's calls.
+// Files and views of files, directly on the platform's functions.
 
 #include "files/files.h"
 
@@ -13,7 +13,7 @@ HANDLE open(WqFile *file, DWORD access, DWORD share, DWORD creation, DWORD attri
   return file->file == INVALID_HANDLE_VALUE ? nullptr : file->file;
 }
 
-// The platform's calls fail by themselves on a mapping that could not be made.
+// Makes a mapping and a view. With a null mapping MapViewOfFile fails.
 void *map(WqFile *file, DWORD protection, DWORD access) {
   file->mapping = CreateFileMappingA(file->file, nullptr, protection, 0, 0, nullptr);
   file->view = MapViewOfFile(file->mapping, access, 0, 0, 0);

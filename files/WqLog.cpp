@@ -12,9 +12,9 @@
 namespace {
 
 constexpr uint32_t kRecords = 32768;
-constexpr size_t kLine = 256;        // of a line of the dump, NUL included
-constexpr size_t kBytesPerLine = 16; // of a hexadecimal dump
-constexpr size_t kLongestTime = 22;  // of the time text of an entry
+constexpr size_t kLine = 256;        // bytes of a line of the dump, with its NUL
+constexpr size_t kBytesPerLine = 16; // in a hexadecimal dump
+constexpr size_t kLongestTime = 22;  // bytes of an entry's time text
 constexpr char kNoMemoryTag[] = "\x81\x79\x83\x81\x83\x82\x83\x8A\x81\x5B\x83\x47\x83\x89\x81\x5B\x81\x7A";
 constexpr char kBytesTag[] = "\x81\x79\x96\xA2\x92\xE8\x8B\x60\x8B\x4C\x98\x5E\x81\x7A";
 constexpr char kCannotCreate[] = "\x83\x8D\x83\x4F\x83\x74\x83\x40\x83\x43\x83\x8B\x82\xAA\x8D\xEC\x90\xAC\x82\xC5"
@@ -25,7 +25,7 @@ struct WqLogRec {
   SYSTEMTIME time;
   uint32_t kind;
   uint32_t size;
-  void *data; // the slot's own copy; it stays until the slot is used again
+  void *data; // owned by the slot, and freed when the slot is used again
 };
 
 static_assert(sizeof(void *) != 4 || sizeof(WqLogRec) == 28);
@@ -41,20 +41,20 @@ Ring ring;
 
 uint32_t behind(uint32_t index) { return (index + 1) % kRecords; }
 
-// The size of a record's data. Null data has none.
+// The size of a record's data; 0 for null data.
 uint32_t sizeOf(uint32_t kind, const void *data, uint32_t size) {
   if (!data) return 0;
   return kind & WQ_LOG_TEXT ? static_cast<uint32_t>(WqStr_Len(static_cast<const char *>(data))) + 1 : size;
 }
 
 void addFormatted(uint32_t kind, const char *format, va_list arguments) {
-  char text[kLine + 1]; // one byte more than is kept, so that a character cut in half shows
+  char text[kLine + 1]; // one byte more than is kept, so that half a character at the end shows
   if (std::vsnprintf(text, sizeof text, format, arguments) < 0) text[0] = '\0';
   text[wqFittingLength(text, kLine - 1)] = '\0';
   WqLog_Add(kind, text, 0);
 }
 
-// Writes a number with at least so many digits. Result: the place behind it.
+// Writes a number with at least this many digits. Result: the place behind the number.
 char *putNumber(char *out, unsigned number, int digits) {
   char reversed[12];
   int count = 0;
@@ -63,7 +63,7 @@ char *putNumber(char *out, unsigned number, int digits) {
   return out;
 }
 
-// The file of a dump. Lines go to it many at a time. Failures but that of the heading are passed over.
+// The file of a dump, written in large pieces. Only a failure at the heading counts.
 class Dump {
  public:
   explicit Dump(HANDLE file) : file_(file) {}
@@ -98,7 +98,7 @@ class Dump {
  private:
   static const char *text(const WqLogRec &record) { return record.data ? static_cast<const char *>(record.data) : ""; }
 
-  // Collects text of less than a line's length.
+  // Buffers text shorter than a line.
   void put(const char *text, size_t length) {
     if (used_ + length > sizeof collected_) flush();
     WqMem_Copy(collected_ + used_, text, length);
@@ -112,7 +112,7 @@ class Dump {
     return done;
   }
 
-  // A text between its marks, directly followed by the time; the text is cut so that all of it is a line.
+  // Writes a text between its marks, and the time behind. The text is cut so that everything fits a line.
   void timed(const SYSTEMTIME &time, const char *before, const char *text, const char *behind) {
     const auto length = [](const char *mark) { return static_cast<size_t>(WqStr_Len(mark)); };
     put(before, length(before));
@@ -144,7 +144,7 @@ class Dump {
       char *out = line;
       for (size_t ix = 0; ix < kBytesPerLine && start + ix < size; ++ix) {
         out += WqStr_Hex02(out, data[start + ix]);
-        if (ix + 1 < kBytesPerLine) *out++ = ' '; // none behind the sixteenth byte
+        if (ix + 1 < kBytesPerLine) *out++ = ' '; // none behind the last byte of a full line
       }
       *out++ = '\r';
       *out++ = '\n';

@@ -1,4 +1,4 @@
-// What the file families share.
+// Shared by the families of files.
 #pragma once
 
 #include "files/files.h"
@@ -6,11 +6,11 @@
 #include "frame/memory.h"
 #include "text/double_byte.h"
 
-// A found entry's attributes that keep the walks away from it.
+// The walks skip entries with one of these attributes.
 constexpr DWORD kWqLeftAlone = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_TEMPORARY;
 
 // Joins texts in an array.
-// Result: whether they fit; if not, the array holds what does.
+// Result: whether they fit; if not, the array holds as much as fits.
 template <size_t size, typename... Texts> bool wqJoin(char (&dst)[size], Texts... texts) {
   size_t used = 0;
   bool fits = true;

@@ -1,5 +1,5 @@
-// The library's start and end. The order of the steps matters: the block is cleared first, because everything after it
-// relies on zeros, and allocation is counted from WqMem_Init on.
+// The library's start and end. The order of the steps matters: the block is cleared first, because everything else
+// relies on zeros. Blocks are counted from WqMem_Init on.
 
 #include "frame/main.h"
 
@@ -13,11 +13,11 @@ namespace {
 
 constexpr uint32_t kBuckets = 255; // of each registry
 
-// In the order in which they begin and end.
+// In the order of their start and end.
 constexpr WqHash WqMainBlock::*kRegistries[] = {&WqMainBlock::bmpTbl, &WqMainBlock::fontTbl, &WqMainBlock::brushTbl,
                                                 &WqMainBlock::penTbl, &WqMainBlock::mbbTbl};
 
-// Deletes the object of every record, whose handle is its first field.
+// Deletes the drawing object of every record. Its handle is the record's first field.
 void deleteObjects(const WqHash *table) {
   for (uint32_t ix = 0; table->buckets && ix < table->bucketCount; ++ix)
     for (const WqList *node = table->buckets[ix]; node; node = node->next) {
@@ -28,7 +28,7 @@ void deleteObjects(const WqHash *table) {
     }
 }
 
-// Bars hold more than one block each. Their keys are windows.
+// Removes the button bars, which own several blocks each. Their keys are windows.
 void removeBars(const WqHash *table) {
   for (uint32_t ix = 0; table->buckets && ix < table->bucketCount; ++ix)
     while (const WqList *node = table->buckets[ix])
@@ -51,7 +51,7 @@ WqMainBlock wqMain;
 void WqMain_Init(HINSTANCE instance) {
   wqMain = {};
   wqMain.instance = instance;
-  InitCommonControls(); // the tooltip is one of them
+  InitCommonControls(); // also registers the tooltip
   CoInitialize(nullptr);
   WqWnd_RegClass(instance);
   WqMem_Init();
@@ -71,13 +71,13 @@ int WqMain_Config(HWND mainWnd) {
 
 void WqMain_Term() {
   WqList_RemoveAllWith(wqMain.timer.list);
-  wqMain.timer.list = nullptr; // for a tick that nobody stopped
+  wqMain.timer.list = nullptr; // a tick may still come if nobody has stopped the timer
   WqTooltip_Term(0);
   for (const auto registry : kRegistries) endRegistry(&(wqMain.*registry));
   WqColorTbl_Term(&wqMain.colorTbl);
   WqColorPal_Term(&wqMain.palette);
   WqPrinter_Term(&wqMain.printer);
-  wqMain.wndList = WqList_RemoveAll(wqMain.wndList); // windows that are still open go on without a layout
+  wqMain.wndList = WqList_RemoveAll(wqMain.wndList); // open windows go on without a layout
   WqLog_Term();
   WqMem_Term();
   CoUninitialize();

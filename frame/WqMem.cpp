@@ -1,4 +1,4 @@
-// The front to the C library's allocator: every block is zeroed and counted.
+// The library's allocator, on the C library's: every block is zeroed and counted.
 
 #include "frame/memory.h"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-// Load and store apart: an update can be lost, which harms nobody, and costs no more than on a plain word.
+// Load and store are separate: an update may be lost, which is allowed, and the cost is that of a plain word.
 void count(uint32_t change) {
   const std::atomic_ref<uint32_t> live(wqMain.allocCount);
   live.store(live.load(std::memory_order_relaxed) + change, std::memory_order_relaxed);

@@ -1,4 +1,4 @@
-// The pool: chunks of storage, straight from the allocator, from which pieces are cut in order.
+// The pool: chunks of memory straight from the C library. Pieces are cut off them in order.
 
 #include "frame/memory.h"
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-// 64 bits, so that a request just below 4 GiB doesn't wrap to a small one.
+// 64 bits, so that a size just below 4 GiB doesn't wrap to a small one.
 uint64_t rounded(uint32_t size) { return (static_cast<uint64_t>(size) + 15) & ~UINT64_C(15); }
 
 void freeNode(WqMemBlockNode *node) {
@@ -16,7 +16,7 @@ void freeNode(WqMemBlockNode *node) {
   std::free(node);
 }
 
-// A node with a chunk; null if memory is short anywhere.
+// A node with a chunk; null if memory is short.
 WqMemBlockNode *makeNode(uint64_t size) {
   if (size > UINT32_MAX) return nullptr;
   auto *node = static_cast<WqMemBlockNode *>(std::calloc(1, sizeof(WqMemBlockNode)));
@@ -31,7 +31,7 @@ WqMemBlockNode *makeNode(uint64_t size) {
   return nullptr;
 }
 
-// Adds a chunk behind the last one, which is the current one by then.
+// Adds a chunk behind the last one and makes it the current one.
 bool grow(WqMemBlock *block, uint64_t size) {
   WqMemBlockNode *node = makeNode(size);
   if (!node) return false;
@@ -42,7 +42,7 @@ bool grow(WqMemBlock *block, uint64_t size) {
   return true;
 }
 
-// A piece from a later chunk or a new one. Apart, so that the usual request stays small.
+// A piece from a later chunk or a new one. It is a separate function, so that the usual request stays small.
 [[gnu::noinline]] void *allocBehind(WqMemBlock *block, uint32_t size) {
   for (WqMemBlockNode *node = block->current ? block->current->next : nullptr; node; node = node->next) {
     void *piece = WqMemBlockElem_Alloc(node->elem, size);

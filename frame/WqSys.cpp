@@ -1,4 +1,4 @@
-// Two questions about the screen.
+// Metrics of the screen.
 
 #include "frame/system.h"
 

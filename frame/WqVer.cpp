@@ -1,4 +1,4 @@
-// Version numbers of four bytes in one word.
+// Version numbers of four bytes in a word.
 
 #include "frame/version.h"
 

@@ -1,5 +1,5 @@
-/* The library's frame: what all families lean on, and the global block, which leans on them. Inside the library each
- * file includes the one of these headers that it needs. */
+/* The library's frame: the headers that all families need, and the global block, which needs the families. The
+ * library's own files include only those of these headers that they need. */
 #ifndef WQ_FRAME_FRAME_H
 #define WQ_FRAME_FRAME_H
 

@@ -1,5 +1,5 @@
-// In 32-bit memory every record has its documented layout; a build for such a target holds it to that here. Tables that an
-// application writes down have theirs everywhere.
+// Checks record layouts. In 32-bit memory every record has its documented layout. Tables that applications write down
+// have it everywhere.
 
 #include "wq.h"
 

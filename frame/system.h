@@ -10,7 +10,7 @@ extern "C" {
 
 /* ---- WqSys: the screen ------------------------------------------------------------------------------------------- */
 
-/* Store the width and height of a maximised window's client area, or those of the whole screen, in pixels.
+/* Store width and height of a maximised window's client area, or of the whole screen, in pixels.
  * Threads: any. */
 WQ_API void WqSys_DesktopRect(SIZE *size);
 WQ_API void WqSys_ScreenRes(SIZE *size);

@@ -1,4 +1,4 @@
-/* What every header of the library leans on: the platform's types, the export mark, and the one word type. */
+/* The basis of all headers of the library: the platform's types, the export mark, and the word type. */
 #ifndef WQ_FRAME_TYPES_H
 #define WQ_FRAME_TYPES_H
 

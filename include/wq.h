@@ -4,12 +4,11 @@
  *
  * - Records, buffers and texts belong to the caller. A pointer must not be null unless its description allows it.
  * - Text is bytes in code page 932 (Shift-JIS) with a NUL at the end. Lengths count bytes, without the NUL.
- * - Truth values are 1 and 0. A failure is told by a result of 0 or null. Nothing else tells of
- *   errors, and nothing is thrown.
+ * - Truth values are 1 and 0. A failure gives a result of 0 or null. Errors have no other sign, and no function throws.
  * - A record is used by one thread at a time. Functions without a record keep no state unless they say so.
  *
- * Each description has one order: what the function does; its parameters; its result; what bad input gets; which
- * threads may call it where the last rule above does not hold. */
+ * Every description has the same order: the function, its parameters, its result, bad input, and the threads that may
+ * call it if the last rule above doesn't hold. */
 #ifndef WQ_H
 #define WQ_H
 

@@ -1,5 +1,5 @@
-/* The one place that tells the systems apart: it gives the Windows API, from the system itself on Windows and from
- * winapi.h elsewhere, and the few things around it that no API covers. */
+/* The one header that tells the systems apart. It gives the Windows API: on Windows the system's own, elsewhere
+ * winapi.h. It also gives a few functions that no API covers. */
 #ifndef PLATFORM_PLATFORM_H
 #define PLATFORM_PLATFORM_H
 
@@ -12,7 +12,7 @@
 #define NOMINMAX /* std::min and std::max keep their names */
 #endif
 #include <windows.h>
-/* in this order */
+/* the order matters */
 #include <commctrl.h>
 #include <commdlg.h>
 #include <objbase.h>
@@ -22,10 +22,10 @@
 #define PLATFORM_EXPORT __declspec(dllexport)
 #define PLATFORM_IMPORT __declspec(dllimport)
 
-/* Windows always has a display to show windows on. */
+/* Windows always has a display. */
 static inline BOOL platformHasDisplay(void) { return TRUE; }
 
-/* No picture of a window can be written here. */
+/* Writing a picture isn't supported on Windows. */
 static inline BOOL platformSavePicture(HWND window, const char *file) {
   (void)window;
   (void)file;

@@ -1,14 +1,14 @@
-/* The Windows API for other systems: the types, constants and functions of it that the library, its tests and its
- * example call, with the names, values and record layouts that the API documents. Text is code page 932.
+/* The Windows API for other systems: the types, constants and functions that the library, its tests and its example
+ * use, with the documented names, values and record layouts. Text is code page 932.
  *
- * Every subject has a header of its own, which can also be included alone. */
+ * Every subject has its own header, which can also be included alone. */
 #ifndef PLATFORM_WINAPI_H
 #define PLATFORM_WINAPI_H
 
 /* In reading order. */
 /* clang-format off */
 
-/* What everything leans on. */
+/* Needed by all the others. */
 #include "platform/winapi/types.h"
 #include "platform/winapi/errors.h"
 #include "platform/winapi/handles.h"
@@ -37,6 +37,7 @@
 #include "platform/winapi/icons.h"
 #include "platform/winapi/menus.h"
 #include "platform/winapi/clipboard.h"
+#include "platform/winapi/drops.h"
 #include "platform/winapi/controls.h"
 #include "platform/winapi/tooltips.h"
 #include "platform/winapi/listbox.h"
@@ -54,7 +55,7 @@
 #include "platform/winapi/bitmaps.h"
 #include "platform/winapi/printing.h"
 
-/* Beside the API. */
+/* Additions to the API. */
 #include "platform/winapi/extensions.h"
 /* clang-format on */
 

@@ -1,4 +1,4 @@
-// The size of a page, as its device tells it.
+// The size of a page, from its device.
 
 #include "printing/printing.h"
 

@@ -1,6 +1,6 @@
-// The printer in use, and documents. What a print has made goes when its scope ends, so that nothing stays behind a
-// procedure that throws: the context, and with it a document that is not whole, the dialog's memory, and the main window's
-// being disabled.
+// The printer in use, and documents. Everything that a print makes is released at the end of its scope, even if a
+// procedure throws: the context with an incomplete document, the dialog's memory, and the disabled state of the main
+// window.
 
 #include "printing/printing.h"
 
@@ -17,7 +17,7 @@ namespace {
 
 constexpr DWORD kPrinters = PRINTER_ENUM_LOCAL | PRINTER_ENUM_CONNECTIONS;
 constexpr DWORD kAsk = PD_NOSELECTION | PD_RETURNDC | PD_USEDEVMODECOPIESANDCOLLATE | PD_HIDEPRINTTOFILE;
-constexpr WPARAM kPrintPage = 2; // tells WQM_PRINT_PAGE from other notices of a print
+constexpr WPARAM kPrintPage = 2; // distinguishes WQM_PRINT_PAGE from other notices of a print
 constexpr char kDocumentName[] = "Document";
 
 struct Unlock {
@@ -25,13 +25,13 @@ struct Unlock {
   void operator()(const void *) const { GlobalUnlock(block); }
 };
 
-// A block's bytes while they are locked; null for a block that can't be.
+// The locked bytes of a block; null if it can't be locked.
 std::unique_ptr<const char, Unlock> bytesOf(HGLOBAL block) {
   const auto *bytes = block ? static_cast<const char *>(GlobalLock(block)) : nullptr;
   return std::unique_ptr<const char, Unlock>(bytes, Unlock{block});
 }
 
-// What the dialog is asked with and gives back.
+// The print dialog's record, and the memory that the dialog gives back.
 class Dialog {
  public:
   explicit Dialog(int32_t pages) : dialog_{} {
@@ -48,7 +48,7 @@ class Dialog {
   Dialog(const Dialog &) = delete;
   Dialog &operator=(const Dialog &) = delete;
 
-  // Shows it, or with PD_RETURNDEFAULT asks nobody. The printer's record gets what comes of it.
+  // Shows the dialog, or with PD_RETURNDEFAULT only asks for the default. The printer's record gets the result.
   bool ask(WqPrinter *printer, DWORD flags) {
     dialog_.Flags = flags;
     const bool answered = PrintDlgA(&dialog_) != 0;
@@ -59,14 +59,14 @@ class Dialog {
     return answered;
   }
   HDC hdc() const { return dialog_.hDC; }
-  // The context, which is the caller's from now on.
+  // Hands the context over to the caller.
   HDC takeDc() { return std::exchange(dialog_.hDC, nullptr); }
 
  private:
   PRINTDLGA dialog_;
 };
 
-// The main window takes no input meanwhile.
+// Disables the main window in its scope.
 class Disabled {
  public:
   Disabled() { EnableWindow(wqMain.mainWnd, FALSE); }
@@ -89,7 +89,7 @@ void attachDc(WqPrinter *printer, HDC hdc) {
   WqDcDraw_Zoom(&dc->draw, 100.0);
 }
 
-// The printer's record as a context, which it owns, for as long as a print lasts.
+// Makes the printer's record a context, and owns that context, for the duration of a print.
 class Attached {
  public:
   Attached(WqPrinter *printer, WqWnd *wnd, HDC hdc) : printer_(printer), wnd_(wnd), hdc_(hdc) { attach(); }
@@ -103,7 +103,7 @@ class Attached {
 
   WqPrinter *printer() const { return printer_; }
   HDC hdc() const { return hdc_; }
-  // A procedure that has printed another document has left the record without this context.
+  // Restores the record's context if a procedure has printed another document.
   void again() const {
     if (printer_->dc.hdc != hdc_) attach();
   }
@@ -119,7 +119,7 @@ class Attached {
   const HDC hdc_;
 };
 
-// Printer dots for a pixel of the screen.
+// Printer dots in a pixel of the screen.
 int scaleOf(const WqPrinter *printer) {
   return static_cast<int>(printer->dc.map.dpi / WqDcMap_LogPix(&printer->dc.map));
 }
@@ -141,7 +141,7 @@ void restoreMapping(const WqPrinter *printer, HDC hdc) {
   SetViewportExtEx(hdc, printer->savedViewportExt.cx, printer->savedViewportExt.cy, nullptr);
 }
 
-// Result: whether another page may follow.
+// Result: whether printing goes on with the next page.
 bool printPage(const Attached &context, WqPageProc draw, int32_t page) {
   WqPrinter *printer = context.printer();
   const HDC hdc = context.hdc();
@@ -237,7 +237,7 @@ void WqPrinter_Print(WqPrintJob *job) {
 
 int WqPrinter_ListDevice(WqPrinter *printer) {
   DWORD size = 0, count = 0;
-  if (EnumPrintersA(kPrinters, nullptr, 2, nullptr, 0, &size, &count)) return 0; // nothing to list
+  if (EnumPrintersA(kPrinters, nullptr, 2, nullptr, 0, &size, &count)) return 0; // there are no printers
   const std::unique_ptr<BYTE, void (*)(void *)> buffer(static_cast<BYTE *>(WqMem_Alloc(size)), WqMem_Free);
   if (!buffer || !EnumPrintersA(kPrinters, nullptr, 2, buffer.get(), size, &size, &count)) return 0;
   removeDevices(printer);

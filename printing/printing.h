@@ -11,10 +11,10 @@
 extern "C" {
 #endif
 
-/* ---- WqPaper: the size of a page ---------------------------------------------------------------------------------- */
+/* ---- WqPaper: the size of a page --------------------------------------------------------------------------------- */
 
 typedef struct WqPaper {
-  int32_t width; /* in hundredths of a millimetre, in steps of whole ones */
+  int32_t width; /* of the area that can be drawn on, in hundredths of a millimetre, a multiple of 100 */
   int32_t height;
   double zoom; /* in percent */
 } WqPaper;
@@ -23,7 +23,7 @@ typedef struct WqPaper {
 WQ_API void WqPaper_Init(WqPaper *paper);
 WQ_API void WqPaper_Term(WqPaper *paper);
 
-/* Stores the size of what a context can draw on.
+/* Stores the size of the area that a context can draw on.
  * hdc: null stores 0 for both. */
 WQ_API void WqPaper_Size(WqPaper *paper, HDC hdc);
 
@@ -33,8 +33,8 @@ WQ_API void WqPaper_Zoom(WqPaper *paper, double percent);
 
 /* ---- WqPrinter: printing ------------------------------------------------------------------------------------------
  *
- * One record, wqMain.printer, stands for the printer in use. A page is drawn as a window is: the record begins with a
- * WqDc, and a unit of its context is a pixel of the screen, in whole dots of the printer.
+ * One record, wqMain.printer, stands for the printer in use. A page is drawn like a window: the record begins with a
+ * WqDc. The unit of its context is a pixel of the screen, made of whole dots of the printer.
  *
  *   static int32_t drawPage(WqPrinter *printer, int32_t page) {
  *     WqDcDraw_FillRect(&printer->dc.draw, &rect, WQ_COLOR_WHITE);
@@ -46,63 +46,63 @@ WQ_API void WqPaper_Zoom(WqPaper *paper, double percent);
  *
  * Everything here belongs to the thread of the windows. */
 
-/* A printer of this machine, a block from WqMem. */
+/* A printer of this machine, in a block from WqMem. */
 typedef struct WqPrinterDevice {
-  uint32_t number; /* its place in the platform's list, from 1 on */
-  char name[256];  /* longer names are cut, as are those of drivers */
+  uint32_t number; /* its place in the platform's list, from 1 */
+  char name[256];  /* cut if too long, like the driver's name */
   char driver[256];
 } WqPrinterDevice;
 
 typedef struct WqPrinter {
-  WqDc dc; /* of the page; first, so that the record can be taken for it */
+  WqDc dc; /* of the page; the first member, so that a pointer to the record is one to the WqDc */
   uint32_t deviceCount;
-  WqList *devices;         /* of WqPrinterDevice, the last one listed first */
-  WqPrinterDevice *device; /* the one in use, null when it is not in the list */
-  char deviceName[84];     /* the name of the one in use; longer ones are cut */
-  uint32_t devMode[37];    /* the beginning of its settings, a DEVMODEA */
+  WqList *devices;         /* of WqPrinterDevice, in reverse order */
+  WqPrinterDevice *device; /* the printer in use, null if it is not in the list */
+  char deviceName[84];     /* the name of the printer in use, cut if too long */
+  uint32_t devMode[37];    /* the beginning of the DEVMODEA of the printer in use */
   WqPaper paper;
-  int32_t pageCount;    /* read anew before each page */
+  int32_t pageCount;    /* read again before each page */
   POINT savedWindowOrg; /* the context's mapping before the page */
   POINT savedViewportOrg;
   SIZE savedWindowExt;
   SIZE savedViewportExt;
-  SYSTEMTIME printTime; /* when the pages began, in local time */
+  SYSTEMTIME printTime; /* local time when the first page began */
 } WqPrinter;
 
 /* Draws a page.
- * page: from 1 on.
+ * page: from 1.
  * Result: 0 to go on; anything else makes this page the last one. */
 typedef int32_t (*WqPageProc)(WqPrinter *printer, int32_t page);
 
 typedef struct WqPrintJob {
-  WqWnd *wnd;          /* which prints, and has a user procedure; null for nothing to be done */
+  WqWnd *wnd;          /* prints, and has a user procedure; null for no print */
   WqPageProc pageProc; /* null for a document without pages */
-  int32_t pageCount;   /* the pages for the dialog; afterwards those that the window wanted */
+  int32_t pageCount;   /* the number of pages for the dialog; afterwards the number that the window set */
 } WqPrintJob;
 
-/* Makes wqMain.printer ready for the default printer: lists the printers, and stores its settings, name and paper, with a
- * zoom of 100.0 and one page. It comes after WqMain_Config. On a machine without printers the record is empty. */
+/* Prepares wqMain.printer for the default printer: lists the printers, and stores its settings, name and paper, with a
+ * zoom of 100.0 and one page. WqMain_Config must come before. On a machine without printers the record is empty. */
 WQ_API void WqPrinter_Init(void);
 
-/* Frees the list of printers. WqMain_Term does it for wqMain.printer. */
+/* Frees the list of printers. WqMain_Term frees that of wqMain.printer. */
 WQ_API void WqPrinter_Term(WqPrinter *printer);
 
 /* Prints a document with wqMain.printer.
  *
- * The platform's dialog comes first; when the user gives up nothing else happens, and the record has the default printer's
- * settings and name then. Otherwise the record gets those of the chosen printer, its paper and its context, and the main
- * window is disabled until the end. The window's user procedure gets WQM_PRINT_PAGE and may change pageCount. Then each
- * page is drawn, whatever range the dialog was given. Before each, the mapping is set to MM_ISOTROPIC and the background to
- * TRANSPARENT; a printer coarser than the screen can't have that mapping and keeps its dots as units. At the end the main
- * window gets the focus.
+ * The platform's dialog comes first. If the user cancels it, nothing else happens, but the record has the default
+ * printer's settings and name then. Otherwise the record gets those of the chosen printer, its paper and its context,
+ * and the main window is disabled until the end. The window's user procedure gets WQM_PRINT_PAGE and may change
+ * pageCount. Then all pages are drawn, whatever range the user chose in the dialog. Before each page, the mapping is
+ * set to MM_ISOTROPIC and the background to TRANSPARENT. A printer that is coarser than the screen can't have this
+ * mapping, and its dots stay the units. At the end the main window gets the focus.
  *
- * Failures are not reported: a document that can't begin has no pages. What a procedure throws passes through, and the
- * document is given up. A page whose procedure prints another document has no context after that. */
+ * Failures are not reported: a document that can't begin has no pages. Exceptions of a procedure pass through, and the
+ * document is given up. If a page's procedure prints another document, the page has no context after that. */
 WQ_API void WqPrinter_Print(WqPrintJob *job);
 
-/* Lists the printers of this machine anew; device becomes invalid.
- * Result: 1; 0 when there are none or they can't be listed, and the list stays as it was. When memory is short for one
- * it is left out. */
+/* Lists the printers of this machine again; device becomes invalid.
+ * Result: 1; 0 if there are none or they can't be listed, and the list stays as it was. A printer is left out if memory
+ * is short for it. */
 WQ_API int WqPrinter_ListDevice(WqPrinter *printer);
 
 /* Stores settings.
@@ -110,14 +110,14 @@ WQ_API int WqPrinter_ListDevice(WqPrinter *printer);
  * Result: 1; 0 for null and for memory that can't be locked, and nothing is stored. */
 WQ_API int WqPrinter_DevMode(WqPrinter *printer, HGLOBAL devMode);
 
-/* Stores the device's name out of a DEVNAMES.
+/* Stores the device name from a DEVNAMES.
  * devNames: global memory, which stays the caller's.
  * Result: 1; 0 for null and for memory that can't be locked, and the name is empty then. */
 WQ_API int WqPrinter_DevName(WqPrinter *printer, HGLOBAL devNames);
 
-/* Makes a printer of the list the one in use.
+/* Selects a printer from the list.
  * name: is compared byte by byte.
- * Result: 1; 0 when it is not there: device is null then, but stays as it was when the list is empty. */
+ * Result: 1; 0 if it is not in the list: device is null then, but stays as it was if the list is empty. */
 WQ_API int WqPrinter_SelectDevice(WqPrinter *printer, const char *name);
 
 #ifdef __cplusplus

@@ -37,8 +37,10 @@ need() {
   rm -f "$log"
 }
 
-# What everything is built with, what windows on a Wayland compositor need, and a font that has Japanese characters.
-compiler=(cmake ninja-build g++ qt6-base-dev qt6-wayland libfontconfig-dev libfreetype-dev libxcb1-dev fonts-ipafont-gothic)
+# What everything is built with, what windows on a Wayland compositor need, a font that has Japanese characters,
+# and what the viewer reads other files and measures loudness with.
+compiler=(cmake ninja-build g++ qt6-base-dev qt6-wayland libfontconfig-dev libfreetype-dev libxcb1-dev
+  fonts-ipafont-gothic pkgconf libsndfile1-dev libebur128-dev)
 
 # build PRESET TARGET [CMAKE_OPTION...]: configures and builds below build/PRESET.
 build() {

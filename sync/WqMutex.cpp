@@ -1,4 +1,4 @@
-// A lock between processes, known by its name.
+// A lock between processes, by name.
 
 #include "sync/sync.h"
 

@@ -1,4 +1,4 @@
-// A lock inside one process. The bits of its state are only ever set, the last of them under the lock itself.
+// A lock inside one process. State bits are only set, never cleared. WQ_SYNC_ENTERED is set under the lock itself.
 
 #include "sync/sync.h"
 
@@ -6,7 +6,7 @@
 
 namespace {
 
-// Threads look at the state while another one, which holds the lock, sets a bit of it.
+// Other threads may read the state while the owner of the lock sets a bit.
 std::atomic_ref<uint32_t> stateOf(WqSync *sync) { return std::atomic_ref<uint32_t>(sync->state); }
 
 } // namespace

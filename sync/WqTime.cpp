@@ -9,7 +9,7 @@
 
 namespace {
 
-// Negative when a comes first, positive when b does; one step from 0.
+// -1 if a comes first, 1 if b comes first, 0 if they are equal.
 template <typename Fields> int32_t order(const Fields &a, const Fields &b) { return a < b ? -1 : a > b ? 1 : 0; }
 
 struct Parts {

@@ -1,5 +1,5 @@
-// Name templates: a text with "#" keywords that are replaced by fields of a record. The state of a scan lies on the
-// stack, so that several threads may expand templates at once.
+// Name templates: "#" keywords in a text are replaced by fields of a record. The state of a scan is on the stack, so
+// several threads may expand templates at once.
 
 #include "text/text.h"
 
@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr size_t kWorkArea = 256; // of a format text, of a file time
+constexpr size_t kWorkArea = 256; // bytes of a format text, and of a file time
 
 struct Scan {
-  char *out; // null when nothing is to be written
+  char *out; // null for a run without output
   const char *at;
   bool failed; // the template holds an unknown keyword
 };
@@ -23,12 +23,12 @@ void putBytes(Scan &scan, const char *text, size_t length) {
   scan.out += length;
 }
 
-// Writes a field, which ends with its array if no NUL ends it.
+// Writes a field, up to its NUL or the end of its array.
 template <size_t size> void putField(Scan &scan, const char (&field)[size]) {
   putBytes(scan, field, static_cast<size_t>(std::find(field, field + size, '\0') - field));
 }
 
-// Takes the width part from the template, also when nothing is written. What doesn't fit the work area is read over.
+// Takes the width part from the template, even without output. Characters beyond the work area are skipped.
 void putNumber(Scan &scan, const WqFmtStr *record) {
   char format[kWorkArea] = "%";
   size_t length = 1;
@@ -45,10 +45,10 @@ void putNumber(Scan &scan, const WqFmtStr *record) {
   format[length++] = 'd';
   format[length] = '\0';
   wsprintfA(scan.out, format, record->number);
-  scan.out += WqStr_Len(scan.out); // the platform's count goes one too far when it cuts
+  scan.out += WqStr_Len(scan.out); // the count of wsprintfA is one too high for a cut number
 }
 
-// A slash or a colon can't stand in a file name.
+// Writes the file time. A slash or a colon can't stand in a file name.
 void putFileTime(Scan &scan, const WqFmtStr *record) {
   if (!scan.out) return;
   char *start = scan.out;
@@ -66,7 +66,7 @@ template <auto field> void putMember(Scan &scan, const WqFmtStr *record) {
   if (scan.out) putField(scan, record->*field);
 }
 
-// In the order of their first letters, on which the search depends.
+// No keyword begins with another one, so their order has no meaning.
 constexpr Keyword kKeywords[] = {
     {"filetime", putFileTime},
     {"name", putMember<&WqFmtStr::name>},
@@ -79,7 +79,7 @@ constexpr Keyword kKeywords[] = {
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-// Whether text begins with a keyword. The case of letters behind the first one is ignored.
+// Whether text begins with a keyword. Case is ignored, except in the first letter.
 bool beginsWith(const char *text, const char *keyword) {
   if (*text != *keyword) return false;
   for (; *keyword; ++text, ++keyword)
@@ -93,7 +93,7 @@ const Keyword *findKeyword(const char *text) {
   return nullptr;
 }
 
-// Takes what stands behind a "#".
+// Expands the keyword behind a "#".
 void expandKeyword(Scan &scan, const WqFmtStr *record) {
   if (*scan.at == '\0') return;
   if (*scan.at == '#') {

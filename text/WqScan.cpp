@@ -1,4 +1,4 @@
-// The scanner: functions that take a cursor into a text, read a value, and return the cursor behind it.
+// The scanner. Its functions take a cursor into a text, read a value, and return the cursor behind the value.
 
 #include "text/text.h"
 
@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr int kExponentDepth = 64; // of exponents within exponents; bounds the recursion on hostile text
+constexpr int kExponentDepth = 64; // exponents within exponents; limits the recursion for hostile text
 
-// Whether c is a decimal digit; its value goes to digit.
+// Whether c is a decimal digit. digit: gets its value.
 inline bool isDecimal(char c, uint32_t &digit) {
   digit = static_cast<uint32_t>(static_cast<unsigned char>(c)) - '0';
   return digit < 10;
@@ -26,7 +26,7 @@ inline bool isHex(char c, uint32_t &digit) {
 
 inline bool isHexPrefix(const char *text) { return text[0] == '0' && text[1] == 'x'; }
 
-// WqScan_Int for every width of result.
+// WqScan_Int for all integer types.
 template <typename Number> const char *scanSigned(const char *cursor, Number *value) {
   cursor = WqScan_Space(cursor);
   const bool negative = *cursor == '-';
@@ -42,7 +42,7 @@ template <typename Number> const char *scanSigned(const char *cursor, Number *va
   return cursor;
 }
 
-// As many hexadecimal digits as there are, up to a limit.
+// Reads as many hexadecimal digits as there are, up to a limit.
 template <typename Number> const char *scanHexDigits(const char *cursor, Number *value, int limit) {
   uint32_t sum = 0;
   uint32_t digit;
@@ -62,7 +62,7 @@ template <typename Real> const char *scanReal(const char *cursor, Real *value, i
   if (*cursor == '0' && !isDecimal(cursor[1], digit)) return cursor + 1;
 
   double fraction = 0;
-  Real divisor = 10; // rounded to the width of the result at each step
+  Real divisor = 10; // in the precision of the result
   for (; isDecimal(*cursor, digit); ++cursor) {
     fraction += digit / static_cast<double>(divisor);
     divisor *= 10;
@@ -81,7 +81,7 @@ template <typename Real> const char *scanReal(const char *cursor, Real *value, i
   return cursor;
 }
 
-// Two numbers with a comma between them, in parentheses or without.
+// Reads two numbers with a comma between them, in parentheses or without.
 const char *scanPair(const char *cursor, LONG *first, LONG *second) {
   const char *at = WqScan_Space(cursor);
   const bool open = *at == '(';

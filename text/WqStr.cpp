@@ -1,5 +1,5 @@
-// Strings: copies that return what they wrote, and the text forms of settings values. The quoted form is made so that
-// WqScan_String reads it back.
+// Strings: copies that return the length written, and the text forms of settings values. WqScan_String can read the
+// quoted form.
 
 #include "text/text.h"
 
@@ -15,7 +15,7 @@ namespace {
 
 int32_t lengthOf(const char *text) { return static_cast<int32_t>(std::strlen(text)); }
 
-// Writes the low bits of a value as count digits behind a prefix.
+// Writes the low digits of a value in hexadecimal, behind a prefix.
 int32_t writeHex(char *dst, const char *prefix, int32_t value, int count) {
   char *out = dst + WqStr_Copy(dst, prefix);
   for (int shift = 4 * (count - 1); shift >= 0; shift -= 4)
@@ -24,7 +24,7 @@ int32_t writeHex(char *dst, const char *prefix, int32_t value, int count) {
   return static_cast<int32_t>(out - dst);
 }
 
-// The digits of the numbers 00 to 99, one behind the other.
+// The digits of the numbers 00 to 99, one pair after the other.
 constexpr auto kPairs = [] {
   std::array<char, 200> digits{};
   for (size_t i = 0; i < 100; ++i) {
@@ -36,7 +36,7 @@ constexpr auto kPairs = [] {
 
 const char *pair(size_t value) { return &kPairs[value * 2]; }
 
-// The number of decimal digits. 1233 / 4096 is the logarithm of 2 to base 10, nearly: it gives the number or one less.
+// The number of decimal digits. 1233 / 4096 is nearly the decimal logarithm of 2: the estimate is right or one too low.
 uint32_t digitCount(uint32_t value) {
   constexpr uint32_t powers[] = {0, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
   const uint32_t count = static_cast<uint32_t>(std::bit_width(value | 1)) * 1233 >> 12;
@@ -126,7 +126,7 @@ int32_t WqStr_AddEsc(char *dst, const char *src) {
     if (*at == '"') *dst++ = '"';
     *dst++ = *at;
   }
-  if (at > src && at[-1] == '\\') *dst++ = '\\'; // else the closing quote would read as an escape
+  if (at > src && at[-1] == '\\') *dst++ = '\\'; // otherwise the closing quote reads as escaped
   *dst++ = '"';
   *dst = '\0';
   return static_cast<int32_t>(at - src);
@@ -153,7 +153,7 @@ int32_t WqStr_CfgStr(char *dst, const char *src, uint32_t) {
 
 int32_t WqStr_Int(char *dst, int32_t value) {
   uint32_t rest = value < 0 ? 0 - static_cast<uint32_t>(value) : static_cast<uint32_t>(value);
-  *dst = '-'; // overwritten where there is none
+  *dst = '-'; // overwritten if the value isn't negative
   char *const end = dst + (value < 0) + digitCount(rest);
   char *at = end;
   *at = '\0';

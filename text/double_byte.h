@@ -1,5 +1,5 @@
-// The double-byte characters of code page 932, and copies that are cut between characters. No locale takes part: the
-// classes are fixed.
+// The double-byte characters of code page 932, and copies that cut only between characters. The classes of bytes are
+// fixed and need no locale.
 #pragma once
 
 #include <cstddef>
@@ -15,15 +15,15 @@ constexpr bool wqIsTrailByte(char c) {
   return (byte >= 0x40 && byte <= 0x7E) || (byte >= 0x80 && byte <= 0xFC);
 }
 
-// Whether a double-byte character begins here. A lead byte with anything else behind it counts as a single byte.
+// Whether a double-byte character begins here. A lead byte without a trail byte behind it counts as a single byte.
 inline bool wqIsDoubleByte(const char *text) { return wqIsLeadByte(text[0]) && wqIsTrailByte(text[1]); }
 
-// The length of text, or of its beginning in whole characters that limit bytes hold.
+// The length of text if it fits limit bytes, else the length of its longest beginning of whole characters that does.
 inline size_t wqFittingLength(const char *text, size_t limit) {
   const auto *end = static_cast<const char *>(std::memchr(text, 0, limit + 1));
-  if (end) return static_cast<size_t>(end - text); // all of it, whatever its characters are
+  if (end) return static_cast<size_t>(end - text); // whole text: its characters don't matter
   size_t length = 0;
-  while (length < limit) { // what lies behind the limit and its end is not looked at
+  while (length < limit) { // bytes behind the limit may be unreadable
     const size_t next = length + (wqIsDoubleByte(text + length) ? 2 : 1);
     if (next > limit) break;
     length = next;
@@ -31,7 +31,7 @@ inline size_t wqFittingLength(const char *text, size_t limit) {
   return length;
 }
 
-// Copies what fits into an array and ends it.
+// Copies as many whole characters as fit an array, and a NUL.
 template <size_t size> void wqCopyFitting(char (&dst)[size], const char *src) {
   const size_t length = wqFittingLength(src, size - 1);
   std::memcpy(dst, src, length);

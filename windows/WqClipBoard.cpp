@@ -1,4 +1,4 @@
-// The clipboard, as the main window uses it.
+// The clipboard, for the main window.
 
 #include "frame/main.h"
 #include "text/text.h"
@@ -7,9 +7,9 @@
 
 namespace {
 
-constexpr UINT kFormatsWithBit = 16;  // the first ones have a bit each
-constexpr UINT kPrivateToBit = 0x1F0; // taken off a private format's number
-constexpr UINT kWithMetafile = 0x80;  // in a format's number
+constexpr UINT kFormatsWithBit = 16;  // each of the first formats has a bit
+constexpr UINT kPrivateToBit = 0x1F0; // subtracted from a private format's number
+constexpr UINT kWithMetafile = 0x80;  // a bit of a format's number
 constexpr uint32_t kTextMask = 1u << CF_TEXT;
 
 uint32_t bitOf(UINT format) {
@@ -52,7 +52,7 @@ uint32_t WqClipBoard_GetFormat() {
   UINT format = 0;
   for (int left = CountClipboardFormats(); left > 0; --left) {
     format = EnumClipboardFormats(format);
-    if (format == 0) break; // it isn't open
+    if (format == 0) break; // the clipboard isn't open
     state.available |= bitOf(format);
   }
   CloseClipboard();

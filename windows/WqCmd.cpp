@@ -1,4 +1,4 @@
-// A command: a record that travels to a window.
+// A command: a record that is sent to a window.
 
 #include "windows/windows.h"
 

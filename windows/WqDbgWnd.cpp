@@ -1,4 +1,4 @@
-// The debug window. All of it is one record: the functions take none, so that they can be called from anywhere.
+// The debug window. Its functions take no record, so that they can be called from anywhere.
 
 #include "windows/windows.h"
 
@@ -17,7 +17,7 @@
 namespace {
 
 constexpr char kSection[] = "StartUp", kKey[] = "DbgWnd";
-constexpr char kDefaultPlace[] = "0,0,200,200,1"; // edges, and whether it is made at the start
+constexpr char kDefaultPlace[] = "0,0,200,200,1"; // edges, and whether the window is made at the start
 constexpr char kFace[] = "\x82\x6c\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4e"; // MS Gothic
 constexpr int32_t kFontSize = 12;
 constexpr DWORD kListStyle = WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY |
@@ -25,7 +25,7 @@ constexpr DWORD kListStyle = WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_V
 constexpr uint32_t kItemsOnALine = 8;
 
 struct DebugWindow {
-  WqWnd wnd; // first: the window procedure sees the record as its window object
+  WqWnd wnd; // first member: the window procedure takes the record as its window object
   HWND listBox;
   WqFont font;
   int32_t showAtStart;
@@ -37,7 +37,7 @@ LRESULT sendToList(UINT msg, WPARAM wParam, LPARAM lParam) {
   return debugWindow.listBox ? SendMessageA(debugWindow.listBox, msg, wParam, lParam) : 0;
 }
 
-// The list box comes with the window, whoever made that.
+// Makes the list box if the window has none yet.
 void makeList() {
   const HWND window = debugWindow.wnd.hwnd;
   if (debugWindow.listBox || !window) return;
@@ -63,7 +63,7 @@ void layOut(const WqWnd *wnd) {
 
 int32_t procedure(WqWnd *wnd, WqMsg *msg) {
   if (msg->msg == WM_SYSCOMMAND && LOWORD(msg->wParam) == SC_CLOSE) {
-    WqDbgWnd_Show(0); // with what was printed
+    WqDbgWnd_Show(0); // its lines stay
     return 1;
   }
   wnd->result = 0;
@@ -104,20 +104,20 @@ void loadPlace(WqCfg *cfg) {
   WqScan_Int(WqScan_Conma(cursor), &debugWindow.showAtStart);
 }
 
-// Lines are labelled with the number of their first item.
+// Adds lines of items. Each begins with the number of its first item.
 template <typename Item> void dump(const void *data, uint32_t count) {
   constexpr int kDigits = 2 * sizeof(Item);
   char line[16 + kItemsOnALine * (kDigits + 1)];
   for (uint32_t first = 0; first < count; first += kItemsOnALine) {
     int length = std::snprintf(line, sizeof line, "%08X:", first);
     for (uint32_t i = first; i < count && i - first < kItemsOnALine; ++i) {
-      Item item; // which may lie anywhere
+      Item item; // a copy, since data may be unaligned
       std::memcpy(&item, static_cast<const char *>(data) + size_t{i} * sizeof item, sizeof item);
       length += std::snprintf(line + length, sizeof line - static_cast<size_t>(length), "%0*X ", kDigits,
                               static_cast<unsigned>(item));
     }
     WqDbgWnd_Print(line);
-    if (count - first <= kItemsOnALine) return; // the index may not wrap
+    if (count - first <= kItemsOnALine) return; // first must not wrap
   }
 }
 
@@ -176,7 +176,7 @@ void WqDbgWnd_Print(const char *text) { sendToList(LB_ADDSTRING, 0, reinterpret_
 
 int32_t WqDbgWnd_Format(const char *format, ...) {
   char line[256];
-  char text[sizeof line + 1] = ""; // one byte more, which tells where characters begin
+  char text[sizeof line + 1] = ""; // one byte more, so that a cut character shows
   va_list arguments;
   va_start(arguments, format);
   std::vsnprintf(text, sizeof text, format, arguments);
@@ -191,7 +191,7 @@ void WqDbgWnd_DumpHex4(const void *data, uint32_t count) { dump<uint16_t>(data, 
 void WqDbgWnd_DumpHex8(const void *data, uint32_t count) { dump<uint32_t>(data, count); }
 
 void WqInvalidateRectDbg(HWND hwnd, const RECT *rect, int erase) {
-  const bool dark = std::rand() & 1; // so that one flash after the other is seen
+  const bool dark = std::rand() & 1; // random, so that flashes in a row are visible
   if (!hwnd)
     WqDbgWnd_Print("WqInvalidateRect(); Invalidate whole Desctop! \n");
   else if (GetCurrentThreadId() != GetWindowThreadProcessId(hwnd, nullptr))

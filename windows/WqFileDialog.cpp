@@ -1,4 +1,4 @@
-// The dialogs that ask for a file, and the record that holds their texts.
+// The dialogs for files, and the record with their texts.
 
 #include "windows/windows.h"
 
@@ -14,20 +14,20 @@ constexpr size_t kText = sizeof WqFileDialog::fileName;
 
 UINT_PTR CALLBACK ignore(HWND, UINT, WPARAM, LPARAM) { return 0; }
 
-// Copies what fits of a text.
+// Copies as many whole characters as fit.
 template <size_t size> void copy(char (&to)[size], const char *text) {
   const size_t length = wqFittingLength(text, size - 1);
   std::memcpy(to, text, length);
   to[length] = '\0';
 }
 
-// Appends a text with its end mark to the filter, of which a byte stays for the end of the list.
+// Appends bytes to the filter. The caller leaves a byte for the end of the list.
 void append(WqFileDialog *dialog, const char *text, size_t length) {
   std::memcpy(dialog->filterEnd, text, length);
   dialog->filterEnd += length;
 }
 
-// The current folder, which a dialog may change, until the end of the scope.
+// Restores the current folder at the end of the scope: a dialog may change it.
 class KeepsFolder {
  public:
   KeepsFolder() { GetCurrentDirectoryA(sizeof folder_, folder_); }

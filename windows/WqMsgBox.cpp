@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int kTextSize = 256; // of a resource and of a window's title, with the end mark
+constexpr int kTextSize = 256; // bytes of a resource or a window's title, with the NUL
 
 // アプリケーションメッセージ, for a main window without a title
 constexpr const char *kNoTitle = "\x83\x41\x83\x76\x83\x8A\x83\x50\x81\x5B\x83\x56\x83\x87\x83\x93"

@@ -11,7 +11,7 @@ void WqMsgLp_Stop(WqMsgLp *) {}
 void WqMsgLp_LoadAccel(WqMsgLp *, WqWord) {}
 
 void WqMsgLp_Start(WqMsgLp *) {
-  for (MSG msg; GetMessageA(&msg, nullptr, 0, 0) > 0;) { // less than 0 is a failure, which would come again
+  for (MSG msg; GetMessageA(&msg, nullptr, 0, 0) > 0;) { // less than 0 is a failure, which would repeat
     TranslateMessage(&msg);
     DispatchMessageA(&msg);
   }

@@ -1,5 +1,5 @@
-// Timers on one tick of the platform. Their callbacks may change the list while the tick walks it, and a callback that
-// dispatches messages may bring the next tick inside the first.
+// Timers on one tick of the platform. A callback may change the list during a tick. If it dispatches messages, the next
+// tick may come inside the first.
 
 #include "windows/windows_private.h"
 
@@ -11,13 +11,14 @@ namespace {
 
 constexpr UINT kTickMs = 100;
 
-uint32_t tickSerial; // counts the ticks, so that one that was overtaken knows it
+uint32_t tickSerial; // counts ticks, so that an older tick notices a newer one
 
 WqTimerElem *elemOf(const WqList *node) { return reinterpret_cast<WqTimerElem *>(node->data); }
 
 int32_t call(const WqTimerElem *elem, uint32_t event) { return elem->proc(event, elem->id, elem->userData); }
 
-// Takes the timer off the list before its callback hears of the end, which may then remove timers of the same id.
+// Removes the timer from the list before its callback gets WQ_TIMER_REMOVED: the callback may remove timers of the same
+// id.
 void end(WqList *node) {
   wqMain.timer.list = wqDisconnect(node, wqMain.timer.list);
   call(elemOf(node), WQ_TIMER_REMOVED);
@@ -33,7 +34,7 @@ void CALLBACK onTick(HWND, UINT, UINT_PTR, DWORD) {
       const bool ends = call(elemOf(node), WQ_TIMER_DUE) != 0;
       const bool isThere = walk.node == node;
       if (ends && isThere) end(node);
-      // A stopped service tells nobody. A tick inside this one has seen to the rest, with a later time.
+      // A stopped service tells nobody. A newer tick inside this one has handled the rest.
       if (!wqMain.timer.running || serial != tickSerial) return;
     }
     walk.passOver(node);

@@ -1,5 +1,5 @@
-// The library's one tooltip: a control of the platform's, of which every window object is a tool. A procedure of ours
-// stands before the control's own, because the platform leaves a tip up however far the pointer goes within a tool.
+// The library's tooltip: a control of the platform, with every window object as a tool. A procedure stands before the
+// control's own, because the platform leaves a tip up however far the pointer moves within a tool.
 
 #include "windows/windows.h"
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr LPARAM kLongestTip = 30000; // milliseconds that a tip stands
+constexpr LPARAM kLongestTip = 30000; // milliseconds
 
 // The control's own procedure.
 WNDPROC previousProc;
@@ -38,7 +38,7 @@ void takeDown(HWND control) {
   SendMessageA(control, TTM_ACTIVATE, TRUE, 0);
 }
 
-// Whether the pointer has left the box that a double click may lie in.
+// Whether the pointer has moved farther than two clicks of a double click may be apart.
 bool hasLeft(const POINT &anchor) {
   POINT point = anchor;
   GetCursorPos(&point);
@@ -108,7 +108,7 @@ void WqTooltip_SetText(NMTTDISPINFOA *info, const char *text) {
 }
 
 void WqTooltip_Printf(NMTTDISPINFOA *info, const char *format, ...) {
-  char text[sizeof wqMain.tooltip.text + 1] = ""; // one byte more, which tells where characters begin
+  char text[sizeof wqMain.tooltip.text + 1] = ""; // one byte more, so that a cut character shows
   va_list arguments;
   va_start(arguments, format);
   std::vsnprintf(text, sizeof text, format, arguments);

@@ -1,4 +1,4 @@
-// Window objects: what a window is made with, its making and its end. The geometry lies in layout.cpp.
+// Window objects: their properties, their creation and their end. The geometry is in layout.cpp.
 
 #include "windows/windows_private.h"
 
@@ -24,7 +24,7 @@ HWND makeWindow(WqWnd *wnd) {
                          size.cx, size.cy, wnd->parent ? wnd->parent->hwnd : nullptr, nullptr, wqMain.instance, wnd);
 }
 
-// Takes over the place that the platform gave the window.
+// Reads the place that the platform gave the window.
 void readRect(WqWnd *wnd) {
   RECT rect;
   GetWindowRect(wnd->hwnd, &rect);
@@ -38,7 +38,7 @@ void readRect(WqWnd *wnd) {
 void WqWnd_Init(WqWnd *wnd) {
   *wnd = {};
   WqList *node = WqList_AddP(wqMain.wndList, reinterpret_cast<WqWord>(wnd));
-  if (!node) return; // a window that no layout finds is not to be made
+  if (!node) return; // without an entry no layout would find the window
   wqMain.wndList = node;
   wnd->createParam = static_cast<WqWndParam *>(WqMem_Alloc(sizeof(WqWndParam)));
   if (!wnd->createParam) return;
@@ -117,8 +117,8 @@ int WqWnd_RegClass(HINSTANCE instance) {
 
 HWND WqWnd_Create(WqWnd *wnd) {
   if (!wnd->createParam) return nullptr;
-  // The window procedure has stored the handle already. Here it comes again for windows of other classes, and goes for
-  // one that ended on the way, which the platform need not say.
+  // The window procedure has stored the handle already, but only for windows of our class. A window may also have ended
+  // during its creation without the platform's telling.
   const HWND made = makeWindow(wnd);
   wnd->hwnd = IsWindow(made) ? made : nullptr;
   WqWnd_Term(wnd);
@@ -149,7 +149,7 @@ int WqWnd_Show(WqWnd *wnd, int show) {
   return 1;
 }
 
-// The function is looked up at run time: a platform may be without it.
+// The function is looked up at run time, since a platform may lack it.
 void WqWnd_Layered(WqWnd *wnd, uint32_t percent) {
   WqWnd_ExStyle(wnd, WS_EX_LAYERED);
   if (!wnd->hwnd) return;

@@ -1,4 +1,4 @@
-// Lists of window objects. A message to such a list may end windows that stand in it.
+// Lists of window objects. A message to the objects of a list may end some of their windows.
 
 #include "windows/windows_private.h"
 

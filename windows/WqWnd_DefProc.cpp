@@ -1,8 +1,9 @@
-// The window procedure of every window object: it finds the object, sends the library's own messages, gives the button
-// bar and the user procedure their turns, and supplies what they leave alone. Beside it, what drains the message queue.
+// The window procedure of every window object. It finds the object, sends the library's own messages, calls the button
+// bar and the user procedure, and handles the messages that both leave. The functions that drain the message queue are
+// here too.
 //
-// A message may end its window on the way. The object stays valid then, while its handle is one of no window any more:
-// what is still sent to it goes nowhere.
+// A message may end its window. The object stays valid then, but its handle is invalid, and messages to it have no
+// effect.
 
 #include "windows/windows_private.h"
 
@@ -20,7 +21,7 @@ int32_t highPart(LPARAM value) { return static_cast<int16_t>(HIWORD(value)); }
 
 WqWnd *boundObject(HWND hwnd) { return reinterpret_cast<WqWnd *>(GetWindowLongPtrA(hwnd, GWLP_USERDATA)); }
 
-// From WM_CREATE the window knows its object, and the object its window.
+// Links the window and its object, from WM_CREATE on.
 WqWnd *bind(HWND hwnd, LPARAM lParam) {
   auto *wnd = static_cast<WqWnd *>(reinterpret_cast<const CREATESTRUCTA *>(lParam)->lpCreateParams);
   SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(wnd));
@@ -34,7 +35,7 @@ LRESULT sendToMainWnd(UINT msg, WPARAM wParam, LPARAM lParam) {
 
 LRESULT platformDefault(const WqMsg *msg) { return DefWindowProcA(msg->hwnd, msg->msg, msg->wParam, msg->lParam); }
 
-// Takes down a tip that is up.
+// Hides the tip.
 void resetTooltip() {
   if (!wqMain.tooltip.hwnd) return;
   SendMessageA(wqMain.tooltip.hwnd, TTM_ACTIVATE, FALSE, 0);
@@ -60,7 +61,7 @@ void releaseMouse(HWND hwnd) {
   mouseCaptured = 0;
 }
 
-// What goes out before the user procedure sees a message of the mouse or the keyboard.
+// Sends the library's messages before the user procedure gets a mouse or key message.
 void noticeInput(const WqMsg *msg) {
   switch (msg->msg) {
   case WM_MOUSEMOVE:
@@ -97,7 +98,7 @@ void endWindow(WqWnd *wnd, WqMsg *msg) {
   if (wnd->parent && wnd->parent->hwnd)
     SendMessageA(wnd->parent->hwnd, WQM_CHILD_DESTROYED, reinterpret_cast<WPARAM>(wnd), static_cast<LPARAM>(wnd->id));
   if (wnd->hwnd) WqTooltip_RemoveWnd(wnd);
-  if (boundObject(msg->hwnd) != wnd) return; // the parent has ended the window once more, and that is done
+  if (boundObject(msg->hwnd) != wnd) return; // the parent has ended the window a second time, in a nested call
   WqWndLst_RemoveAll(&wnd->dependants);
   wnd->msgReq = 0;
   if (wnd->parent) WqWndLst_Remove(&wnd->parent->dependants, wnd);
@@ -107,7 +108,7 @@ void endWindow(WqWnd *wnd, WqMsg *msg) {
   wnd->hwnd = nullptr;
 }
 
-// The window whose size has changed has its place already; from elsewhere, it takes one.
+// After its own change of size the window has its place already. For any other sender the window takes its place now.
 void layOut(WqWnd *wnd, HWND teller) {
   if (teller != wnd->hwnd) WqWnd_Rect(wnd, nullptr);
   wqTellDependants(wnd);
@@ -115,11 +116,11 @@ void layOut(WqWnd *wnd, HWND teller) {
 
 void postLayout(const WqMsg *msg) {
   if (msg->wParam == SIZE_RESTORED ||
-      msg->wParam == SIZE_MAXIMIZED) // of the edges of WM_SIZING, none and the right one
+      msg->wParam == SIZE_MAXIMIZED) // for WM_SIZING these values are "no edge" and "right edge"
     PostMessageA(msg->hwnd, WQM_LAYOUT, reinterpret_cast<WPARAM>(msg->hwnd), 0);
 }
 
-// Answers the tooltip, if it is the one that notifies.
+// Gives the tooltip the title, if msg is its request.
 bool giveTitle(const WqMsg *msg) {
   auto *info = reinterpret_cast<NMTTDISPINFOA *>(msg->lParam);
   if (info->hdr.code != TTN_NEEDTEXTA) return false;
@@ -140,7 +141,7 @@ LRESULT sendKey(const WqMsg *msg) {
   return sendToMainWnd(WQM_KEY, msg->wParam, static_cast<LPARAM>(modifiers));
 }
 
-// What the user procedure has left alone.
+// Handles a message that the user procedure has left.
 LRESULT defaultHandling(WqWnd *wnd, const WqMsg *msg) {
   switch (msg->msg) {
   case WM_SIZE:
@@ -155,7 +156,7 @@ LRESULT defaultHandling(WqWnd *wnd, const WqMsg *msg) {
   }
 }
 
-// Dispatches what the thread's queue holds, but for what shall be dropped.
+// Dispatches all messages in the thread's queue, except the dropped ones.
 template <typename Dropped> void drainQueue(Dropped isDropped) {
   for (MSG msg; PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE);) {
     if (isDropped(msg)) continue;
@@ -192,13 +193,13 @@ LRESULT CALLBACK WqWnd_DefProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lP
   case WM_KEYDOWN:
   case WM_KEYUP:
     noticeInput(&msg);
-    if (boundObject(hwnd) != wnd) return 0; // the window has ended, and its user procedure has had its last word
+    if (boundObject(hwnd) != wnd) return 0; // the window has ended, and its user procedure has got its last message
     break;
   default: break;
   }
   if (wnd->flags & WQ_DS_MBB) {
     if (const uint32_t answer = wqMbbProc(&msg)) return static_cast<LRESULT>(answer);
-    if (boundObject(hwnd) != wnd) return 0; // ended in a notification
+    if (boundObject(hwnd) != wnd) return 0; // a notification has ended the window
   }
   if (wqCallUserProc(wnd, &msg)) return wnd->result;
   return defaultHandling(wnd, &msg);
@@ -211,7 +212,7 @@ void WqWnd_WaitQueEmpty() {
 void WqWnd_RemoveQueMsg(uint32_t number) {
   drainQueue([number](const MSG &msg) {
     if (msg.message != number) return false;
-    if (number == WM_PAINT) ValidateRect(msg.hwnd, nullptr); // else it comes again
+    if (number == WM_PAINT) ValidateRect(msg.hwnd, nullptr); // otherwise it comes again
     return true;
   });
 }

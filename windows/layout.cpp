@@ -1,5 +1,5 @@
-// The geometry of window objects: the layout step, snapping, and what leads to it. A layout recurses once for each window
-// of a chain of snaps, so that the frames of WqWnd_Rect and WqWnd_Align are to stay small.
+// The geometry of window objects: the layout step, snapping, and the functions that begin a layout. A layout recurses
+// once for each window in a chain of snaps. So WqWnd_Rect and WqWnd_Align must keep their stack frames small.
 
 #include "windows/windows_private.h"
 
@@ -15,12 +15,12 @@ struct Side {
   WqWnd *WqWnd::*target;
   int32_t WqWnd::*margin;
   LONG RECT::*edge;
-  LONG RECT::*opposite; // of the window itself; a target's is what the side lies against
+  LONG RECT::*opposite; // of the window itself; the side snaps to the target's opposite edge
   LONG SIZE::*extent;
-  bool first; // of the two along its axis
+  bool first; // the first of the two sides along its axis
 };
 
-// In the order in which they apply: of two sides that keep the size, the later one wins.
+// In the order of snapping: of two sides that keep the size, the later one wins.
 constexpr Side kSides[] = {
     {WQ_DS_SNAP_L, WQ_DS_KEEP_W, &WqWnd::snapLeft, &WqWnd::marginLeft, &RECT::left, &RECT::right, &SIZE::cx, true},
     {WQ_DS_SNAP_R, WQ_DS_KEEP_W, &WqWnd::snapRight, &WqWnd::marginRight, &RECT::right, &RECT::left, &SIZE::cx, false},
@@ -52,9 +52,9 @@ bool follows(const WqWnd *wnd, const WqWnd *target) {
   return wnd->snapLeft == target || wnd->snapTop == target || wnd->snapRight == target || wnd->snapBottom == target;
 }
 
-// Moves the window to where its object now is, with only what has changed, so that the platform does no more than needed.
+// Moves the window to its object's rect. Flags tell the platform what stays, so that it does no more than needed.
 void moveWindow(const WqWnd *wnd, const RECT *old) {
-  HWND hwnd = wnd->hwnd; // may end in the move
+  HWND hwnd = wnd->hwnd; // the move may end the window
   const RECT rect = wnd->rect;
   SIZE oldSize;
   SIZE size;

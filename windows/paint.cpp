@@ -1,5 +1,5 @@
-// The answer to WM_PAINT: everything is drawn into a bitmap of the client area, and what the platform asked for is copied
-// to the window, if anything was drawn.
+// The answer to WM_PAINT: everything is drawn on a bitmap of the client area. If anything was drawn, the part that
+// needs paint is copied to the window.
 
 #include "windows/windows_private.h"
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-// A memory context with a bitmap as large as the window's client area, which for a while is what the record draws on.
+// A memory context with a bitmap of the client area's size. The record draws on it until the end of the scope.
 class Buffer {
  public:
   Buffer(WqDc *dc, HWND hwnd) : dc_(dc), window_(dc->hdc), memory_(CreateCompatibleDC(window_)) {
@@ -28,7 +28,7 @@ class Buffer {
   Buffer(const Buffer &) = delete;
   Buffer &operator=(const Buffer &) = delete;
 
-  // Copies what is to be painted and can be seen.
+  // Copies the visible part that needs paint.
   void show() const {
     RECT rect;
     if (!before_ || GetClipBox(window_, &rect) == ERROR || !IntersectRect(&rect, &rect, &dc_->paint.rcPaint)) return;
@@ -41,7 +41,7 @@ class Buffer {
   HDC window_;
   HDC memory_;
   HBITMAP bitmap_;
-  HGDIOBJ before_; // null when there is no bitmap to draw on
+  HGDIOBJ before_; // null without a bitmap to draw on
 };
 
 void drawBackground(const WqWnd *wnd, WqDc *dc) {
@@ -63,7 +63,7 @@ void drawBuffered(WqWnd *wnd, WqMsg *msg, WqDc *dc) {
     WqMsg_Set(msg, msg->hwnd, WQM_PAINT, reinterpret_cast<WPARAM>(dc), 0);
     wqCallUserProc(wnd, msg);
   }
-  if (wnd->flags & WQ_DS_MBB) wqMbbProc(msg); // which draws at WQM_PAINT only
+  if (wnd->flags & WQ_DS_MBB) wqMbbProc(msg); // draws only at WQM_PAINT
   if (dc->draw.drawn) buffer.show();
 }
 
@@ -73,7 +73,7 @@ void wqPaint(WqWnd *wnd, WqMsg *msg) {
   WqDc dc;
   WqDc_Init(&dc, wnd);
   WqDc_Get(&dc, WQ_DC_CLIENT | WQ_DC_PAINT);
-  if (wnd->hwnd == msg->hwnd) drawBuffered(wnd, msg, &dc); // else the window has ended in BeginPaint
+  if (wnd->hwnd == msg->hwnd) drawBuffered(wnd, msg, &dc); // otherwise BeginPaint has ended the window
   WqDc_Release(&dc);
   WqDc_Term(&dc);
 }

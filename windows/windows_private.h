@@ -1,13 +1,13 @@
-// What the window families share: walks that user procedures and callbacks may disturb, layouts that must not go round
-// in circles, and the paint step.
+// Shared by the families of windows: walks that user procedures and callbacks may disturb, layouts that end in spite of
+// circles, and the paint step.
 #pragma once
 
 #include "windows/windows.h"
 
 #include <utility>
 
-// A walk along a list whose nodes may go away under it, several of them at a time, as walks nest. The node at hand stays
-// where it is unless wqDisconnect takes it out; then its successor has its place.
+// A walk along a list whose nodes may be removed meanwhile. Walks may be nested. When wqDisconnect removes the current
+// node, its successor takes its place.
 class WqWalk {
  public:
   explicit WqWalk(WqList *head) : node(head), outer_(std::exchange(innermost_, this)) {}
@@ -15,7 +15,7 @@ class WqWalk {
   WqWalk(const WqWalk &) = delete;
   WqWalk &operator=(const WqWalk &) = delete;
 
-  // Goes on from a node that was at hand, unless its end has done so.
+  // Moves on from a visited node, unless its removal has done so.
   void passOver(const WqList *visited) {
     if (node == visited) node = visited->next;
   }
@@ -32,7 +32,7 @@ class WqWalk {
   WqWalk *outer_;
 };
 
-// Takes a node out of a list that may be walked.
+// Removes a node from a list that may be walked at present.
 // Result: the new head.
 inline WqList *wqDisconnect(WqList *node, WqList *head) {
   WqWalk::leave(node);
@@ -60,7 +60,7 @@ class WqLayoutMark {
   const WqLayoutMark *outer_;
 };
 
-// Hides all marks while a user procedure runs: a layout that it asks for goes wherever a layout goes.
+// Hides all marks while a user procedure runs, so that the procedure can lay out any object.
 class WqLayoutPause {
  public:
   WqLayoutPause() : hidden_(std::exchange(WqLayoutMark::innermost_, nullptr)) {}
@@ -75,10 +75,10 @@ class WqLayoutPause {
 // Tells the objects in dependants that asked for it to lay themselves out.
 void wqTellDependants(WqWnd *wnd);
 
-// Gives the user procedure its turn.
-// Result: its answer; 0 without one.
+// Calls the user procedure.
+// Result: its answer; 0 without a user procedure.
 int32_t wqCallUserProc(WqWnd *wnd, WqMsg *msg);
 
 // Answers WM_PAINT.
-// msg: becomes what the user procedure saw.
+// msg: becomes the message that the user procedure got.
 void wqPaint(WqWnd *wnd, WqMsg *msg);

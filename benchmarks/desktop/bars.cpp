@@ -1,4 +1,4 @@
-// Button bars: painted, under the mouse, built.
+// Button bars: painting, mouse moves, building.
 
 #include "desktop/desktop.h"
 
@@ -16,7 +16,7 @@ constexpr LONG kFieldsAcross = kArea.cx / kFieldWidth;
 constexpr uint16_t kSheet = 1;
 constexpr char kSheetFile[] = "bench_bars.bmp";
 
-// A sheet for one field, in 32 bits.
+// Enters the sheet of pictures for one field, in 32 bits.
 void enterSheet() {
   constexpr BITMAPINFOHEADER info = {sizeof info, 16 * kFieldWidth, 6 * kSide, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
   const std::vector<char> pixels(size_t{16} * kFieldWidth * 6 * kSide * 4, '\x55');
@@ -34,7 +34,7 @@ void enterSheet() {
   WqBmpTbl_Insert(kSheet, &bmp);
 }
 
-// Tables of a bar with so many fields of ten buttons, in rows from the top left.
+// Tables of a bar with a number of fields of ten buttons each, in rows from the top left.
 struct Tables {
   std::vector<WqMbbFieldDesc> fields;
   std::vector<WqMbbBtnDesc> buttons;
@@ -54,7 +54,7 @@ struct Tables {
   }
 };
 
-// A window that paints its ground in one colour.
+// A window that paints its background in one colour.
 class Host {
  public:
   Host() {
@@ -108,7 +108,7 @@ double paint(uint16_t fieldCount) {
   return seconds;
 }
 
-// From one of the oldest two buttons, which are looked at last, to the other.
+// Moves between two of the oldest buttons, which are searched last.
 double mouseMove() {
   const Host host;
   Tables(20).build(host.window());

@@ -1,4 +1,4 @@
-// What the subjects of bench_desktop share.
+// Shared by the subjects of bench_desktop.
 #pragma once
 
 #include "wq.h"
@@ -8,15 +8,15 @@
 #include <string>
 #include <vector>
 
-// Repeats a piece of work, several samples of many iterations.
+// Repeats some work, in several samples of many iterations.
 // Result: the median, in seconds per iteration.
 double secondsPerIteration(const std::function<void()> &work);
 
-// Ends the program unless all is well: a time of work that was not done is worth nothing.
+// Ends the program if a condition fails: a time of work that was not done is worthless.
 void require(bool isWell, const char *what);
 
-// What is timed: it makes what it needs, answers with its seconds per iteration, and leaves no window behind. It runs
-// inside WqMain_Init and WqMain_Term.
+// A subject makes everything that it needs, returns its seconds per iteration, and leaves no window behind. It runs
+// between WqMain_Init and WqMain_Term.
 struct Subject {
   std::string name;
   std::function<double()> measure;
@@ -26,3 +26,4 @@ void addWindows(std::vector<Subject> &subjects);
 void addDrawing(std::vector<Subject> &subjects);
 void addBars(std::vector<Subject> &subjects);
 void addLists(std::vector<Subject> &subjects);
+void addBoxes(std::vector<Subject> &subjects);

@@ -1,11 +1,11 @@
-// Drawing: a paint pass as applications see it, and each call alone, on a bitmap in memory.
+// Drawing: a paint pass of an application, and each call alone, on a bitmap in memory.
 
 #include "desktop/desktop.h"
 
 namespace {
 
 constexpr SIZE kArea = {1280, 800};
-constexpr uint32_t kFirstColour = 1; // of kColours ids of the application's
+constexpr uint32_t kFirstColour = 1; // the first of kColours ids
 constexpr uint32_t kColours = 16;
 constexpr uint32_t kFont = 1;
 constexpr char kLatin[] = "Level -12.5 dBV";
@@ -23,7 +23,7 @@ void enterResources() {
   WqFontTbl_Insert(kFont, &font);
 }
 
-// A place for the index-th of many small things.
+// The place of one of many small shapes.
 RECT cellOf(int index, LONG width, LONG height) {
   const LONG x = static_cast<LONG>(index * 37) % (kArea.cx - width),
              y = static_cast<LONG>(index * 23) % (kArea.cy - height);
@@ -77,7 +77,7 @@ double paintPass() {
   return seconds;
 }
 
-// A context that draws on a bitmap in memory, and another one with a picture and its mask to draw from.
+// A context that draws on a bitmap in memory, and another one with a picture and its mask as a source.
 class Paper {
  public:
   Paper() {

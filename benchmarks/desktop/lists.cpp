@@ -1,4 +1,4 @@
-// The list box of a debug window: lines added and seen.
+// The list box of a debug window: adding and showing lines.
 
 #include "desktop/desktop.h"
 
@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kLines = 100000;
 
-// A list box in a window, with room for some lines.
+// A list box in a window, with space for some lines.
 class List {
  public:
   List() {

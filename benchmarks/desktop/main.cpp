@@ -1,7 +1,6 @@
-// Times the work with windows. It is for comparing this library's own layer with another platform that runs the same
-// program, so that it needs nothing but the library:
+// Times the work with windows. Another platform can run the same program for comparison, so it needs only the library:
 //   bench_desktop [PART]    only subjects whose names contain this
-// It prints a line "subject<TAB>seconds per iteration" for each.
+// Prints a line "subject<TAB>seconds per iteration" for each subject.
 
 #include "desktop/desktop.h"
 
@@ -17,7 +16,7 @@ using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 
 constexpr Seconds kAll(0.2);
-constexpr Seconds kSample(0.02); // long beside the clock's steps
+constexpr Seconds kSample(0.02); // long compared to the clock's steps
 constexpr size_t kSamples = 9;   // at least
 
 Seconds timeOf(const std::function<void()> &work, int iterations) {
@@ -29,7 +28,7 @@ Seconds timeOf(const std::function<void()> &work, int iterations) {
 } // namespace
 
 double secondsPerIteration(const std::function<void()> &work) {
-  work(); // the first one warms up
+  work(); // a first run to warm up
   int iterations = 1;
   while (timeOf(work, iterations) < kSample) iterations *= 2;
   std::vector<double> samples;
@@ -55,6 +54,7 @@ int main(int argc, char **argv) {
   addDrawing(subjects);
   addBars(subjects);
   addLists(subjects);
+  addBoxes(subjects);
   for (const Subject &subject : subjects) {
     if (argc > 1 && subject.name.find(argv[1]) == std::string::npos) continue;
     WqMain_Init(GetModuleHandleA(nullptr));

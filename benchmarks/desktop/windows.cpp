@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr int kColumns = 40; // the windows lie side by side, all to be seen and none over another
+constexpr int kColumns = 40; // side by side, all visible and without overlap
 constexpr int kCount = 1000;
 constexpr LONG kSize = 16;
-constexpr LONG kSpare = 8; // how far they move
+constexpr LONG kSpare = 8; // the distance of their moves
 constexpr RECT kFrame = {0, 0, kColumns *kSize + kSpare, kCount / kColumns *kSize + kSpare};
 
 void makeWindow(WqWnd &wnd, WqWnd *parent) {
@@ -44,10 +44,10 @@ class Frame {
 
 POINT cellOf(int index) { return {index % kColumns * kSize, index / kColumns * kSize}; }
 
-// A field of windows, each of which keeps its place relative to its target; the first window moves, and the wave ends
-// with the last one painted.
+// A set of windows, each of which keeps its place relative to its target. The first window moves, and the wave ends
+// when the last one is painted.
 double layoutWave(int (*targetOf)(int index)) {
-  std::vector<WqWnd> windows(kCount); // which outlive their parent
+  std::vector<WqWnd> windows(kCount); // they outlive their parent
   Frame frame;
   for (int i = 0; i < kCount; ++i) {
     WqWnd &wnd = windows[static_cast<size_t>(i)];
@@ -63,7 +63,7 @@ double layoutWave(int (*targetOf)(int index)) {
       WqWnd_Ds(&wnd, WQ_DS_KEEP_W | WQ_DS_KEEP_H);
       WqWnd_SnapMargin(&wnd, &margin);
     } else {
-      WqWnd_Ds(&wnd, WQ_DS_KEEP_W); // without a bit of the layout nothing would follow it
+      WqWnd_Ds(&wnd, WQ_DS_KEEP_W); // without a layout flag the window moves nothing
     }
     makeWindow(wnd, frame.object());
   }
@@ -108,13 +108,13 @@ double message() {
     do {
       GetMessageA(&msg, nullptr, 0, 0);
       DispatchMessageA(&msg);
-    } while (msg.message != WM_APP); // beside it, the platform may have its own
+    } while (msg.message != WM_APP); // the platform may post other messages
   });
   require(arrived == posted, "a message was lost");
   return seconds;
 }
 
-// The pointer goes to and fro over the main window, which has so many tools; none: there is no tooltip.
+// The pointer moves to and fro over the main window, which has this many tools. none: there is no tooltip.
 double mouseMessage(int tools) {
   static int arrived;
   Frame frame;
@@ -144,7 +144,7 @@ double mouseMessage(int tools) {
   return seconds;
 }
 
-// A thread with a window, which answers until it is told to quit.
+// A thread with a window that answers until it is told to quit.
 class OtherThread {
  public:
   OtherThread() : thread_([this] { work(); }) {
@@ -170,7 +170,7 @@ class OtherThread {
     windowClass.lpfnWndProc = answer;
     windowClass.hInstance = wqMain.instance;
     windowClass.lpszClassName = "bench_other";
-    RegisterClassA(&windowClass); // or it has been, by the one before
+    RegisterClassA(&windowClass); // an earlier subject may have registered it
     window_ =
         CreateWindowExA(0, "bench_other", "", WS_POPUP, 0, 0, 100, 50, nullptr, nullptr, wqMain.instance, nullptr);
     require(window_ != nullptr, "a window cannot be made on another thread");
@@ -233,14 +233,14 @@ double textThroughClipboard() {
 
 double timerTick() {
   constexpr uint32_t kTimers = 10000;
-  constexpr uint32_t kHour = 3600 * 1000; // longer than the program runs: none gets due
+  constexpr uint32_t kHour = 3600 * 1000; // longer than the program runs, so no timer is due
   WqTimer_Start();
   WqTimerElem elem;
   WqTimerElem_Init(&elem);
   WqTimerElem_Param(
       &elem, 1, [](uint32_t, uint32_t, WqWord) { return int32_t{0}; }, 0, kHour);
   for (uint32_t i = 0; i < kTimers; ++i) WqTimer_Insert(&elem);
-  // Only the platform makes this message whole. Dispatched again, it is a tick again.
+  // only the platform can make this message; dispatching it again is another tick
   MSG tick;
   while (GetMessageA(&tick, nullptr, 0, 0) > 0 && (tick.message != WM_TIMER || tick.wParam != wqMain.timer.timerId))
     DispatchMessageA(&tick);

@@ -1,9 +1,9 @@
-// Times what a user of an X server feels: how soon pixels are to be seen, how soon a key arrives, how many pictures a
-// second there can be, what they cost, and how soon a window stands. Another connection to the server looks and presses.
-// It prints a line "subject<TAB>median<TAB>10th percentile<TAB>90th percentile<TAB>unit" for each.
+// Times that a user of an X server feels: until pixels are visible, until a key arrives, the number of pictures a
+// second and their cost, and until a window appears. A second connection to the server observes and presses keys.
+// Prints a line "subject<TAB>median<TAB>10th percentile<TAB>90th percentile<TAB>unit" for each.
 //   bench_display start    only shows the window, for the last subject
 
-#include <spawn.h> // before the API, which has a macro for a name of its parameters
+#include <spawn.h> // before the API, because of a macro
 
 #include "platform/platform.h"
 
@@ -31,7 +31,7 @@ using Seconds = std::chrono::duration<double>;
 
 constexpr SIZE kArea = {1280, 800};
 constexpr Seconds kPatience(5);
-constexpr COLORREF kFirst = RGB(255, 0, 255); // of the window that the last subject waits for
+constexpr COLORREF kFirst = RGB(255, 0, 255); // the colour that the last subject waits for
 
 void require(bool isWell, const char *what) {
   if (isWell) return;
@@ -72,7 +72,8 @@ class Observer {
     xcb_flush(connection_);
   }
 
-  // Has the server tell of each change on the screen from now on, and counts those of a whole area since the last call.
+  // Lets the server report every change of the screen from now on, and counts changes of a whole area since the last
+  // call.
   void watch() {
     const auto version = xcb_damage_query_version(connection_, 1, 1);
     std::free(xcb_damage_query_version_reply(connection_, version, nullptr));
@@ -80,7 +81,7 @@ class Observer {
   }
   int changes(SIZE whole) {
     const uint8_t notice = xcb_get_extension_data(connection_, &xcb_damage_id)->first_event + XCB_DAMAGE_NOTIFY;
-    pixel(0, 0); // whose answer comes behind all of them
+    pixel(0, 0); // the answer comes after all reports
     int count = 0;
     while (xcb_generic_event_t *event = xcb_poll_for_event(connection_)) {
       const auto *change = reinterpret_cast<xcb_damage_notify_event_t *>(event);
@@ -141,7 +142,7 @@ void tell(const char *subject, std::vector<double> samples, double factor, const
   std::fflush(stdout);
 }
 
-// From the end of a drawing call until another client sees its pixels. The program looks for messages next, or is busy.
+// From the end of a drawing call until another client sees the pixels. Then the program gets messages, or it is busy.
 void pixelsSeen(HWND window, Observer &observer, bool busy) {
   std::vector<double> samples;
   for (int i = 0; i < 300; ++i) {
@@ -182,7 +183,7 @@ void keyArrives(Observer &observer) {
   tell("key pressed to message", samples, 1e3, "ms");
 }
 
-// What the X server tells of, as changed in the whole area, while the program paints as fast as it can.
+// The server's reports of changes in the whole area, while the program paints as fast as possible.
 void repaintsShown(HWND window, Observer &observer) {
   constexpr Seconds kRound(1);
   std::vector<double> samples;
@@ -225,7 +226,7 @@ void costOfAnAnimation(HWND window) {
   tell("processor at 60 repaints a second", samples, 100, "%");
 }
 
-// From the start of a process until its window is seen.
+// From the start of a process until its window is visible.
 void firstExposure(Observer &observer, const char *program) {
   std::vector<double> samples;
   for (int i = 0; i < 15; ++i) {

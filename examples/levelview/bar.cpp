@@ -15,13 +15,9 @@ struct Button {
   bool gap;       // to its left
   uint32_t flags; // beside its column
 };
-constexpr Button kButtons[] = {{Command::open, false, WQ_MBB_DISABLED},
-                               {Command::zoomIn, true, 0},
-                               {Command::zoomOut, false, 0},
-                               {Command::all, false, 0},
-                               {Command::start, true, 0},
-                               {Command::end, false, 0},
-                               {Command::copy, true, 0}};
+constexpr Button kButtons[] = {{Command::open, false, 0}, {Command::zoomIn, true, 0},   {Command::zoomOut, false, 0},
+                               {Command::all, false, 0},  {Command::start, true, 0},    {Command::end, false, 0},
+                               {Command::copy, true, 0},  {Command::picture, false, 0}, {Command::print, false, 0}};
 
 bool repeats(Command command) { return command == Command::zoomIn || command == Command::zoomOut; }
 

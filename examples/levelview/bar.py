@@ -47,6 +47,11 @@ def arrow(tip, base, middle, half):
     return lambda x, y: 0 <= (x - tip) / (base - tip) < 1 and abs(y - middle) <= half * (x - tip) / (base - tip)
 
 
+def peak(middle, top, bottom, half):
+    """A triangle that stands on its base."""
+    return lambda x, y: top <= y < bottom and abs(x - middle) <= half * (y - top) / (bottom - top)
+
+
 def any_of(*shapes):
     return lambda x, y: any(shape(x, y) for shape in shapes)
 
@@ -66,6 +71,8 @@ ICONS = (
     any_of(rect(5, 6, 7, 18), arrow(8, 18, 12, 6)),  # start
     any_of(rect(17, 6, 19, 18), arrow(16, 6, 12, 6)),  # end
     any_of(without(outline(4, 3, 15, 16), rect(8, 7, 20, 21)), outline(9, 8, 20, 21)),  # copy
+    any_of(outline(3, 4, 21, 20), ring(8, 9, 2, 0), peak(14, 9, 18, 8), peak(8, 13, 18, 5)),  # picture
+    any_of(rect(7, 3, 17, 7), without(rect(3, 8, 21, 17), rect(7, 13, 17, 17)), outline(7, 13, 17, 21)),  # print
 )
 
 

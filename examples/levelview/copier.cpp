@@ -1,23 +1,10 @@
 #include "copier.h"
 
+#include "picture.h"
+
 #include <cstring>
 
 namespace {
-
-// A window's client area, with the windows in it. Null where the platform refuses.
-HBITMAP pictureOf(HWND window) {
-  RECT area{};
-  GetClientRect(window, &area);
-  const HDC shown = GetDC(window), memory = CreateCompatibleDC(shown);
-  HBITMAP picture = CreateCompatibleBitmap(shown, area.right, area.bottom);
-  const HGDIOBJ before = SelectObject(memory, picture);
-  const bool copied = BitBlt(memory, 0, 0, area.right, area.bottom, shown, 0, 0, SRCCOPY);
-  SelectObject(memory, before);
-  if (!copied) DeleteObject(std::exchange(picture, nullptr));
-  DeleteDC(memory);
-  ReleaseDC(window, shown);
-  return picture;
-}
 
 HGLOBAL blockOf(const std::string &text) {
   const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
@@ -37,7 +24,7 @@ std::string forClipboard(const std::string &text) {
 } // namespace
 
 void Copier::copy(HWND window) {
-  const HBITMAP picture = pictureOf(window);
+  const HBITMAP picture = Picture(window).take();
   WqClipBoard_Set(
       CF_BITMAP, reinterpret_cast<WqWord>(this), [](WqWord format, WqWord, WqWord, uint32_t, WqWord copier) -> WqWord {
         return reinterpret_cast<WqWord>(reinterpret_cast<Copier *>(copier)->give(static_cast<UINT>(format)));

@@ -126,13 +126,13 @@ class ForeignSource final : public Source {
 
 } // namespace
 
-OpenedSource openForeignSource(Stream stream, const std::optional<Chunks> &chunks, const std::string &) {
+OpenedSource openForeignSource(Stream stream, const std::optional<Chunks> &chunks, const std::string &reason) {
   auto file = std::make_unique<Mended>(std::move(stream), chunks);
   platformSeekStream(file->file.get(), 0, SEEK_SET);
   SF_VIRTUAL_IO calls{Mended::size, Mended::seek, Mended::read, nullptr, Mended::tell};
   SF_INFO info{};
   Sound sound(sf_open_virtual(&calls, SFM_READ, &info, file.get()));
-  if (!sound) return {nullptr, sf_strerror(nullptr)};
+  if (!sound) return {nullptr, reason};
   if (info.samplerate <= 0) return {nullptr, "0 frames a second"};
   if (info.channels > kMostChannels) return {nullptr, std::to_string(info.channels) + " channels"};
   if (info.frames <= 0) return {nullptr, "no samples"};

@@ -9,6 +9,8 @@
 #define TIP_START 104
 #define TIP_END 105
 #define TIP_COPY 106
+#define TIP_PICTURE 107
+#define TIP_PRINT 108
 #define TIP_POINTER 110
 #define TIP_SOUND 111
 #define TIP_RANGE 112

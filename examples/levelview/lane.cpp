@@ -9,13 +9,13 @@ constexpr double kDotsFrom = 1.0 / 8; // frames per pixel, and fewer
 
 } // namespace
 
-Lane::Lane(const Scene &scene, const Look &look, size_t channel, const RECT &area)
-    : scene_(scene), look_(look), channel_(channel), area_(area) {}
+Lane::Lane(const Recording &recording, const Visible &visible, const Look &look, size_t channel, const RECT &area)
+    : recording_(recording), visible_(visible), look_(look), channel_(channel), area_(area) {}
 
-LONG Lane::yOf(double sample) const { return middle() - rounded(sample * half() / scene_.recording.fullScale()); }
+LONG Lane::yOf(double sample) const { return middle() - rounded(sample * half() / recording_.fullScale()); }
 
 void Lane::drawColumns(WqDc &dc, LONG from, const Columns &columns, Colour colour) const {
-  WqDcDraw_InitLine(&dc.draw, 1, colour);
+  initLine(dc, colour);
   for (size_t i = 0; i < columns.size(); ++i) {
     const Extent &extent = columns[i][channel_];
     if (extent.empty()) continue;
@@ -26,16 +26,15 @@ void Lane::drawColumns(WqDc &dc, LONG from, const Columns &columns, Colour colou
 }
 
 void Lane::drawSamples(WqDc &dc, LONG from, LONG to) const {
-  const Visible &visible = scene_.visible;
-  const double last = visible.frames() - 1.0;
+  const double last = visible_.frames() - 1.0;
   const auto frameAt = [&](double frame) { return static_cast<uint32_t>(std::clamp(frame, 0.0, last)); };
-  const uint32_t first = frameAt(visible.frameAt(from) - 1), end = frameAt(visible.frameAt(to) + 2);
+  const uint32_t first = frameAt(visible_.frameAt(from) - 1), end = frameAt(visible_.frameAt(to) + 2);
   std::vector<POINT> points;
   for (uint32_t frame = first; frame <= end; ++frame)
-    points.push_back({area_.left + rounded(visible.pixelOf(frame)), yOf(scene_.recording.value(frame, channel_))});
-  WqDcDraw_InitLine(&dc.draw, 1, colourRms);
+    points.push_back({area_.left + rounded(visible_.pixelOf(frame)), yOf(recording_.value(frame, channel_))});
+  initLine(dc, colourRms);
   WqDcDraw_PolyLine(&dc.draw, points.data(), static_cast<int32_t>(points.size()));
-  if (visible.framesPerPixel() > kDotsFrom) return;
+  if (visible_.framesPerPixel() > kDotsFrom) return;
   for (const POINT &point : points) {
     const LONG left = point.x - look_.dot / 2, top = point.y - look_.dot / 2;
     fill(dc, {left, top, left + look_.dot, top + look_.dot}, colourDot);

@@ -3,13 +3,13 @@
 
 #include "columns.h"
 #include "look.h"
-#include "scene.h"
+#include "recording.h"
 
 #include <algorithm>
 
 class Lane {
  public:
-  Lane(const Scene &scene, const Look &look, size_t channel, const RECT &area);
+  Lane(const Recording &recording, const Visible &visible, const Look &look, size_t channel, const RECT &area);
 
   const RECT &area() const { return area_; }
   LONG middle() const { return (area_.top + area_.bottom - 1) / 2; }
@@ -22,7 +22,8 @@ class Lane {
  private:
   LONG yOf(double sample) const;
 
-  const Scene &scene_;
+  const Recording &recording_;
+  const Visible &visible_;
   const Look &look_;
   size_t channel_;
   RECT area_;

@@ -10,20 +10,30 @@ namespace {
 
 constexpr const char *kFace = "MS UI Gothic";
 constexpr int32_t kPoints = 9;
+constexpr int32_t kTitlePoints = 13;
+constexpr uint32_t kOnPaper = 64; // what a colour's id is raised by there
 
 void enterColours() {
   constexpr struct {
     Colour id;
-    COLORREF colour;
+    COLORREF onScreen, onPaper;
   } kRows[] = {
-      {colourGround, RGB(22, 28, 36)},  {colourLane, RGB(12, 16, 22)},     {colourGrid, RGB(36, 46, 58)},
-      {colourCentre, RGB(70, 88, 106)}, {colourPeak, RGB(46, 132, 192)},   {colourRms, RGB(126, 200, 240)},
-      {colourDot, RGB(232, 244, 252)},  {colourCursor, RGB(255, 196, 72)}, {colourPanel, RGB(30, 37, 47)},
-      {colourEdge, RGB(8, 11, 15)},     {colourText, RGB(206, 216, 226)},  {colourDimText, RGB(132, 148, 164)},
-      {colourTick, RGB(92, 108, 124)},  {colourHidden, RGB(58, 74, 90)},   {colourClip, RGB(236, 84, 72)},
+      {colourGround, RGB(22, 28, 36), RGB(255, 255, 255)}, {colourLane, RGB(12, 16, 22), RGB(246, 248, 250)},
+      {colourGrid, RGB(36, 46, 58), RGB(216, 222, 228)},   {colourCentre, RGB(70, 88, 106), RGB(150, 162, 174)},
+      {colourPeak, RGB(46, 132, 192), RGB(110, 178, 224)}, {colourRms, RGB(126, 200, 240), RGB(20, 92, 150)},
+      {colourDot, RGB(232, 244, 252), RGB(12, 40, 70)},    {colourCursor, RGB(255, 196, 72), RGB(190, 120, 0)},
+      {colourPanel, RGB(30, 37, 47), RGB(238, 242, 246)},  {colourEdge, RGB(8, 11, 15), RGB(120, 132, 144)},
+      {colourText, RGB(206, 216, 226), RGB(16, 20, 26)},   {colourDimText, RGB(132, 148, 164), RGB(84, 96, 108)},
+      {colourTick, RGB(92, 108, 124), RGB(120, 132, 144)}, {colourHidden, RGB(58, 74, 90), RGB(190, 198, 206)},
+      {colourClip, RGB(236, 84, 72), RGB(200, 44, 32)},
   };
-  for (const auto &row : kRows) WqColorTbl_Insert(row.id, row.colour);
+  for (const auto &row : kRows) {
+    WqColorTbl_Insert(row.id, row.onScreen);
+    WqColorTbl_Insert(row.id + kOnPaper, row.onPaper);
+  }
 }
+
+uint32_t shadeOf(const WqDc &dc, Colour colour) { return dc.mode == WQ_DC_PRINTER ? colour + kOnPaper : colour; }
 
 void enterFont(Font id, int32_t height, uint32_t style) {
   WqFont font;
@@ -43,6 +53,7 @@ Look::Look() {
   enterColours();
   enterFont(fontText, height, 0);
   enterFont(fontBold, height, WQ_FONT_BOLD);
+  enterFont(fontTitle, WqDcMap_PointToPix(&dc.map, kTitlePoints), WQ_FONT_BOLD);
 
   digit = (widthOf(dc, "0123456789") + 9) / 10;
   line = height * 4 / 3;
@@ -78,7 +89,7 @@ RECT common(const RECT &rect, const RECT &bound) {
   return shared;
 }
 
-void fill(WqDc &dc, const RECT &rect, Colour colour) { WqDcDraw_FillRect(&dc.draw, &rect, colour); }
+void fill(WqDc &dc, const RECT &rect, Colour colour) { WqDcDraw_FillRect(&dc.draw, &rect, shadeOf(dc, colour)); }
 
 void horizontal(WqDc &dc, LONG left, LONG right, LONG y, Colour colour) {
   fill(dc, box(left, y, right + 1, y + 1), colour);
@@ -89,7 +100,7 @@ void vertical(WqDc &dc, LONG x, LONG top, LONG bottom, Colour colour) {
 }
 
 void write(WqDc &dc, const std::string &text, const RECT &rect, UINT align, Colour colour, Font font) {
-  WqDcDraw_InitText(&dc.draw, font, colour);
+  WqDcDraw_InitText(&dc.draw, font, shadeOf(dc, colour));
   WqDcDraw_Text(&dc.draw, text.c_str(), &rect, align | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
 }
 
@@ -98,6 +109,18 @@ LONG widthOf(WqDc &dc, const std::string &text, Font font) {
   RECT rect{};
   WqDcDraw_GetTextRect(&dc.draw, text.c_str(), &rect, DT_SINGLELINE | DT_NOPREFIX);
   return rect.right - rect.left;
+}
+
+void initLine(WqDc &dc, Colour colour) { WqDcDraw_InitLine(&dc.draw, 1, shadeOf(dc, colour)); }
+
+void frame(WqDc &dc, const RECT &rect, Colour colour) { WqDcDraw_FrameRect(&dc.draw, &rect, shadeOf(dc, colour)); }
+
+// The library takes a clip in device units.
+Clip::Clip(WqDc &dc, const RECT &rect) : dc_(dc) {
+  POINT corners[] = {{rect.left, rect.top}, {rect.right, rect.bottom}};
+  LPtoDP(dc.hdc, corners, 2);
+  const RECT device = {corners[0].x, corners[0].y, corners[1].x, corners[1].y};
+  WqDcRgn_Create(&dc.rgn, &device);
 }
 
 std::string format(const char *form, ...) {

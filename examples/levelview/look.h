@@ -1,5 +1,6 @@
 // How the viewer looks: colours and fonts, entered in the library's registries, and sizes. These come from millimetres
-// and points, so that a display with smaller pixels gets more of them.
+// and points, so that a display with smaller pixels gets more of them. On paper the same sizes hold, since the library makes
+// a unit of its context a pixel of the display; a colour has another shade there, dark on white.
 #pragma once
 
 #include "wq.h"
@@ -26,7 +27,7 @@ enum Colour : uint32_t {
 
 constexpr LONG kButtonAt96 = 24; // pixels of a button on a display of 96 dpi; there are pictures for twice as many too
 
-enum Font : uint32_t { fontText = 1, fontBold };
+enum Font : uint32_t { fontText = 1, fontBold, fontTitle };
 
 // In pixels.
 struct Look {
@@ -67,6 +68,22 @@ void vertical(WqDc &dc, LONG x, LONG top, LONG bottom, Colour colour);
 void write(WqDc &dc, const std::string &text, const RECT &rect, UINT align, Colour colour = colourText,
            Font font = fontText);
 LONG widthOf(WqDc &dc, const std::string &text, Font font = fontText);
+
+// The pen for lines that follow, a pixel wide.
+void initLine(WqDc &dc, Colour colour);
+void frame(WqDc &dc, const RECT &rect, Colour colour);
+
+// Drawing is clipped to a rectangle, until the end of the scope.
+class Clip {
+ public:
+  Clip(WqDc &dc, const RECT &rect);
+  ~Clip() { WqDcRgn_Delete(&dc_.rgn); }
+  Clip(const Clip &) = delete;
+  Clip &operator=(const Clip &) = delete;
+
+ private:
+  WqDc &dc_;
+};
 
 // A text as printf makes it.
 std::string format(const char *form, ...) WQ_PRINTF(1, 2);

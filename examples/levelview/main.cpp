@@ -1,6 +1,9 @@
 // levelview, the example application: shows the levels of WAV files.
 
+#include "loader.h"
+#include "notes.h"
 #include "options.h"
+#include "printout.h"
 #include "report.h"
 #include "settings.h"
 #include "terminal.h"
@@ -26,16 +29,21 @@ class Library {
   Library &operator=(const Library &) = delete;
 };
 
+// The debug window belongs to the library too, and lives in the settings.
+class DebugWindow {
+ public:
+  DebugWindow() { WqDbgWnd_Init(); }
+  ~DebugWindow() { WqDbgWnd_Term(); }
+  DebugWindow(const DebugWindow &) = delete;
+  DebugWindow &operator=(const DebugWindow &) = delete;
+};
+
 // Tells of a file that was opened or refused, and logs it.
 // refused: why; empty when it was opened.
 bool taken(const std::string &file, uint64_t frames, const std::string &refused) {
-  if (refused.empty()) {
-    WqLog_Print("opened %s: %s frames", file.c_str(), std::to_string(frames).c_str());
-    return true;
-  }
-  WqLog_Print("refused %s: %s", file.c_str(), refused.c_str());
-  complain(file + ": " + refused);
-  return false;
+  noteOpening(file, frames, refused);
+  if (!refused.empty()) complain(file + ": " + refused);
+  return refused.empty();
 }
 
 // Reads and measures a file.
@@ -44,8 +52,14 @@ std::optional<Report> open(const std::string &file, bool loudness) {
   if (!taken(file, opened.source ? opened.source->info().frames : 0, opened.refusal)) return std::nullopt;
   Report report = measure(file, *opened.source);
   if (!loudness) return report;
-  if (const OpenedSource again = openSource(file); again.source) report.loudness = measureLoudness(*again.source);
-  if (!report.loudness) complain(file + ": its loudness can't be measured");
+  const OpenedSource again = openSource(file); // it is read once more
+  if (again.source) report.loudness = measureLoudness(*again.source);
+  if (!report.loudness) {
+    complain(file + ": its loudness can't be measured");
+    return report;
+  }
+  for (size_t channel = 0; channel < report.channels.size(); ++channel)
+    report.channels[channel].truePeak = report.loudness->truePeaks[channel];
   return report;
 }
 
@@ -98,20 +112,13 @@ int report(const Options &options) {
   return !files.empty() && reports.size() == files.size() ? EXIT_SUCCESS : kFailed;
 }
 
-// The name behind the last folder.
-std::string nameIn(const std::string &path) {
-  char folder[MAX_PATH] = "";
-  const size_t length = path.size() < sizeof folder ? static_cast<size_t>(WqDir_GetFromPath(path.c_str(), folder)) : 0;
-  return length > 0 && length + 1 < path.size() ? path.substr(length + 1) : path;
-}
-
 // Shows a file in a window, or writes a picture of that.
 // viewer: takes the viewer, whose window objects have to stay until the library ends.
 bool showWindow(const Options &options, const std::string &file, Settings &settings, std::unique_ptr<Viewer> &viewer) {
   Scene scene;
   const std::string refused = scene.recording.open(file.c_str());
   if (!taken(file, refused.empty() ? scene.recording.foundFrames() : 0, refused)) return false;
-  scene.name = nameIn(fullName(file));
+  scene.name = nameIn(file);
   scene.startZoom = options.zoom;
   scene.startTime = options.at;
   viewer = std::make_unique<Viewer>(scene, settings);
@@ -128,7 +135,11 @@ bool showReport(const std::string &file) {
 
 // Shows one file, and remembers it with its range for the next time.
 int view(const Options &options, Settings &settings, std::unique_ptr<Viewer> &viewer) {
-  settings.load(options.settings);
+  settings.debug = options.debug;
+  std::optional<DebugWindow> debugWindow;
+  if (options.debug) debugWindow.emplace();
+  settings.load(options.settings); // which makes that window, at its place
+  if (options.debug) WqDbgWnd_Show(1);
   if (options.range) settings.range = *options.range;
   if (!options.files.empty()) settings.lastFile = fullName(options.files[0]);
   if (settings.lastFile.empty()) return askWhich();
@@ -138,6 +149,25 @@ int view(const Options &options, Settings &settings, std::unique_ptr<Viewer> &vi
   if (!(hasWindow ? showWindow(options, file, settings, viewer) : showReport(file))) return kFailed;
   if (!settings.save(options.settings)) complain("the settings could not be kept");
   return EXIT_SUCCESS;
+}
+
+// Reads and prints a file, without a window.
+int print(const Options &options) {
+  const std::string &file = options.files[0];
+  WqUnit_SetRange(options.range.value_or(1.0));
+  Scene scene;
+  const std::string refused = scene.recording.open(file.c_str());
+  if (!taken(file, refused.empty() ? scene.recording.foundFrames() : 0, refused)) return kFailed;
+  scene.name = nameIn(file);
+  scene.startZoom = options.zoom;
+  scene.startTime = options.at;
+  const Look look;
+  scene.visible.setWidth(look.usual.cx);
+  for (Loader loader(scene); loader.step();) {}
+  const std::string failed = printUnattended(Printout(scene, look), stemOf(file), options.output);
+  if (failed.empty()) return EXIT_SUCCESS;
+  complain((options.output.empty() ? file : options.output) + ": " + failed);
+  return kFailed;
 }
 
 int make(const Options &options) {
@@ -152,6 +182,7 @@ int run(const Options &options, Settings &settings, std::unique_ptr<Viewer> &vie
   case Mode::version: std::puts("levelview " LEVELVIEW_VERSION); return EXIT_SUCCESS;
   case Mode::make: return make(options);
   case Mode::report: return report(options);
+  case Mode::print: return print(options);
   case Mode::view: break;
   }
   return view(options, settings, viewer);

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 // How samples stand in memory: in the machine's byte order, those of int24 in three bytes with the lowest first.
@@ -16,8 +17,9 @@ size_t sampleBytes(SampleType type);
 struct Levels {
   double peak = 0;
   double rms = 0;
-  double dc = 0;        // the mean
-  uint64_t clipped = 0; // samples at either end of the range
+  double dc = 0;                                 // the mean
+  uint64_t clipped = 0;                          // samples at either end of the range
+  std::optional<double> truePeak = std::nullopt; // four times oversampled, where that was measured
 };
 
 class Meter {

@@ -5,8 +5,9 @@
 #include <string_view>
 
 const char *const kUsage =
-    "Usage: levelview [--range VOLTS] [--zoom FACTOR] [--at SECONDS] [FILE.wav]\n"
-    "       levelview --snapshot OUT.png [--size WxH] [--zoom FACTOR] [--at SECONDS] FILE.wav\n"
+    "Usage: levelview [--range VOLTS] [--zoom FACTOR] [--at SECONDS] [--debug] [FILE.wav]\n"
+    "       levelview --snapshot OUT.png|OUT.bmp [--size WxH] [--zoom FACTOR] [--at SECONDS] FILE.wav\n"
+    "       levelview --print [--output OUT.pdf] [--range VOLTS] [--zoom FACTOR] [--at SECONDS] FILE.wav\n"
     "       levelview --report [--loudness] [--range VOLTS] [FILE.wav|FOLDER]...\n"
     "       levelview --make FILE.wav\n"
     "\n"
@@ -18,19 +19,24 @@ const char *const kUsage =
     "                   and of the files in each folder, with a table at the end of several\n"
     "  --loudness       add loudness and true peaks by ITU-R BS.1770 and EBU R 128, which takes longer\n"
     "  --range VOLTS    the level that full scale stands for, 1.0 if not given\n"
-    "  --snapshot FILE  write a picture of the window, in PNG format, and show nothing\n"
+    "  --print          print the report, and the wave on a second page, on the default printer; the printer\n"
+    "                   PDF writes a file with the recording's name into the current folder\n"
+    "  --output FILE    let the printer write this file\n"
+    "  --snapshot FILE  write a picture of the window, as PNG or BMP by the name, and show nothing\n"
     "  --size WxH       width and height of the picture, 800x480 if not given\n"
     "  --zoom FACTOR    begin with a part of the file: with 2 a half of it, with 10 a tenth\n"
     "  --at SECONDS     begin with this time in the middle\n"
     "  --make           write a test signal: a tone on the first channel, a sweep on the second\n"
+    "  --debug          open the debug window too, which shows what goes into the log\n"
     "  --log FILE       write a log of what was opened and refused\n"
     "  --settings FILE  keep settings there instead of in the user's folder for settings\n"
     "  --help           print this text\n"
     "  --version        print the version\n"
     "\n"
     "In the window the wheel zooms about the mouse, and moves with the shift key; a drag moves. Keys: left, right,\n"
-    "page up and down, home and end move, + and - zoom, Ctrl+C copies report and picture, escape closes. The buttons\n"
-    "tell what they do when the pointer rests on them.\n"
+    "page up and down, home and end move, + and - zoom, escape closes. With Ctrl: O opens another recording, as does\n"
+    "dropping its file on the window, S saves a picture of the window, P prints, C copies report and picture. The\n"
+    "buttons tell what they do when the pointer rests on them.\n"
     "\n"
     "Exit status: 0 when all files were shown or written, 1 when not, 2 for a wrong command line.\n";
 
@@ -62,6 +68,7 @@ bool readSize(std::string_view text, SIZE &size) {
 // An option that stands alone.
 std::optional<Mode> modeOf(std::string_view argument) {
   if (argument == "--report") return Mode::report;
+  if (argument == "--print") return Mode::print;
   if (argument == "--make") return Mode::make;
   if (argument == "--help") return Mode::help;
   if (argument == "--version") return Mode::version;
@@ -75,10 +82,10 @@ std::string readValue(std::string_view name, const char *value, Options &options
     std::string_view name;
     const char *needs;
     std::string *text;
-  } rows[] = {{"--range", "a number of volts", nullptr},  {"--zoom", "a factor", nullptr},
-              {"--at", "a number of seconds", nullptr},   {"--size", "a width and a height, as in 800x480", nullptr},
-              {"--log", "a file", &options.log},          {"--settings", "a file", &options.settings},
-              {"--snapshot", "a file", &options.snapshot}};
+  } rows[] = {{"--range", "a number of volts", nullptr},   {"--zoom", "a factor", nullptr},
+              {"--at", "a number of seconds", nullptr},    {"--size", "a width and a height, as in 800x480", nullptr},
+              {"--log", "a file", &options.log},           {"--settings", "a file", &options.settings},
+              {"--snapshot", "a file", &options.snapshot}, {"--output", "a file", &options.output}};
   for (const auto &row : rows) {
     if (name != row.name) continue;
     if (!value || *value == '\0') return std::string(name) + " needs " + row.needs;
@@ -96,6 +103,8 @@ std::string readValue(std::string_view name, const char *value, Options &options
 std::string checkFiles(const Options &options) {
   const size_t count = options.files.size();
   if (options.mode == Mode::make && count == 0) return "--make needs a file";
+  if (options.mode == Mode::print && count == 0) return "--print needs a file";
+  if (options.mode != Mode::print && !options.output.empty()) return "--output goes with --print";
   if (options.mode != Mode::report && count > 1)
     return "one file at a time, and " + options.files[1] + " is a second one";
   return {};
@@ -113,6 +122,8 @@ std::string readOptions(int argc, char **argv, Options &options) {
       onlyFiles = true;
     } else if (argument == "--loudness") {
       options.loudness = true;
+    } else if (argument == "--debug") {
+      options.debug = true;
     } else if (const std::optional<Mode> mode = modeOf(argument)) {
       options.mode = *mode;
       if (*mode == Mode::help || *mode == Mode::version) return {};

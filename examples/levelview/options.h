@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-enum class Mode { view, report, make, help, version };
+enum class Mode { view, report, print, make, help, version };
 
 // Names are in the library's encoding.
 struct Options {
@@ -18,6 +18,8 @@ struct Options {
   std::string settings;     // another settings file than the usual one
   std::string snapshot;     // where a picture of the window goes instead of the window; empty for nowhere
   bool loudness = false;    // measured for a report too
+  std::string output;       // the file that a print goes to; empty for the printer's own way
+  bool debug = false;       // with the debug window
   SIZE size = {800, 480};   // of the picture
   double zoom = 1;          // the view begins with all of the file, with a half of it for 2,
   std::optional<double> at; // and with this second in its middle

@@ -46,6 +46,5 @@ void Overview::paint(WqDc &dc, const RECT &dirty) {
     vertical(dc, x, yOf(std::max(extents[0].high, extents[1].high)), yOf(std::min(extents[0].low, extents[1].low)),
              x >= first && x < last ? colourPeak : colourHidden);
   }
-  const RECT frame = box(first, strip.top, last, strip.bottom);
-  WqDcDraw_FrameRect(&dc.draw, &frame, colourDimText);
+  frame(dc, box(first, strip.top, last, strip.bottom), colourDimText);
 }

@@ -29,6 +29,8 @@ class Peaks {
   Peaks(const Peaks &) = delete;
   Peaks &operator=(const Peaks &) = delete;
 
+  // Another recording is there, of which nothing has been taken in.
+  void clear() { levels_.clear(); }
   // Takes in the samples that were stored since the last time.
   void update();
 

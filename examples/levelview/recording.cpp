@@ -75,6 +75,13 @@ bool Recording::readPiece() {
   return more;
 }
 
+void Recording::swap(Recording &other) {
+  file_.swap(other.file_);
+  std::swap(samples_, other.samples_);
+  std::swap(declaredBytes_, other.declaredBytes_);
+  std::swap(foundBytes_, other.foundBytes_);
+}
+
 int32_t Recording::value(uint32_t frame, size_t channel) const {
   const uint8_t *at = samples_.data + (static_cast<size_t>(frame) * channels() + channel) * (samples_.bits / 8);
   switch (samples_.bits) {

@@ -4,6 +4,7 @@
 #include "wq.h"
 
 #include <string>
+#include <utility>
 
 class WavStream {
  public:
@@ -13,6 +14,7 @@ class WavStream {
   WavStream &operator=(const WavStream &) = delete;
   WqSoundFileWav *operator->() { return &wav_; }
   WqSoundFileWav *get() { return &wav_; }
+  void swap(WavStream &other) { std::swap(wav_, other.wav_); }
 
  private:
   WqSoundFileWav wav_;
@@ -33,6 +35,9 @@ class Recording {
   // Result: why it is refused, empty when it can be read; whether there is more to read.
   std::string open(const char *fileName);
   bool readPiece();
+
+  // Exchanges what two of them hold.
+  void swap(Recording &other);
 
   const WqPcmBuf &samples() const { return samples_; }
   size_t channels() const { return samples_.channels; }

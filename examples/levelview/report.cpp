@@ -46,34 +46,6 @@ class Measuring {
 
 double dbvOf(double partOfFullScale) { return WqUnit_VTodBV(partOfFullScale * WqUnit_GetRange()); }
 
-std::string channelText(size_t channel, const Levels &levels) {
-  const double peakVolts = levels.peak * WqUnit_GetRange();
-  const double rmsVolts = levels.rms * WqUnit_GetRange();
-  std::string text;
-  const auto add = [&](const char *key, int decimals, double value) {
-    text += format("ch%u.%s: %.*f\n", static_cast<unsigned>(channel), key, decimals, value);
-  };
-  add("peak_v", 6, peakVolts);
-  add("rms_v", 6, rmsVolts);
-  add("peak_dbv", 2, dbvOf(levels.peak));
-  add("rms_dbv", 2, dbvOf(levels.rms));
-  add("peak_db", 2, WqUnit_RetRange_dBV(dbvOf(levels.peak)));
-  add("peak_percent", 2, WqUnit_RetRange_Power(peakVolts) * 100.0);
-  add("rms_percent", 2, WqUnit_RetRange_Power(rmsVolts) * 100.0);
-  add("crest_db", 2, levels.rms > 0 ? dbvOf(levels.peak) - dbvOf(levels.rms) : 0);
-  add("dc_percent", 4, levels.dc * 100.0);
-  text += "ch" + std::to_string(channel) + ".clipped: " + std::to_string(levels.clipped) + "\n";
-  return text;
-}
-
-std::string loudnessText(const Loudness &loudness) {
-  std::string text;
-  for (size_t channel = 0; channel < loudness.truePeaks.size(); ++channel)
-    text += format("ch%u.true_peak_dbtp: %.2f\n", static_cast<unsigned>(channel + 1),
-                   20 * std::log10(loudness.truePeaks[channel]));
-  return text + format("loudness_lufs: %.2f\nloudness_range_lu: %.2f\n", loudness.integrated, loudness.range);
-}
-
 } // namespace
 
 Report measure(const std::string &name, Source &source) {
@@ -90,6 +62,7 @@ Report measure(const std::string &name, Source &source) {
 Report measure(const std::string &name, const Recording &recording) {
   const WqPcmBuf &samples = recording.samples();
   SourceInfo info;
+  info.format = "WAV, " + std::to_string(samples.bits) + "-bit PCM";
   info.rate = samples.sampleRate, info.bits = samples.bits, info.channels = samples.channels;
   info.type = samples.bits == 8 ? SampleType::uint8 : samples.bits == 16 ? SampleType::int16 : SampleType::int32;
   info.declaredBytes = recording.declaredBytes(), info.foundBytes = recording.foundBytes();
@@ -99,27 +72,52 @@ Report measure(const std::string &name, const Recording &recording) {
   return {name, info, recording.frames(), meter->levels(), {}};
 }
 
+std::vector<Figure> formatFigures(const Report &report) {
+  const SourceInfo &info = report.info;
+  std::vector<Figure> figures = {{"format", "Format", info.format},
+                                 {"rate", "Frames a second", std::to_string(info.rate)},
+                                 {"channels", "Channels", std::to_string(info.channels)},
+                                 {"bits", "Bits of a sample", std::to_string(info.bits)},
+                                 {"frames", "Frames", std::to_string(report.frames)},
+                                 {"bytes", "Bytes", std::to_string(info.foundBytes)},
+                                 {"duration_ms", "Duration, ms", format("%.3f", report.milliseconds())}};
+  const std::string found = ", found " + std::to_string(info.foundBytes);
+  if (info.isUnfinished)
+    figures.push_back({"unfinished", "Unfinished", "the header tells no length" + found + " bytes"});
+  else if (info.foundBytes < info.declaredBytes)
+    figures.push_back({"truncated", "Cut short", "declared " + std::to_string(info.declaredBytes) + " bytes" + found});
+  if (report.loudness) {
+    figures.push_back({"loudness_lufs", "Loudness, LUFS", format("%.2f", report.loudness->integrated)});
+    figures.push_back({"loudness_range_lu", "Loudness range, LU", format("%.2f", report.loudness->range)});
+  }
+  return figures;
+}
+
+std::vector<Figure> levelFigures(const Levels &levels) {
+  const double peakVolts = levels.peak * WqUnit_GetRange(), rmsVolts = levels.rms * WqUnit_GetRange();
+  const double crest = levels.rms > 0 ? dbvOf(levels.peak) - dbvOf(levels.rms) : 0;
+  std::vector<Figure> figures = {
+      {"peak_v", "Peak, V", format("%.6f", peakVolts)},
+      {"rms_v", "RMS, V", format("%.6f", rmsVolts)},
+      {"peak_dbv", "Peak, dBV", format("%.2f", dbvOf(levels.peak))},
+      {"rms_dbv", "RMS, dBV", format("%.2f", dbvOf(levels.rms))},
+      {"peak_db", "Peak, dB of full scale", format("%.2f", WqUnit_RetRange_dBV(dbvOf(levels.peak)))},
+      {"peak_percent", "Peak, % of full scale", format("%.2f", WqUnit_RetRange_Power(peakVolts) * 100)},
+      {"rms_percent", "RMS, % of full scale", format("%.2f", WqUnit_RetRange_Power(rmsVolts) * 100)},
+      {"crest_db", "Crest factor, dB", format("%.2f", crest)},
+      {"dc_percent", "Mean, % of full scale", format("%.4f", levels.dc * 100)},
+      {"clipped", "Samples at full scale", std::to_string(levels.clipped)}};
+  if (levels.truePeak)
+    figures.push_back({"true_peak_dbtp", "True peak, dBTP", format("%.2f", 20 * std::log10(*levels.truePeak))});
+  return figures;
+}
+
 std::string reportText(const Report &report) {
   std::string text;
-  const SourceInfo &info = report.info;
-  const auto add = [&](const char *key, uint64_t value) {
-    text += std::string(key) + ": " + std::to_string(value) + '\n';
-  };
-  if (!info.format.empty()) text += "format: " + info.format + "\n";
-  add("rate", info.rate);
-  add("channels", info.channels);
-  add("bits", info.bits);
-  add("frames", report.frames);
-  add("bytes", info.foundBytes);
-  text += format("duration_ms: %.3f\n", report.milliseconds());
-  if (info.isUnfinished)
-    text += "unfinished: the header tells no length, found " + std::to_string(info.foundBytes) + " bytes\n";
-  else if (info.foundBytes < info.declaredBytes)
-    text += "truncated: declared " + std::to_string(info.declaredBytes) + " bytes, found " +
-            std::to_string(info.foundBytes) + "\n";
+  for (const Figure &figure : formatFigures(report)) text += format("%s: %s\n", figure.key, figure.value.c_str());
   for (size_t channel = 0; channel < report.channels.size(); ++channel)
-    text += channelText(channel + 1, report.channels[channel]);
-  if (report.loudness) text += loudnessText(*report.loudness);
+    for (const Figure &figure : levelFigures(report.channels[channel]))
+      text += format("ch%u.%s: %s\n", static_cast<unsigned>(channel + 1), figure.key, figure.value.c_str());
   return text;
 }
 

@@ -1,4 +1,4 @@
-// What --report prints.
+// What --report prints, and the first page of a print.
 #pragma once
 
 #include "loudness.h"
@@ -25,7 +25,18 @@ Report measure(const std::string &name, Source &source);
 // The same for what is in memory.
 Report measure(const std::string &name, const Recording &recording);
 
-// Format, length and levels, one `key: value' a line. Levels count against the range of WqUnit.
+// A figure of a report.
+struct Figure {
+  const char *key;  // in the text
+  const char *name; // in a table
+  std::string value;
+};
+
+// Those of a whole file, and those of one channel. Levels count against the range of WqUnit.
+std::vector<Figure> formatFigures(const Report &report);
+std::vector<Figure> levelFigures(const Levels &levels);
+
+// All of them, one `key: value' a line.
 std::string reportText(const Report &report);
 
 // Prints a line for each file, with the levels of its loudest channel.

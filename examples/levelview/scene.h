@@ -19,10 +19,21 @@ struct Scene {
   std::optional<LONG> pointer;     // the mouse over the wave, a pixel as `visible' counts them
 
   bool ready() const { return percent == 100; }
+  // Another recording, which is opened and not read yet, takes the place of the one that is there.
+  void replace(Recording &opened, const std::string &itsName) {
+    recording.swap(opened);
+    peaks.clear();
+    name = itsName;
+    percent = 0;
+    visible.setFrames(0);
+    startZoom = 1;
+    startTime.reset();
+    pointer.reset();
+  }
 };
 
 // What the buttons of the bar do, in its order. Resources are numbered by it.
-enum class Command : uint16_t { open, zoomIn, zoomOut, all, start, end, copy };
+enum class Command : uint16_t { open, zoomIn, zoomOut, all, start, end, copy, picture, print };
 
 // What a user's hand in one pane changes for all of them.
 class Control {

@@ -1,9 +1,13 @@
 #include "viewer.h"
 
+#include "dialogs.h"
 #include "ids.h"
 #include "loader.h"
+#include "notes.h"
+#include "picture.h"
 #include "report.h"
 
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -12,6 +16,17 @@ namespace {
 constexpr SIZE kLargest = {16384, 16384};
 constexpr double kNotch = 1.25; // zoom of the wheel
 constexpr double kKey = 2;      // and of the keys
+
+std::string titleOf(const Scene &scene) { return scene.name + " - levelview"; }
+
+// The command of a letter with the control key.
+std::optional<Command> commandOf(WPARAM key) {
+  constexpr std::pair<WPARAM, Command> kLetters[] = {
+      {'O', Command::open}, {'C', Command::copy}, {'S', Command::picture}, {'P', Command::print}};
+  for (const auto &[letter, command] : kLetters)
+    if (letter == key) return command;
+  return std::nullopt;
+}
 
 bool isOnScreen(const RECT &place, const SIZE &smallest) {
   SIZE screen;
@@ -43,7 +58,7 @@ Viewer::Viewer(Scene &scene, Settings &settings)
   WqWnd &wnd = frame_.wnd;
   WqWnd_ID(&wnd, WQ_ID_QUIT);
   WqWnd_Style(&wnd, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN);
-  WqWnd_Title(&wnd, (scene.name + " - levelview").c_str());
+  WqWnd_Title(&wnd, titleOf(scene).c_str());
   WqWnd_UserProc(&wnd, frameProc);
   const RECT smallest = {0, 0, look_.smallest.cx, look_.smallest.cy};
   const RECT largest = {0, 0, kLargest.cx, kLargest.cy};
@@ -101,12 +116,14 @@ bool Viewer::open() {
                      static_cast<Pane *>(&overview_), static_cast<Pane *>(&wave_)})
     if (!WqWnd_Create(pane->wnd())) return false;
   bar_.build();
+  DragAcceptFiles(frame_.wnd.hwnd, TRUE);
   return true;
 }
 
-// Reads the recording. Between two pieces the window answers the user.
+// Reads the recording. Between two pieces the window answers the user, who may have another one opened.
 // Result: whether the window is still there.
 bool Viewer::load() {
+  loading_ = true;
   Loader loader(scene_);
   for (uint32_t shown = 0; loader.step();) {
     if (scene_.percent != shown) wave_.invalidate();
@@ -114,9 +131,76 @@ bool Viewer::load() {
     WqWnd_WaitQueEmpty();
     if (!frame_.wnd.hwnd) return false;
   }
+  loading_ = false;
   levels_.measure();
   show(scene_.visible);
   return true;
+}
+
+// Opens another file in place of the one that is there, whose memory goes. One that is refused leaves that alone.
+// Result: whether it was opened.
+bool Viewer::replace(const std::string &file) {
+  Recording opened;
+  const std::string refused = opened.open(file.c_str());
+  noteOpening(file, opened, refused);
+  if (!refused.empty()) {
+    warn(file + "\n\n" + refused);
+    return false;
+  }
+  scene_.replace(opened, nameIn(file));
+  settings_.lastFile = fullName(file);
+  return true;
+}
+
+// Shows another file.
+void Viewer::take(const std::string &file) {
+  if (!replace(file)) return;
+  WqWnd_Title(&frame_.wnd, titleOf(scene_).c_str());
+  levels_.invalidate();
+  show(scene_.visible);
+  if (loading_) return;            // who reads goes on with this one
+  if (!load()) PostQuitMessage(0); // the reading has taken the message that ends the loop
+}
+
+void Viewer::takeDropped(HDROP drop) {
+  std::array<char, MAX_PATH> file{};
+  const UINT length = DragQueryFileA(drop, 0, nullptr, 0);
+  DragQueryFileA(drop, 0, file.data(), file.size());
+  DragFinish(drop);
+  if (length >= file.size()) return warn("The name of that file is too long.");
+  take(file.data());
+}
+
+// The dialog would be in the picture that is taken after it.
+void Viewer::savePicture() {
+  const Picture picture(frame_.wnd.hwnd);
+  const std::string file = askForPicture(settings_, scene_.name);
+  if (file.empty()) return;
+  if (!::savePicture(frame_.wnd.hwnd, picture, file)) return warn(file + "\n\ncannot write");
+  note("saved a picture: " + file);
+}
+
+void Viewer::print() {
+  if (print_) return; // while a dialog of the printer is open
+  if (wqMain.printer.deviceCount == 0) WqPrinter_Init();
+  print_.emplace(Print{{scene_, look_}});
+  WqPrintJob job = {&frame_.wnd, drawPage, Printout::kPages};
+  WqPrinter_Print(&job);
+  const bool begun = std::exchange(print_->begun, false), whole = print_->pages == Printout::kPages;
+  print_.reset();
+  const std::string printer = wqMain.printer.deviceName;
+  if (wqMain.printer.deviceCount == 0) return warn("There is no printer.");
+  if (!begun) return; // the user has given up
+  if (!whole) return warn("Cannot print on " + printer + ".");
+  note("printed " + scene_.name + " on " + printer);
+  WqMsgBox_Show(("Printed on " + printer + ".").c_str(), "levelview", MB_OK | MB_ICONINFORMATION);
+}
+
+int32_t Viewer::drawPage(WqPrinter *printer, int32_t page) {
+  Viewer &viewer = *reinterpret_cast<Frame *>(printer->dc.wnd)->viewer;
+  viewer.print_->printout.draw(printer->dc, page);
+  viewer.print_->pages = page;
+  return 0;
 }
 
 bool Viewer::run() {
@@ -141,7 +225,7 @@ bool Viewer::snapshot(const std::string &pictureFile, const SIZE &size) {
   WqWnd_Show(&frame_.wnd, 1);
   const bool loaded = load();
   WqWnd_WaitQueEmpty();
-  const bool written = loaded && platformSavePicture(frame_.wnd.hwnd, pictureFile.c_str());
+  const bool written = loaded && ::savePicture(frame_.wnd.hwnd, Picture(frame_.wnd.hwnd), pictureFile);
   const Settings kept = settings_; // the picture's window is not the user's
   WqWnd_Show(&frame_.wnd, 0);
   settings_ = kept;
@@ -164,6 +248,10 @@ void Viewer::point(std::optional<LONG> pointer) {
 }
 
 void Viewer::carryOut(Command command) {
+  if (command == Command::open) {
+    const std::string file = askForRecording(settings_);
+    return file.empty() ? void() : take(file);
+  }
   if (!scene_.ready()) return;
   Visible visible = scene_.visible;
   const double middle = visible.width() / 2.0;
@@ -174,6 +262,8 @@ void Viewer::carryOut(Command command) {
   case Command::start: visible.moveTo(0); break;
   case Command::end: visible.moveTo(visible.frames()); break;
   case Command::copy: return copier_.copy(frame_.wnd.hwnd);
+  case Command::picture: return savePicture();
+  case Command::print: return print();
   case Command::open: return;
   }
   show(visible);
@@ -205,14 +295,15 @@ void Viewer::turnWheel(const WqWheel &wheel) {
 
 // Result: whether the key means something here.
 bool Viewer::pressKey(WPARAM key) {
+  if (GetKeyState(VK_CONTROL) < 0) {
+    const std::optional<Command> command = commandOf(key);
+    if (command) carryOut(*command);
+    if (command) return true;
+  }
   Visible visible = scene_.visible;
   const double width = visible.width();
   const LONG held = scene_.pointer.value_or(visible.width() / 2);
   switch (key) {
-  case 'C':
-    if (GetKeyState(VK_CONTROL) >= 0) return false;
-    carryOut(Command::copy);
-    return true;
   case VK_ESCAPE: PostMessageA(frame_.wnd.hwnd, WM_CLOSE, 0, 0); return true;
   case VK_LEFT: visible.scroll(-width / 10); break;
   case VK_RIGHT: visible.scroll(width / 10); break;
@@ -234,6 +325,10 @@ int32_t Viewer::frameProc(WqWnd *wnd, WqMsg *msg) {
   Viewer &viewer = *reinterpret_cast<Frame *>(wnd)->viewer;
   switch (msg->msg) {
   case WM_DESTROY: viewer.rememberPlace(); return 0;
+  case WM_DROPFILES: viewer.takeDropped(reinterpret_cast<HDROP>(msg->wParam)); return 1;
+  case WQM_PRINT_PAGE:
+    if (viewer.print_) viewer.print_->begun = true;
+    return 0;
   case WM_RENDERFORMAT: Copier::render(msg->wParam); return 0;
   case WM_RENDERALLFORMATS: Copier::renderAll(msg->hwnd); return 0;
   case WQM_WHEEL: viewer.turnWheel(*reinterpret_cast<const WqWheel *>(msg->wParam)); return 0;

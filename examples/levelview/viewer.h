@@ -7,11 +7,13 @@
 #include "level_view.h"
 #include "look.h"
 #include "overview.h"
+#include "printout.h"
 #include "scene.h"
 #include "settings.h"
 #include "status_view.h"
 #include "wave_view.h"
 
+#include <optional>
 #include <string>
 
 class Viewer final : private Control {
@@ -37,11 +39,17 @@ class Viewer final : private Control {
   void placePanes();
   bool open();
   bool load();
+  bool replace(const std::string &file);
+  void take(const std::string &file);
+  void takeDropped(HDROP drop);
+  void savePicture();
+  void print();
   void rememberPlace();
   void zoomAt(double factor, LONG pixel);
   void turnWheel(const WqWheel &wheel);
   bool pressKey(WPARAM key);
   static int32_t frameProc(WqWnd *wnd, WqMsg *msg);
+  static int32_t drawPage(WqPrinter *printer, int32_t page);
 
   Scene &scene_;
   Settings &settings_;
@@ -58,4 +66,11 @@ class Viewer final : private Control {
   Overview overview_;
   WaveView wave_;
   Copier copier_;
+  bool loading_ = false;
+  struct Print { // one under way
+    Printout printout;
+    bool begun = false; // the user has accepted a printer
+    int32_t pages = 0;  // that were drawn
+  };
+  std::optional<Print> print_;
 };

@@ -1,12 +1,9 @@
-// The wave area: a lane for each channel between its rulers, and the line that follows the mouse. While the recording is
-// read, it tells how far that is.
+// The wave's window: its drawing, and the line that follows the mouse. While the recording is read, it tells how far that
+// is.
 #pragma once
 
-#include "lane.h"
-#include "look.h"
 #include "pane.h"
-#include "rulers.h"
-#include "scene.h"
+#include "wave_drawing.h"
 
 class WaveView : public Pane {
  public:
@@ -25,13 +22,9 @@ class WaveView : public Pane {
   void pressed(const POINT &at) override;
   void dragged(const POINT &at) override;
 
-  RECT wave() const; // the lanes together
-  Lane lane(size_t channel) const;
+  WaveDrawing drawing() const { return {scene_, scene_.visible, look_, client()}; }
+  RECT wave() const { return drawing().lanes(); }
   void paintProgress(WqDc &dc) const;
-  void paintRulers(WqDc &dc) const;
-  void paintLevels(WqDc &dc, const Lane &lane) const;
-  void paintLanes(WqDc &dc, const RECT &dirty);
-  void paintGrid(WqDc &dc, const Lane &lane, const RECT &dirty, const Ticks &times) const;
 
   const Scene &scene_;
   const Look &look_;

@@ -1,4 +1,4 @@
-// What is put right when a procedure of the program throws.
+// Restores state when a procedure of the program throws.
 #pragma once
 
 #include <exception>
@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// Runs a body at the end of the scope, if it ends by a throw.
+// Runs a body at the end of the scope if the scope ends by an exception.
 template <typename Body> class OnThrow {
  public:
   explicit OnThrow(Body body) : body_(std::move(body)), exceptions_(std::uncaught_exceptions()) {}

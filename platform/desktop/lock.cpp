@@ -12,10 +12,10 @@ std::mutex &mutex() {
   return *one;
 }
 
-// Looked at in every call of the API, so it lies where a thread finds it without asking the linker.
+// Every call of the API reads this record. With this TLS model no call into the dynamic linker is needed.
 struct Thread {
   int depth = 0;                // how often this thread has taken the lock
-  DesktopLock *level = nullptr; // the innermost since the program was called last
+  DesktopLock *level = nullptr; // the innermost level since the last call of the program
 };
 thread_local constinit Thread thread __attribute__((tls_model("initial-exec")));
 

@@ -1,6 +1,6 @@
-// The one lock of the desktop half. Every function of the API holds it while it works on windows and queues, and gives it
-// up whole, however deep it was taken, while a procedure of the program runs and while a thread waits. So procedures may
-// call the API, and threads may send to one another, without waiting for each other's locks.
+// The one lock of the desktop half. Every function of the API holds the lock while it works on windows and queues. The
+// lock is given up whole, however deep it was taken, while a procedure of the program runs and while a thread waits. So
+// procedures may call the API, and threads may send to one another, without a deadlock.
 #pragma once
 
 #include "platform/kernel/errors.h"
@@ -20,11 +20,11 @@ class DesktopLock {
   template <typename Result, typename Body> friend Result locked(Result failure, Body body);
   friend class CallOut;
 
-  bool thrown_ = false; // by the program, through this level
-  DesktopLock *outer_;  // null for one that the program has called
+  bool thrown_ = false; // the program threw an exception through this level
+  DesktopLock *outer_;  // null for a function that the program has called
 };
 
-// The lock given up, until the end of the scope.
+// Gives up the lock until the end of the scope.
 class DesktopUnlock {
  public:
   DesktopUnlock();
@@ -36,7 +36,7 @@ class DesktopUnlock {
   int depth_;
 };
 
-// A call of a procedure of the program's: without the lock, and what it throws is nothing of the layer's.
+// A call of one of the program's procedures: without the lock, and its exceptions count as the program's.
 class CallOut {
  public:
   CallOut();
@@ -44,7 +44,7 @@ class CallOut {
   CallOut(const CallOut &) = delete;
   CallOut &operator=(const CallOut &) = delete;
 
-  // The procedure has returned; else it has thrown.
+  // Marks that the procedure has returned. Without this mark it has thrown.
   void returned() { returned_ = true; }
 
  private:
@@ -66,8 +66,8 @@ auto callOut(Procedure procedure, Arguments... arguments) -> decltype(procedure(
   }
 }
 
-// Runs the body of an API function under the lock. Memory that runs out in the layer is an error of the API; what a
-// procedure of the program throws goes on to the program.
+// Runs the body of an API function under the lock. If the layer runs out of memory, the function fails. An exception
+// from a procedure of the program passes through to the program.
 template <typename Result, typename Body> Result locked(Result failure, Body body) {
   DesktopLock lock;
   try {

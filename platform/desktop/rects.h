@@ -1,4 +1,4 @@
-// Rectangles and points of the API and of Qt.
+// Conversions and arithmetic for rectangles and points of the API and of Qt.
 #pragma once
 
 #include "platform/winapi/types.h"
@@ -9,14 +9,14 @@
 
 namespace platform {
 
-// Right and bottom lie outside, as everywhere in the API.
+// Right and bottom are exclusive, as everywhere in the API.
 inline RECT offset(const RECT &rect, LONG dx, LONG dy) {
   return {rect.left + dx, rect.top + dy, rect.right + dx, rect.bottom + dy};
 }
 inline bool sameRect(const RECT &a, const RECT &b) {
   return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
 }
-// Right may come to lie left of left, and bottom above top: nothing is in it then.
+// If the rectangles don't meet, right may be less than left, or bottom less than top: the result is empty.
 inline RECT intersected(const RECT &a, const RECT &b) {
   return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right), std::min(a.bottom, b.bottom)};
 }

@@ -1,5 +1,5 @@
-// Code page 932 by two tables, filled once from iconv. iconv takes a few characters that the code page does not have
-// (the yen sign as 5C, for one): a code counts only where it leads back to the same character.
+// Code page 932 by two tables, filled once from iconv. iconv also takes some characters that the code page lacks, such
+// as the yen sign as 5C. So a code counts only if it leads back to the same character.
 
 #include "platform/kernel/codepage.h"
 
@@ -14,12 +14,12 @@ namespace platform {
 namespace {
 
 constexpr char16_t kUndefined = 0xFFFD;
-constexpr char16_t kFirstEscape = 0xE658; // stands for byte 0; 0xE757, the last private code, for byte 255
-constexpr std::string_view kEscapable = " .\\:*?\"<>|ACLNPaclnp"; // beside 1 to 31 and the bytes above 7F
+constexpr char16_t kFirstEscape = 0xE658; // the escape of byte 0; byte 255 has 0xE757, the last private code
+constexpr std::string_view kEscapable = " .\\:*?\"<>|ACLNPaclnp"; // with an escape, beside 1 to 31 and 80 to FF
 
 struct Tables {
-  std::array<char16_t, 0x10000> character{}; // by code: a single byte, or lead << 8 | trail; 0 where there is none
-  std::array<uint16_t, 0x10000> code{};      // by character; 0 where there is none
+  std::array<char16_t, 0x10000> character{}; // by code: a single byte, or lead << 8 | trail; 0 for an undefined code
+  std::array<uint16_t, 0x10000> code{};      // by character; 0 for a character that has no code
 };
 
 class Converter {
@@ -31,7 +31,7 @@ class Converter {
   Converter(const Converter &) = delete;
   Converter &operator=(const Converter &) = delete;
 
-  // The bytes that one character turns into; none where it has no counterpart.
+  // The bytes of one character in the other encoding; empty if that encoding lacks the character.
   std::string convert(std::string_view in) {
     std::array<char, 8> out{};
     std::string source(in);
@@ -63,7 +63,7 @@ std::unique_ptr<const Tables> makeTables() {
   Converter decode("UTF-16LE", "CP932");
   Converter encode("CP932", "UTF-16LE");
   for (unsigned code = 1; code < 0x80; ++code) tables->character[code] = static_cast<char16_t>(code);
-  tables->character[0x80] = 0x80; // the platform keeps these four apart from iconv
+  tables->character[0x80] = 0x80; // here and below: four single bytes for which iconv differs from the platform
   tables->character[0xA0] = 0xF8F0;
   for (unsigned code = 0xFD; code <= 0xFF; ++code)
     tables->character[code] = static_cast<char16_t>(0xF8F1 + code - 0xFD);
@@ -77,7 +77,7 @@ std::unique_ptr<const Tables> makeTables() {
     if (character == 0 || tables->code[character] != 0) continue;
     tables->code[character] = static_cast<uint16_t>(code);
     if (code < 0x100) continue;
-    // a character that stands at several places is written as iconv writes it
+    // some characters have several codes: iconv's choice counts
     const char utf16[2] = {static_cast<char>(character), static_cast<char>(character >> 8)};
     const std::string chosen = encode.convert(std::string_view(utf16, 2));
     if (chosen.size() != 2) continue;
@@ -117,7 +117,7 @@ struct Decoded {
   size_t length;
 };
 
-// The one well-formed UTF-8 sequence at the front of a text; nothing where there is none.
+// The UTF-8 sequence at the front of a text; nothing if the text begins with ill-formed bytes.
 std::optional<Decoded> firstCharacter(std::string_view text) {
   const auto byte = [&](size_t at) { return static_cast<unsigned char>(text[at]); };
   const unsigned first = byte(0);
@@ -134,7 +134,7 @@ std::optional<Decoded> firstCharacter(std::string_view text) {
   return shortest && !surrogate && character <= 0x10FFFF ? std::optional(Decoded{character, length}) : std::nullopt;
 }
 
-// Capital letters of the alphabets that code page 932 has, and its Roman numerals, as their small ones.
+// The small letter for a capital letter or Roman numeral that code page 932 has; any other character unchanged.
 char32_t folded(char32_t c) {
   const bool capital = (c >= 'A' && c <= 'Z') || (c >= 0x391 && c <= 0x3A9) || (c >= 0x410 && c <= 0x42F) ||
                        (c >= 0xFF21 && c <= 0xFF3A);
@@ -143,7 +143,7 @@ char32_t folded(char32_t c) {
   return c == 0x401 ? 0x451 : c;
 }
 
-// What U+00A1 to U+00FF become where the code page lacks them; 0 for nothing that resembles them.
+// Replacements for U+00A1 to U+00FF that the code page lacks; 0 for a character that no other one resembles.
 constexpr uint16_t kLatin[] = {
     '!', 0x8191, 0x8192, 0,   0x5C,   '|', 0,      0,      'c', 'a', 0x81E1, 0x81CA, '-', 'R', 0x8150, 0,
     0,   '2',    '3',    0,   0x83CA, 0,   0x8145, 0x8143, '1', 'o', 0x81E2, 0,      0,   0,   0,      'A',
@@ -171,7 +171,7 @@ bool isEscape(char32_t character) {
   return byte >= 0x80 || byte < 0x20 || kEscapable.find(static_cast<char>(byte)) != std::string_view::npos;
 }
 
-// The character of the code at a place of a text, and how many bytes it has; 0 where there is none.
+// A character in a text, 0 for an undefined code, and the length of its code in bytes.
 struct Coded {
   char16_t character;
   size_t length;

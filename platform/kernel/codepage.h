@@ -1,9 +1,9 @@
 // Code page 932 to UTF-8 and back, without loss in either direction.
 //
-// Names on this system are bytes, by custom UTF-8, and need not be characters of code page 932 at all. What has no
-// code there travels as an escape, one double-byte code of the private range U+E658..U+E757 (bytes F8B9..F9FC) for
-// each byte, and returns as that very byte. So every name can be handed out, stored and opened again. A byte below 80 is
-// only escaped where it means something in a name (paths.h says when); the codes of all others are characters.
+// File names on this system are bytes, usually UTF-8, and may hold characters that code page 932 lacks. Each byte of
+// such a character becomes an escape: one double-byte code of the private range U+E658..U+E757 (bytes F8B9..F9FC). The
+// way back turns each escape into its byte. So every name can be handed out, stored and opened again. A byte below 80
+// has an escape only if it means something in a name (paths.h says when); the codes of all others are characters.
 #pragma once
 
 #include <cstdint>
@@ -20,34 +20,34 @@ inline bool isDoubleByteAt(std::string_view text, size_t at) {
          isTrailByte(static_cast<unsigned char>(text[at + 1]));
 }
 
-// Copies the whole characters of a text that fit in front of a NUL, into room for size bytes, at least 1.
-// Result: their length.
+// Copies a text into room for size bytes, at least 1, and ends it with NUL. A character that doesn't fit whole is left
+// out.
+// Result: the bytes copied, without the NUL.
 size_t copyWhole(std::string_view text, char *room, size_t size);
 
-// The character of a byte, or of a double-byte code lead << 8 | trail; U+FFFD where there is none.
+// The character of a byte, or of a double-byte code lead << 8 | trail; U+FFFD for an undefined code.
 char16_t characterOf(uint16_t code);
 
-// What is no well-formed UTF-8 or UTF-16 becomes U+FFFD.
+// Ill-formed UTF-8 or UTF-16 becomes U+FFFD.
 std::u16string utf16FromUtf8(std::string_view text);
 std::string utf8FromUtf16(std::u16string_view text);
 
-// A text with its capital letters turned small, for comparisons without regard to case. Escapes stay what they are.
+// A text in small letters, for comparisons without regard to case. Escapes stay as they are.
 std::u16string foldedName(std::string_view text);
 
-// Whether two names of this system differ in nothing but the case of letters. Such names have the same length.
+// Whether two file names of this system differ only in the case of letters. Such names have the same length.
 bool differInCaseOnly(std::string_view a, std::string_view b);
 
-// The same for texts that programs exchange, as the platform does it: nothing is escaped. A character that the code page
-// lacks becomes the letter that resembles it most or a question mark, a code without a character U+30FB.
+// Conversions of text that programs exchange, by the platform's rules and without escapes. A character that the code
+// page lacks becomes the letter that resembles it most, or a question mark. A code without a character becomes U+30FB.
 std::u16string utf16FromText(std::string_view text);
 std::string textFromUtf16(std::u16string_view text);
 
-// Bytes that code page 932 leaves undefined become U+FFFD.
+// Conversions of file names, with escapes. Bytes that code page 932 leaves undefined become U+FFFD.
 std::string utf8FromCodePage(std::string_view text);
 std::string codePageFromUtf8(std::string_view text);
 
-// The escape of a byte. There is one for every byte above 7F, for 1 to 31, for blank . \ : * ? " < > | and for the first
-// letters of devices.
+// The escape of a byte: one above 7F, one of 1 to 31, blank . \ : * ? " < > | or the first letter of a device name.
 std::string escapeOf(unsigned char byte);
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// COM, of which nothing is here but that threads enter and leave it.
+// COM: threads enter and leave it, and nothing else of it is here.
 
 #include "platform/winapi/com.h"
 

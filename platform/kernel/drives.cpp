@@ -21,7 +21,7 @@ BOOL GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerS
     uint64_t perCluster = std::max<uint64_t>(status.f_frsize / sector, 1);
     uint64_t free = status.f_bavail;
     uint64_t all = status.f_blocks;
-    for (; all > UINT32_MAX; perCluster *= 2) { // clusters so large that their number fits
+    for (; all > UINT32_MAX; perCluster *= 2) { // larger clusters, until their number fits
       all /= 2;
       free /= 2;
     }
@@ -40,7 +40,7 @@ UINT GetDriveTypeA(LPCSTR root) {
     if (name.empty()) return DRIVE_NO_ROOT_DIR;
     const bool letter = name.size() >= 2 && name[1] == ':';
     const Drive drive = driveOf(letter ? name[0] : 'C');
-    if (letter && name.size() <= 3) return drive.type; // a drive without its medium has its kind too
+    if (letter && name.size() <= 3) return drive.type; // an empty drive has a kind too
     const std::string path = existingPath(name);
     struct stat status;
     return !path.empty() && stat(path.c_str(), &status) == 0 ? drive.type : DRIVE_NO_ROOT_DIR;

@@ -14,7 +14,7 @@ DWORD errorOf(int systemError);
 BOOL failWith(DWORD error);
 BOOL failWithErrno();
 
-// Runs a body that can run out of memory, which no exception may tell a caller across the API.
+// Runs a body that can run out of memory, and answers failure then: no exception may leave a function of the API.
 template <typename Result, typename Body> Result guarded(Result failure, Body body) {
   try {
     return body();

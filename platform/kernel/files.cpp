@@ -1,5 +1,5 @@
-// Files. Every open file is a description of its own with its own position; the system's descriptor can be read and
-// written as far as possible, since claims need that, and the access that was asked for is checked here.
+// Files. Every open file has its own description and position. The system's descriptor reads and writes
+// if the file allows it, since claims need both. So the access that the caller asked for is checked here.
 
 #include "platform/kernel/files.h"
 
@@ -21,12 +21,12 @@ namespace platform {
 
 namespace {
 
-constexpr size_t kPiece = 1u << 30; // bytes of one system call
+constexpr size_t kPiece = 1u << 30; // the most bytes that one system call moves
 constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
-constexpr const char *kAttributeName = "user.DOSATTRIB"; // where other programs that share folders with Windows keep it
+constexpr const char *kAttributeName = "user.DOSATTRIB"; // as other programs that share folders with Windows name it
 constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_TEMPORARY;
 
-// A read-only file is so for everybody, root included.
+// A read-only file can't be written by anybody, root included.
 bool isReadOnly(const struct stat &status) { return (status.st_mode & kAnyWrite) == 0; }
 
 Descriptor systemOpen(const std::string &path, DWORD access, int flags) {
@@ -44,8 +44,8 @@ Descriptor notOpened(int systemError) {
   return Descriptor();
 }
 
-// Opens or creates by a creation word, cutting nothing yet. A new file gets the case that was asked for, in folders with
-// the case that they have.
+// Opens or creates a file by a creation word, without cutting it. A new file gets its name in the caller's case, under
+// folders in the case that they have on the disk.
 Descriptor openOrCreate(std::string &path, DWORD access, DWORD creation, bool *existed) {
   const bool creates = creation == CREATE_NEW || creation == CREATE_ALWAYS || creation == OPEN_ALWAYS;
   for (;;) {
@@ -62,7 +62,7 @@ Descriptor openOrCreate(std::string &path, DWORD access, DWORD creation, bool *e
     if (creation == CREATE_NEW ? found.exists : !creates && !other) return notOpened(error);
     if (other) continue;
     *existed = false;
-    // what is there and can't be opened is a link that leads nowhere: its goal is made
+    // a name that exists but can't be opened is a dangling link: its target is created
     Descriptor file = systemOpen(path, access, found.exists ? O_CREAT : O_CREAT | O_EXCL);
     if (file.valid() || errno != EEXIST || creation == CREATE_NEW) return file;
   }
@@ -92,7 +92,7 @@ bool cut(int file, off_t size) {
   return true;
 }
 
-// Moves bytes in pieces that a system call takes; ends early at the end of the file, or when there is no more room.
+// Moves bytes in as many system calls as needed. Ends early at the end of the file or on a full disk.
 template <typename Call> BOOL transfer(DWORD size, DWORD *count, Call call) {
   DWORD done = 0;
   while (done < size) {
@@ -117,7 +117,7 @@ std::shared_ptr<File> usable(HANDLE handle, DWORD access, DWORD *count) {
   return file && file->allows(access) ? file : nullptr;
 }
 
-// Whether a name can be taken away: 0, or the error.
+// Whether a name can be removed: 0, or the error.
 DWORD removalError(const std::string &path) {
   const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   return file.valid() && !isDeletable(file.get()) ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
@@ -162,7 +162,7 @@ bool copyFile(std::string from, std::string to, DWORD creation) {
   return true;
 }
 
-// Gives what there is under a path another one, under which there is nothing but itself in another case.
+// Renames a file or folder to a name that is free. sameFile: the new name differs only in case, and is the file itself.
 bool rename(const std::string &from, const std::string &to, bool sameFile) {
   if (sameFile) return std::rename(from.c_str(), to.c_str()) == 0 || failWithErrno();
   if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
@@ -171,13 +171,13 @@ bool rename(const std::string &from, const std::string &to, bool sameFile) {
   return failWith(errno == ENOENT ? ERROR_PATH_NOT_FOUND : errorOf(errno));
 }
 
-// Whether a file's bytes are on the disk. One that can't be opened keeps its own time.
+// Whether a file's bytes are on the disk. A file that can't be opened counts as written.
 bool syncPath(const std::string &path) {
   const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   return !file.valid() || syncFile(file.get());
 }
 
-// A power cut leaves the file whole under one of the two names.
+// Moves a file. After a power cut the whole file has one of the two names.
 bool moveFile(std::string from, const std::string &name) {
   struct stat status, there;
   if (onPath(from, [&](const char *path) { return lstat(path, &status); }) != 0)
@@ -187,7 +187,7 @@ bool moveFile(std::string from, const std::string &name) {
                         there.st_ino == status.st_ino && differInCaseOnly(lastPart(from), lastPart(found.path));
   if (found.exists && !sameFile) return failWith(ERROR_ALREADY_EXISTS);
   if (const DWORD error = removalError(from)) return failWith(error);
-  // the folders have the case that they have, and the file gets the one that was asked for
+  // folders keep their case on the disk, and the file gets the caller's
   const std::string_view last = lastPart(name);
   const std::string to = found.path.substr(0, found.path.size() - last.size()) + std::string(last);
   if (S_ISREG(status.st_mode) && !syncPath(from)) return failWithErrno();
@@ -221,9 +221,9 @@ int Descriptor::release() {
 
 Descriptor openFile(std::string &path, DWORD access, DWORD share, DWORD creation, DWORD attributes, bool *existed) {
   *existed = false;
-  if (isNullDevice(path)) return systemOpen(path, access, 0); // always there, and nobody has it alone
+  if (isNullDevice(path)) return systemOpen(path, access, 0); // always there, without claims
   const bool cuts = creation == CREATE_ALWAYS || creation == TRUNCATE_EXISTING;
-  const DWORD needed = cuts ? access | GENERIC_WRITE : access; // who cuts a file writes it, whatever comes then
+  const DWORD needed = cuts ? access | GENERIC_WRITE : access; // cutting a file writes to it, with any access
   Descriptor file = openOrCreate(path, needed, creation, existed);
   if (!file.valid()) {
     SetLastError(openError(path, creation));
@@ -248,7 +248,7 @@ DWORD missingError(const std::string &path) {
 }
 
 bool isFolderLink(const std::string &path) {
-  const std::string own = path.substr(0, path.find_last_not_of('/') + 1); // with a slash behind it, a link is its goal
+  const std::string own = path.substr(0, path.find_last_not_of('/') + 1); // lstat follows a link that ends with a slash
   struct stat status;
   return lstat(own.c_str(), &status) == 0 && S_ISLNK(status.st_mode) && stat(own.c_str(), &status) == 0 &&
          S_ISDIR(status.st_mode);
@@ -277,7 +277,7 @@ bool setAttributes(const std::string &path, DWORD attributes) {
   } else if (removexattr(path.c_str(), kAttributeName) != 0 && errno != ENODATA && errno != ENOTSUP) {
     return failWithErrno();
   }
-  if (S_ISDIR(status.st_mode)) return true; // a folder has no such bit
+  if (S_ISDIR(status.st_mode)) return true; // a folder has no read-only bit
   const bool readOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
   if (readOnly == isReadOnly(status)) return true;
   const mode_t mode = readOnly ? status.st_mode & ~kAnyWrite : status.st_mode | S_IWUSR;

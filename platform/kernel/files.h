@@ -1,4 +1,4 @@
-// Open files, and what other parts of the layer need of them.
+// Open files, for other parts of the layer.
 #pragma once
 
 #include "platform/kernel/handles.h"
@@ -36,15 +36,15 @@ class File : public Closable {
   DWORD access_;
 };
 
-// In place of a share mode: a call on a profile opens the file.
+// In place of a share mode: a profile function opens the file.
 constexpr DWORD kOfProfile = 0xFFFFFFFF;
 
 // Opens a file as CreateFileA does.
-// path: becomes that of what is found without regard to case. existed: gets whether the file was there before.
+// path: becomes the path found without regard to case. existed: gets whether the file was there before.
 // Result: an invalid descriptor, with the last error set, on failure.
 Descriptor openFile(std::string &path, DWORD access, DWORD share, DWORD creation, DWORD attributes, bool *existed);
 
-// ERROR_PATH_NOT_FOUND when the folder of a missing file is missing too, else ERROR_FILE_NOT_FOUND.
+// The error for a missing file: ERROR_PATH_NOT_FOUND if its folder is missing too, else ERROR_FILE_NOT_FOUND.
 DWORD missingError(const std::string &path);
 
 // Whether the last part of a path is a link to a folder.

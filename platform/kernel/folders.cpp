@@ -1,4 +1,4 @@
-// Folders: found entries, making and removing, the current one, and the search for a file.
+// Folders: searches, making and removing, the current folder, and the search for a file.
 
 #include "platform/kernel/codepage.h"
 #include "platform/kernel/errors.h"
@@ -21,8 +21,8 @@ namespace {
 constexpr uint64_t kTicksPerSecond = 10000000;
 constexpr uint64_t kSecondsTo1970 = 11644473600; // from the beginning of 1601
 
-// Whether a name matches a pattern of characters, ? for any one, and * for any number of them. On a difference the last *
-// takes one character more.
+// Whether a name matches a pattern: ? stands for any one character, * for any number of them. On a difference the last
+// * takes one character more.
 bool matches(std::u16string_view name, std::u16string_view pattern) {
   size_t at = 0;
   size_t n = 0;
@@ -59,7 +59,7 @@ FILETIME fileTime(const timespec &time) {
 }
 
 // Fills an entry.
-// Result: false for a file that is gone and for a name that is too long to be handed out.
+// Result: false if the file is gone or its name is too long for the entry.
 bool describe(const std::string &path, const std::string &name, WIN32_FIND_DATAA &entry) {
   struct stat status;
   if (name.size() >= sizeof entry.cFileName) return false;
@@ -76,7 +76,7 @@ bool describe(const std::string &path, const std::string &name, WIN32_FIND_DATAA
   return true;
 }
 
-// The entries that matched when the search began; each is described when it is asked for.
+// A search. The names that match are listed when it begins, and each is described when the caller asks for it.
 class Find : public Object {
  public:
   Find(std::string folder, std::vector<std::string> names) : folder_(std::move(folder)), names_(std::move(names)) {}
@@ -97,8 +97,8 @@ class Find : public Object {
   size_t index_ = 0;
 };
 
-// The names of a folder that match, in the order of their letters, the folder itself and its parent first.
-// folder: becomes what is found without regard to case.
+// The names of a folder that match, sorted by their letters, with "." and ".." first.
+// folder: becomes the path found without regard to case.
 bool listFolder(std::string &folder, std::string_view text, std::vector<std::string> &names) {
   Descriptor file(onPath(folder, [](const char *path) { return open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
   const std::unique_ptr<DIR, int (*)(DIR *)> stream(file.valid() ? fdopendir(file.get()) : nullptr, closedir);
@@ -120,14 +120,14 @@ bool listFolder(std::string &folder, std::string_view text, std::vector<std::str
   return true;
 }
 
-// A link is taken away as such, whatever its goal holds.
+// A link to a folder is removed itself; its target stays as it is.
 int removeFolder(const char *path) {
   const std::string name(path);
   if (isFolderLink(name)) return unlink(name.substr(0, name.find_last_not_of('/') + 1).c_str());
   return rmdir(path);
 }
 
-// The name under which a folder has what a path leads to.
+// The name of a file or folder in its parent folder, with "." and ".." resolved.
 std::string realName(const std::string &path) {
   const std::string_view last = lastPart(path);
   if (last != "." && last != "..") return std::string(last);
@@ -148,7 +148,7 @@ HANDLE openFind(std::shared_ptr<Find> find) {
 // A search whose only entry has been handed out.
 HANDLE openEnded() { return openFind(std::make_shared<Find>(std::string(), std::vector<std::string>())); }
 
-// The device that swallows everything is found in every folder.
+// The null device is found in every folder.
 HANDLE findDevice(std::string_view name, WIN32_FIND_DATAA *entry) {
   *entry = {};
   entry->dwFileAttributes = FILE_ATTRIBUTE_ARCHIVE;
@@ -176,7 +176,7 @@ HANDLE findMany(std::string_view folderName, std::string_view pattern, WIN32_FIN
 }
 
 // Copies a name to a caller's room.
-// Result: its length, or the room needed with the NUL where there is less.
+// Result: its length; if the room is too small, the room needed, with the NUL.
 DWORD handOut(const std::string &name, DWORD size, LPSTR text) {
   if (!text || name.size() >= size) return static_cast<DWORD>(name.size() + 1);
   std::memcpy(text, name.c_str(), name.size() + 1);
@@ -188,7 +188,7 @@ std::string currentFolder() {
   return folder ? folder.get() : "";
 }
 
-// The folders in which a file without a search path is looked for.
+// The folders for the search of a file if the caller names none: the program's, the current one, those of PATH.
 std::string defaultSearchPath() {
   std::array<char, PATH_MAX> program{};
   std::string path;
@@ -209,7 +209,7 @@ bool isAbsolute(std::string_view name) {
   return (!name.empty() && isSeparator(name[0])) || (name.size() >= 2 && name[1] == ':');
 }
 
-// A folded path from the root on.
+// A folded path, made absolute by the current folder.
 std::string absolutePath(std::string_view path) {
   if (path.starts_with('/')) return std::string(path);
   std::string folder = currentFolder();
@@ -220,7 +220,7 @@ std::string absolutePath(std::string_view path) {
   return folder + '/' + std::string(path);
 }
 
-// The full name of a file in one folder, as it was given; empty when there is none.
+// The name of a file in a folder, as the caller spelled it; empty if no such file exists.
 std::string fullName(std::string_view folder, const std::string &file) {
   std::string name(folder);
   if (!name.empty() && !isSeparator(name.back())) name += '\\';
@@ -232,7 +232,7 @@ std::string search(LPCSTR searchPath, const std::string &file) {
   if (isAbsolute(file)) return fullName("", file);
   const std::string path = searchPath ? searchPath : defaultSearchPath();
   for (std::string_view rest = path;;) {
-    const size_t end = std::min(rest.find(';'), rest.size()); // never the second half of a character
+    const size_t end = std::min(rest.find(';'), rest.size()); // ; is never a trail byte
     const std::string_view folder = rest.substr(0, end);
     if (!folder.empty() || path.empty()) {
       std::string found = fullName(folder.empty() ? "." : folder, file);
@@ -253,7 +253,7 @@ HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA *entry) {
   return guarded<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE {
     const std::string_view name = given(pattern);
     const size_t last = lastPartAt(name);
-    if (name.empty() || last == name.size()) { // a separator or a drive at the end leads to no entry
+    if (name.empty() || last == name.size()) { // a name that ends in a separator or a drive has no entry
       SetLastError(name.empty() ? ERROR_PATH_NOT_FOUND : ERROR_FILE_NOT_FOUND);
       return INVALID_HANDLE_VALUE;
     }

@@ -1,5 +1,5 @@
-// Global memory. A movable block is a place in a table of handles, which are even and no multiples of 4, so that no
-// address is ever taken for one; a fixed block is known by its address.
+// Global memory. A movable block has a place in a table of handles. Such a handle is even but no multiple of 4, so that
+// no address equals it. A fixed block is known by its address.
 
 #include "platform/kernel/globalmem.h"
 
@@ -15,11 +15,11 @@ namespace platform {
 
 namespace {
 
-constexpr UINT kKept = GMEM_DISCARDABLE | GMEM_DDESHARE; // flags that a movable block tells again
+constexpr UINT kKept = GMEM_DISCARDABLE | GMEM_DDESHARE; // flags of a movable block that GlobalFlags returns
 constexpr uintptr_t kMovableBit = 2;
 
 struct Block final : Object {
-  BlockBytes bytes; // none when it is discarded
+  BlockBytes bytes; // empty while the block is discarded
   HGLOBAL handle = nullptr;
   UINT flags = 0;
   UINT locks = 0;
@@ -30,7 +30,7 @@ struct Block final : Object {
 };
 using BlockRef = std::shared_ptr<Block>;
 
-// All of them, by handle and by address.
+// All blocks, by handle and by address.
 class Memory {
  public:
   std::mutex mutex;
@@ -47,7 +47,8 @@ class Memory {
     return block;
   }
 
-  // Gives a block its bytes, and a new one its handle. Result: the handle; null, with nothing changed.
+  // Gives a block its bytes, and a new block its handle.
+  // Result: the handle; null on failure, and nothing is changed then.
   HGLOBAL open(const BlockRef &block, BlockBytes bytes, bool movable) {
     void *const address = bytes.at.get();
     const bool isNew = address && byAddress_.emplace(address, block).second;
@@ -71,7 +72,7 @@ class Memory {
       movable_.close<Block>(reinterpret_cast<HANDLE>(reinterpret_cast<uintptr_t>(block->handle) - kMovableBit));
   }
 
-  size_t count() { // discarded ones have no address
+  size_t count() { // a discarded block has a handle but no address
     return movable_.count() +
            static_cast<size_t>(std::count_if(byAddress_.begin(), byAddress_.end(),
                                              [](const auto &one) { return !one.second->movable(); }));
@@ -87,7 +88,7 @@ Memory &memory() {
   return *one;
 }
 
-// Runs a body on the table, which may run out of memory.
+// Runs a body on the table of blocks, and answers failure if memory runs out.
 template <typename Result, typename Body> Result withMemory(Result failure, Body body) {
   return guarded(failure, [&]() -> Result {
     const std::lock_guard lock(memory().mutex);
@@ -95,7 +96,7 @@ template <typename Result, typename Body> Result withMemory(Result failure, Body
   });
 }
 
-// None, with an error, when memory is short.
+// Allocates the bytes of a block. Result: empty, with the last error set, if memory is short.
 BlockBytes makeBytes(size_t size, bool cleared) {
   const size_t room = size > PTRDIFF_MAX ? 0 : std::max<size_t>(size, 1);
   void *const at = room == 0 ? nullptr : cleared ? std::calloc(1, room) : std::malloc(room);
@@ -120,7 +121,7 @@ HGLOBAL discard(Memory &all, const BlockRef &block, UINT flags) {
 HGLOBAL changeSize(Memory &all, const BlockRef &block, size_t size, UINT flags) {
   if (size == 0 && block->movable()) return discard(all, block, flags);
   if (!block->inUse() || (flags & GMEM_MOVEABLE)) return move(all, block, size, flags);
-  if (size > block->bytes.size) { // there may be no room behind it
+  if (size > block->bytes.size) { // the block may have no room behind it
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     return nullptr;
   }
@@ -177,7 +178,7 @@ HGLOBAL GlobalReAlloc(HGLOBAL handle, SIZE_T size, UINT flags) {
 }
 
 LPVOID GlobalLock(HGLOBAL handle) {
-  if (!handle) return nullptr; // without an error, unlike all other handles that are none
+  if (!handle) return nullptr; // no error is set, unlike for other invalid handles
   return withMemory<LPVOID>(nullptr, [&](Memory &all) -> LPVOID {
     const BlockRef block = all.findOrFail(handle);
     if (!block) return nullptr;

@@ -1,4 +1,4 @@
-// Blocks of global memory, for what of the layer keeps them longer than the program does.
+// Blocks of global memory, for parts of the layer that keep a block's bytes after the program has freed the block.
 #pragma once
 
 #include "platform/kernel/handles.h"
@@ -7,19 +7,19 @@
 
 namespace platform {
 
-// The bytes of a block. Whoever holds them may go on reading when the program has freed the block.
+// The bytes of a block. They stay readable for their holders after the program has freed the block.
 struct BlockBytes {
-  std::shared_ptr<void> at; // null for none
+  std::shared_ptr<void> at; // null for no bytes
   size_t size = 0;
 
   std::span<const uint8_t> span() const { return {static_cast<const uint8_t *>(at.get()), size}; }
 };
 
-// None for a handle that is none, and for a discarded block.
+// The bytes of a block; empty for an invalid handle and for a discarded block.
 BlockBytes bytesOf(HGLOBAL block);
-// Frees a block, unless the program has done so and the handle stands for another one now.
+// Frees a block, unless the program has already freed it and the handle stands for another block now.
 void freeBlock(HGLOBAL block, const BlockBytes &bytes);
-// How many there are.
+// The number of blocks.
 size_t countBlocks();
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// The table of kernel handles. A handle is a multiple of 4, as on the platform: index and generation above two zeros.
+// The table of kernel handles: opening, closing and counting them.
 
 #include "platform/kernel/handles.h"
 
@@ -8,12 +8,7 @@ namespace platform {
 
 namespace {
 
-constexpr uint32_t kIndexBits = 18;
-constexpr uint32_t kGenerations = 1u << 11; // so that a handle stays below 2 to the 31st
-
-HANDLE handleOf(uint32_t index, uint32_t generation) {
-  return reinterpret_cast<HANDLE>(static_cast<uintptr_t>((generation << kIndexBits | (index + 1)) << 2));
-}
+constexpr uint32_t kGenerations = 1u << 11; // so many that a handle stays below 2 to the 31st
 
 } // namespace
 
@@ -24,7 +19,7 @@ HANDLE Handles::open(std::shared_ptr<Object> object) {
       SetLastError(ERROR_TOO_MANY_OPEN_FILES);
       return nullptr;
     }
-    free_.reserve(places_.size() + 1); // closing must not fail for want of memory
+    free_.reserve(places_.size() + 1); // room for the free list, so that closing never needs memory
     places_.emplace_back().generation = firstGeneration_;
     free_.push_back(static_cast<uint32_t>(places_.size() - 1));
   }
@@ -32,14 +27,6 @@ HANDLE Handles::open(std::shared_ptr<Object> object) {
   free_.pop_back();
   places_[index].object = std::move(object);
   return handleOf(index, places_[index].generation);
-}
-
-Handles::Place *Handles::placeOf(HANDLE handle) {
-  const auto value = reinterpret_cast<uintptr_t>(handle);
-  const uintptr_t index = (value >> 2 & ((1u << kIndexBits) - 1)) - 1;
-  if (index >= places_.size()) return nullptr;
-  Place &place = places_[index];
-  return place.object && handleOf(static_cast<uint32_t>(index), place.generation) == handle ? &place : nullptr;
 }
 
 std::shared_ptr<Object> Handles::find(HANDLE handle) {

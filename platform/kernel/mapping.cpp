@@ -1,5 +1,5 @@
-// Views of files. A mapping has an open description of its own, marked as mapped, which its views keep: the file can't be
-// cut under them, which would kill the process at its next look.
+// Views of files. A mapping has its own open description, marked as mapped, which its views keep open. The mark keeps
+// the file from being cut under a view: reading behind the new end would kill the process.
 
 #include "platform/kernel/mapping.h"
 
@@ -18,7 +18,7 @@ namespace platform {
 
 namespace {
 
-constexpr uint64_t kGranularity = 0x10000; // of a view's offset
+constexpr uint64_t kGranularity = 0x10000; // an offset of a view is a multiple of this
 
 struct Mapping : Closable {
   Descriptor file;
@@ -48,7 +48,7 @@ class Views {
     return true;
   }
 
-  // The bytes between an address and the end of the view it lies in; 0 for any other address.
+  // The bytes from an address to the end of its view; 0 if the address is in no view.
   size_t rest(const void *address) {
     const std::lock_guard lock(mutex_);
     const char *at = static_cast<const char *>(address);
@@ -69,7 +69,7 @@ class Views {
 };
 
 Views &views() {
-  static auto *all = new Views; // views may outlive static objects
+  static auto *all = new Views; // never destroyed: views may outlive static objects
   return *all;
 }
 
@@ -88,7 +88,7 @@ HANDLE makeMapping(const File &file, bool writable, uint64_t size) {
     SetLastError(ERROR_FILE_INVALID);
     return nullptr;
   }
-  if (size > fileSize) { // a mapping makes room in the file
+  if (size > fileSize) { // the mapping extends the file
     if (!writable) {
       SetLastError(ERROR_NOT_ENOUGH_MEMORY);
       return nullptr;
@@ -122,7 +122,7 @@ HANDLE CreateFileMappingA(HANDLE handle, LPSECURITY_ATTRIBUTES, DWORD protection
       return nullptr;
     }
     const std::shared_ptr<File> file = handles().get<File>(handle);
-    if (!file || name) { // memory without a file, and memory known by a name, have no user here
+    if (!file || name) { // memory without a file and named memory aren't supported
       SetLastError(name ? ERROR_NOT_SUPPORTED : ERROR_INVALID_HANDLE);
       return nullptr;
     }

@@ -5,7 +5,7 @@
 
 namespace platform {
 
-// The views that are mapped now.
+// The number of mapped views.
 size_t countViews();
 
 } // namespace platform

@@ -1,10 +1,10 @@
-// A block is a small file in memory. Each process that holds it has a shared lock on the file, which goes with the process
-// however it ends: who can get the file for himself knows that nobody else is there. A second lock, on the file's first
-// byte, lets openers and closers take turns.
+// A block is a small file in memory. Each process that holds the block has a shared lock on the file. The system drops
+// the lock when the process ends, even if it is killed. So a process that gets the exclusive lock is alone. A second
+// lock, on the file's first byte, lets opening and closing processes take turns.
 //
-// The files lie in a folder that is the user's own and closed to others: nobody else can put a file there, cut one under a
-// process that has it mapped, or look into it. Files that killed processes left are cleared by the next process that
-// uses a name.
+// The files lie in a folder of the user that is closed to all others. So nobody else can add a file, read one, or cut
+// one that a process has mapped. A killed process leaves its files behind: the next process that uses a name removes
+// them.
 
 #include "platform/kernel/named.h"
 
@@ -27,7 +27,7 @@ namespace {
 
 constexpr size_t kNameRoom = MAX_PATH;
 
-// The block and the name it was made for, which a shared file name might belong to by accident.
+// A block with the name it was made for. Two names may have the same file name by accident.
 struct Content {
   alignas(64) unsigned char object[SharedBlock::kSize];
   char kind[8];
@@ -46,8 +46,8 @@ bool isOwnFolder(const std::string &path) {
          (status.st_mode & 0077) == 0;
 }
 
-// The user's folder for files in memory, made where it is missing. Empty, with the last error set, where others have taken
-// the name of each.
+// The user's folder for files in memory, made if it is missing. Empty, with the last error set, if none of the possible
+// folders belongs to the user.
 std::string ownFolder() {
   const std::string user = "/winapi-" + std::to_string(geteuid());
   const char *session = std::getenv("XDG_RUNTIME_DIR");
@@ -84,7 +84,7 @@ bool isStillNamed(int file, const std::string &path) {
          opened.st_dev == named.st_dev;
 }
 
-// Takes a file away that nobody has open. One whose turn somebody has is in use.
+// Removes a file that nobody has open. A file whose turn is taken is in use.
 void clearFile(const std::string &path) {
   const Descriptor file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
   const bool free = file.valid() && setTurn(file.get(), F_WRLCK, F_OFD_SETLK) &&
@@ -98,7 +98,7 @@ void clearFolder(const std::string &folder) {
     if (entry->d_name[0] != '.') clearFile(folder + '/' + entry->d_name);
 }
 
-// The file of a name. Empty, with the last error set, where there can be none.
+// The path of a block's file; empty, with the last error set, if there is no folder for it.
 std::string pathOf(const std::string &name) {
   static std::once_flag cleared;
   std::string folder = ownFolder();
@@ -135,7 +135,7 @@ bool SharedBlock::acquire(const char *kind, const std::string &name, bool create
   if (path_.empty()) return false;
   Descriptor file = openInTurn(path_, create);
   if (!file.valid()) return false;
-  made = flock(file.get(), LOCK_EX | LOCK_NB) == 0; // nobody is there
+  made = flock(file.get(), LOCK_EX | LOCK_NB) == 0; // no other process holds the block
   if (made && !create) {
     unlink(path_.c_str());
     return failWith(ERROR_FILE_NOT_FOUND);
@@ -171,7 +171,7 @@ SharedBlock::~SharedBlock() {
     unlink(path_.c_str());
   else
     flock(file_.get(), LOCK_UN);
-  setTurn(file_.get(), F_UNLCK); // memory that stays keeps the file open, and its locks with it
+  setTurn(file_.get(), F_UNLCK); // an abandoned mapping keeps the description open, and its locks too
   if (memory_) munmap(memory_, sizeof(Content));
 }
 

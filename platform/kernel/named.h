@@ -10,9 +10,10 @@ namespace platform {
 
 class SharedBlock {
  public:
-  // Opens the block of a kind and a name, or makes it, zeroed. made tells which. A block that only dead processes left is
-  // made anew. The fresh block is handed to start before anybody else can open it.
-  // Result: whether there is one; if not, the last error is set.
+  // Opens the block of a kind and a name, or makes it, zeroed. A block of dead processes is made again.
+  // start gets a new block before anybody else can open it.
+  // made: gets whether the block is new.
+  // Result: whether the block is open; if not, the last error is set.
   template <typename Start> bool open(const char *kind, const std::string &name, bool create, bool &made, Start start) {
     const bool opened = acquire(kind, name, create, made);
     if (opened && made) start(memory_);
@@ -25,7 +26,7 @@ class SharedBlock {
   SharedBlock &operator=(const SharedBlock &) = delete;
 
   void *memory() const { return memory_; }
-  // Leaves the memory in place for ever, for a thread that may still look at it.
+  // Leaves the block mapped for ever, for a thread that may still use it.
   void abandon() { memory_ = nullptr; }
 
   static constexpr size_t kSize = 128; // bytes for the object

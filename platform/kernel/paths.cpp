@@ -1,4 +1,4 @@
-// Names are folded in code page 932, where an escape is still told from what it stands for, and are decoded last.
+// Names are folded in code page 932, where escapes and plain characters still differ, and decoded last.
 
 #include "platform/kernel/paths.h"
 
@@ -18,8 +18,8 @@ namespace platform {
 namespace {
 
 constexpr std::string_view kForbidden = "*?\"<>|";
-constexpr std::string_view kReserved = "\\:*?\"<>|"; // what means something in a name and nothing in a part of a path
-constexpr std::string_view kDeviceLetters = "ACLNPaclnp"; // one of which each device's name begins with
+constexpr std::string_view kReserved = "\\:*?\"<>|"; // bytes with a meaning in a name, but none in a part of a path
+constexpr std::string_view kDeviceLetters = "ACLNPaclnp"; // the first letters of the devices' names
 constexpr std::string_view kNullName = "NUL";
 constexpr const char *kNullPath = "/dev/null";
 
@@ -39,8 +39,8 @@ int driveIndex(char letter) {
   return letter >= 'A' && letter <= 'Z' ? letter - 'A' : -1;
 }
 
-// A backslash that is part of a name on this system travels as an escape. Decoding would make it a separator, so the
-// separators are turned in the encoded text, where a byte that belongs to a double-byte code is stepped over.
+// A backslash that is part of a name on this system travels as an escape. Decoding turns the escape into a backslash
+// again. So separators are replaced before, and double-byte codes are skipped, since 5C may be a trail byte.
 std::string withSlashes(std::string_view name) {
   std::string out(name);
   for (size_t at = 0; at < out.size(); ++at) {
@@ -56,25 +56,25 @@ constexpr bool isForbidden(unsigned char byte) {
   return byte < 0x20 || byte == '|' || (byte < 0x40 && kForbidden.find(static_cast<char>(byte)) != kForbidden.npos);
 }
 
-// Whether a name has one of the bytes that no file's name has. They are no second halves of characters here.
+// Whether a name has a byte that no file name has. Trail bytes don't count.
 bool hasForbidden(std::string_view name) {
   for (size_t at = 0; at < name.size(); at += isDoubleByteAt(name, at) ? 2 : 1)
     if (isForbidden(static_cast<unsigned char>(name[at]))) return true;
   return false;
 }
 
-// One part of a name as Windows takes it: inside without one point at its end, at the end without points and blanks.
+// One part of a name as Windows reads it: the last part drops all points and blanks at its end, any other one point.
 std::string_view meantPart(std::string_view part, bool last) {
   if (last) return part.substr(0, part.find_last_not_of(". ") + 1);
   const bool drops = part.ends_with('.') && !part.ends_with("..");
   return drops ? part.substr(0, part.size() - 1) : part;
 }
 
-// Folds a name with slashes. A slash at the end stays. Blank where there is nothing but blanks.
+// Folds a name with slashes. A slash at the end stays. A name of blanks only becomes empty.
 std::string foldedPath(std::string_view name) {
   const bool absolute = name.starts_with('/');
   std::string path(absolute ? "/" : "");
-  std::vector<size_t> starts; // in path, of the parts that a ".." takes back
+  std::vector<size_t> starts; // where in path the parts begin that a ".." removes
   for (size_t at = 0; at < name.size();) {
     const size_t end = std::min(name.find('/', at), name.size());
     const std::string_view part = name.substr(at, end - at);
@@ -97,7 +97,7 @@ std::string foldedPath(std::string_view name) {
   return path.empty() && name.find_first_not_of(' ') != std::string_view::npos ? "." : path;
 }
 
-// The device that a name's last part stands for, whatever follows it behind a point; empty for a file's name.
+// The device that the last part of a name stands for, with or without an extension; empty for a file name.
 std::string_view deviceOf(std::string_view path) {
   std::string_view part = lastPart(path);
   part = part.substr(0, std::min(part.find_first_of(".:"), part.size()));
@@ -112,17 +112,17 @@ std::string_view deviceOf(std::string_view path) {
 }
 
 bool isThere(const std::string &path) {
-  return faccessat(AT_FDCWD, path.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0; // dangling links too
+  return faccessat(AT_FDCWD, path.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0; // true for a dangling link too
 }
 
-// The length of the longest part of a path, with its slash, that is there under just this name.
+// The length of the longest leading part of a path, with its slash, that exists under exactly this name.
 size_t knownPart(const std::string &path) {
   for (size_t slash = path.rfind('/'); slash != std::string::npos && slash > 0; slash = path.rfind('/', slash - 1))
     if (isThere(path.substr(0, slash))) return slash + 1;
   return path.starts_with('/') ? 1 : 0;
 }
 
-// A device has a name in folders that exist only.
+// The path of a device, whose name counts only in a folder that exists. Only the null device can be opened.
 std::string devicePath(std::string_view device, const std::string &path) {
   const std::string folder = path.substr(0, path.size() - lastPart(path).size());
   const bool known = folder.empty() || findPath(folder).exists;
@@ -131,7 +131,7 @@ std::string devicePath(std::string_view device, const std::string &path) {
   return {};
 }
 
-// What a folder has under a name in another case; empty where there is nothing.
+// The entry of a folder whose name differs from a name in case only; empty if there is no such entry.
 std::string otherCase(const std::string &folder, std::string_view name) {
   const std::unique_ptr<DIR, int (*)(DIR *)> stream(opendir(folder.empty() ? "." : folder.c_str()), closedir);
   std::string best;
@@ -153,9 +153,9 @@ std::string nameOfParts(std::string_view path, char separator) {
   }
 }
 
-// The path of a name that is no device's, or the name's device.
+// The meaning of a name: a path, or a device too.
 struct Meant {
-  std::string path; // empty, with the last error set, for a name that can't be
+  std::string path; // empty, with the last error set, for an invalid name
   std::string_view device;
 };
 
@@ -251,7 +251,7 @@ std::string_view lastPart(std::string_view path) { return path.substr(path.find_
 
 std::string nameOfPart(std::string_view part) {
   if (part == "." || part == "..") return std::string(part);
-  const bool device = !deviceOf(part).empty(); // its first letter is enough
+  const bool device = !deviceOf(part).empty(); // an escape for its first letter is enough
   const bool dropped = part.ends_with('.') || part.ends_with(' ');
   const auto isEscaped = [&](size_t at) {
     return static_cast<unsigned char>(part[at]) < 0x20 || kReserved.find(part[at]) != std::string_view::npos ||

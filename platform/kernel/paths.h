@@ -9,32 +9,33 @@
 
 namespace platform {
 
-// A name that a caller gave; none is as good as an empty one.
+// A name from a caller; null counts as an empty name.
 inline std::string_view given(LPCSTR name) { return name ? name : ""; }
 
-// The path on this system that a name in code page 932 stands for. Backslash and slash both separate. Drive C: is the
-// root of the file system; a name without a drive is relative to the current folder. "." and ".." are folded without a
-// look at the disk, and what Windows drops at the end of a name, points and blanks, is dropped.
+// The path on this system of a name in code page 932. Backslash and slash both separate. Drive C: is the root of the
+// file system; a name without a drive is relative to the current folder. "." and ".." are folded without a look at the
+// disk. Points and blanks at the end of a name are dropped, as Windows does.
 //
-// Empty, with the last error set, for an empty name, a drive that does not exist, a name of 260 bytes or more, one with
-// * ? " < > | or a byte from 1 to 31, and for the name of a device.
+// Result: empty, with the last error set, for an empty name, a drive that does not exist, a name of 260 bytes or more,
+// a name with * ? " < > | or a byte from 1 to 31, and the name of a device.
 std::string nativePath(std::string_view name);
 
-// The same for what is opened or asked about: the device that swallows everything has a path too.
+// nativePath for functions that open a file or ask about it: the null device has a path too.
 std::string openablePath(std::string_view name);
 bool isNullDevice(std::string_view path);
 
-// What a path leads to without regard to case. Part by part, what is called exactly so comes first, then, of the names
-// that differ in case only, the lowest by its bytes. From the first part on that nobody has, all stays as it was given.
+// The path of an existing file, found without regard to case, part by part. A part with exactly the given name comes
+// first. Else, of the names that differ in case only, the lowest by its bytes counts. From the first part on that
+// doesn't exist, the path stays as given.
 struct FoundPath {
   std::string path;
   bool exists;
 };
 FoundPath findPath(const std::string &path);
 
-// Runs a system call on a path, and where there is nothing of that name once more on what is found without regard to
-// case, which path becomes then. The exact name costs nothing more.
-// call: takes a path; below 0, with errno set, is a failure. Result: the call's.
+// Runs a system call on a path. If no file has this exact name, path becomes the one found without regard to case, and
+// the call runs once more on it. An exact name costs no search.
+// call: takes a path; a result below 0, with errno set, is a failure. Result: that of the call.
 template <typename Call> auto onPath(std::string &path, Call call) {
   auto result = call(path.c_str());
   if (result >= 0 || (errno != ENOENT && errno != ENOTDIR)) return result;
@@ -47,26 +48,26 @@ template <typename Call> auto onPath(std::string &path, Call call) {
   return call(path.c_str());
 }
 
-// The path of a name that is about to be read or written by others, under the case of what is there.
+// The path for a program outside the layer that reads or writes the file, in the case of an existing file.
 std::string existingPath(std::string_view name);
 
-// The name of a path on this system: "C:\a\b" for "/a/b". What would mean something else there is escaped.
+// The name of a path on this system: "C:\a\b" for "/a/b". Bytes with another meaning in a name are escaped.
 std::string nameOfPath(std::string_view path);
 // The same for one part of a path.
 std::string nameOfPart(std::string_view part);
-// A text from outside that may be a path of this system. Where it names something that is there, or the folder in front
-// of its last slash does, that much is taken as a path, and anything else as text.
+// The name for a text from outside, such as an argument. If the text, or else its folder, is a path that exists, that
+// much is taken as a path. The rest is taken as plain text.
 std::string nameOfArgument(const std::string &text);
 
 bool isSeparator(char c);
 
-// Where the last part of a name of the API begins; 0 for one without folder and drive.
+// Where the last part of a name of the API begins; 0 if the name has neither folder nor drive.
 size_t lastPartAt(std::string_view name);
 
-// The name behind the last slash.
+// The part of a path behind its last slash.
 std::string_view lastPart(std::string_view path);
 
-// What stands behind a drive letter. Drive C: is always there.
+// The meaning of a drive letter. Drive C: is always there.
 struct Drive {
   UINT type = DRIVE_NO_ROOT_DIR;
   std::string folder; // on this system, without a slash at its end

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::string_view kMarks[] = {"", "\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"}; // by encoding
+constexpr std::string_view kMarks[] = {"", "\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"}; // in front of the text, by encoding
 
 std::string_view markOf(Encoding encoding) { return kMarks[static_cast<size_t>(encoding)]; }
 
@@ -22,7 +22,7 @@ Encoding encodingOf(std::string_view content) {
 
 bool isUtf16(Encoding encoding) { return encoding == Encoding::utf16 || encoding == Encoding::utf16Swapped; }
 
-// The text behind a mark, in code page 932. A last byte that is half a unit counts as one.
+// UTF-16 text without its mark, in code page 932. A single byte at the end counts as a whole unit.
 std::string fromUtf16(std::string_view bytes, bool swapped) {
   std::u16string units;
   for (size_t at = 0; at < bytes.size(); at += 2) {
@@ -44,7 +44,7 @@ std::string toUtf16(std::string_view text, bool swapped) {
 
 bool endsLine(std::string_view raw) { return raw.ends_with('\n') || raw.ends_with('\r'); }
 
-// The end of the first line of a text, behind its line end.
+// The length of the first line of a text, with its line end.
 size_t lineLength(std::string_view text) {
   const size_t end = text.find_first_of("\r\n");
   if (end == std::string_view::npos) return text.size();
@@ -58,7 +58,7 @@ std::string_view withoutHalf(std::string_view text) {
   return text.substr(0, at);
 }
 
-// A name as it is compared and written.
+// A section's or key's name without blanks and half characters around it, as it is compared and written.
 std::string_view nameOf(std::string_view text) {
   for (;;) {
     text = trimmed(text);
@@ -68,7 +68,7 @@ std::string_view nameOf(std::string_view text) {
   }
 }
 
-// Whether a line of a key reads as it was written.
+// Whether the line of a key and a value reads back as both.
 bool isPlain(std::string_view key, std::string_view value) {
   return key.find_first_of("=\r\n") == std::string_view::npos && !key.starts_with('[') && !key.starts_with(';') &&
          value.find_first_of("\r\n") == std::string_view::npos;
@@ -76,7 +76,7 @@ bool isPlain(std::string_view key, std::string_view value) {
 
 bool isBlank(std::string_view line) { return trimmed(line).empty(); }
 
-// The last closing bracket that is no second half of a character.
+// The place of the last closing bracket. Trail bytes don't count.
 size_t lastBracket(std::string_view text) {
   size_t last = std::string_view::npos;
   for (size_t at = 0; at < text.size(); ++at) {
@@ -201,7 +201,7 @@ void Profile::setLine(Section &section, std::string_view key, std::string_view v
     return;
   }
   std::vector<Line> &lines = section.lines;
-  size_t at = lines.size(); // behind the last line of the section that isn't blank
+  size_t at = lines.size(); // behind the section's last line that isn't blank
   while (at > 1 && isBlank(lines[at - 1].raw)) --at;
   if (at > 0 && !endsLine(lines[at - 1].raw)) lines[at - 1].raw += kLineEnd;
   const bool last = at == lines.size();

@@ -1,5 +1,5 @@
-// The profile calls. A profile is read once and kept for as long as the file on disk is the one that was read. As a rule a
-// write replaces the file by a new one that was complete before it took the name.
+// The profile functions. A profile is read once, and kept for as long as the file on the disk is the one that was read.
+// A write usually makes a complete new file, which then takes the old file's name.
 
 #include "platform/kernel/durable.h"
 #include "platform/kernel/errors.h"
@@ -24,12 +24,12 @@ namespace platform {
 namespace {
 
 constexpr size_t kKept = 16;             // profiles at a time
-constexpr int64_t kSettled = 50'000'000; // nanoseconds after which a change gets another time
-constexpr off_t kLargest = 1 << 26;      // a larger file is no profile
+constexpr int64_t kSettled = 50'000'000; // nanoseconds; a later change is certain to have another time
+constexpr off_t kLargest = 1 << 26;      // bytes; a larger file counts as no profile
 
 int64_t nanoseconds(const timespec &time) { return time.tv_sec * INT64_C(1'000'000'000) + time.tv_nsec; }
 
-// What tells one state of a file from another.
+// Identifies one state of a file.
 struct Stamp {
   dev_t device = 0;
   ino_t inode = 0;
@@ -43,18 +43,18 @@ struct Stamp {
 
 struct Kept {
   Stamp stamp;
-  bool settled; // the file can't have changed since without a new stamp
+  bool settled; // false: the file may still change without a new stamp
   Profile profile;
-  Descriptor file; // the file itself, without a claim on it; asks whether others keep it for themselves
+  Descriptor file; // the file without a claim, to ask whether others forbid reading it
 };
 
-std::mutex mutex; // of all that follows; calls on profiles take their turn
+std::mutex mutex; // of everything below; calls on profiles take turns
 std::unordered_map<std::string, Kept> &kept() {
   static std::unordered_map<std::string, Kept> profiles;
   return profiles;
 }
 
-// The file of a profile. One named without a folder lies in the user's folder for settings.
+// The path of a profile. A profile named without a folder lies in the user's folder for settings.
 std::string profilePath(LPCSTR name) {
   const std::string_view text = name ? name : "";
   std::string path = openablePath(text);
@@ -68,7 +68,7 @@ std::string profilePath(LPCSTR name) {
   }
   const auto realPath = [](const std::string &path) {
     const std::unique_ptr<char, void (*)(void *)> real(realpath(path.c_str(), nullptr), std::free);
-    return std::string(real ? real.get() : ""); // a link stays one, and its goal is replaced
+    return std::string(real ? real.get() : ""); // a link stays as it is, and its target is replaced
   };
   std::string real = realPath(path);
   if (!real.empty()) return real;
@@ -98,7 +98,7 @@ Kept *keptProfile(const std::string &path, const struct stat &status) {
   return &found->second;
 }
 
-// The profile of an open file; null when it can't be read.
+// The profile of an open file; null if it can't be read.
 Kept *load(const std::string &path, int file) {
   struct stat status {};
   std::string content;
@@ -113,7 +113,7 @@ Kept *load(const std::string &path, int file) {
   return &kept().insert_or_assign(path, std::move(fresh)).first->second;
 }
 
-// The profile for reading; null when there is no file, or somebody keeps it for himself.
+// The profile for reading; null if the file doesn't exist or another opener forbids reading it.
 const Profile *profileForReading(LPCSTR name) {
   std::string path = profilePath(name);
   if (path.empty()) return nullptr;
@@ -122,12 +122,12 @@ const Profile *profileForReading(LPCSTR name) {
     if (const Kept *known = keptProfile(path, status)) return isReadable(known->file.get()) ? &known->profile : nullptr;
   bool existed;
   const Descriptor file = openFile(path, GENERIC_READ, kOfProfile, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, &existed);
-  if (file.valid()) flock(file.get(), LOCK_SH); // until a writer that writes in place is through
+  if (file.valid()) flock(file.get(), LOCK_SH); // waits for a writer that writes in place
   const Kept *read = file.valid() ? load(path, file.get()) : nullptr;
   return read ? &read->profile : nullptr;
 }
 
-// Opens a profile that is about to be replaced, and keeps other writers waiting until it is.
+// Opens a profile for a change, and keeps other writers waiting until the caller closes it.
 Descriptor openForWriting(std::string &path) {
   for (;;) {
     bool existed;
@@ -152,9 +152,9 @@ bool writeAll(int file, std::string_view content) {
   return true;
 }
 
-// Makes a file beside the old one, of the same owner and with the same rights. Its name is always the same: one that a
-// process left when it died is in the way.
-// Result: an invalid descriptor where none can be made.
+// Makes a file beside the old one, with the same owner and rights. Its name is always the same, so a file that a dead
+// process left is removed first.
+// Result: an invalid descriptor if the file can't be made.
 Descriptor makeBeside(const std::string &fresh, const struct stat &old) {
   constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
   Descriptor file(open(fresh.c_str(), flags, 0600));
@@ -171,7 +171,7 @@ Descriptor makeBeside(const std::string &fresh, const struct stat &old) {
   return Descriptor();
 }
 
-// Writes a file in place. Room is made first, so that a full disk leaves the file as it is.
+// Writes a file in place. Room on the disk is reserved first, so that a full disk leaves the file as it is.
 bool overwrite(int file, const std::string &content, const struct stat &status) {
   const auto size = static_cast<off_t>(content.size());
   if (size < status.st_size && isMapped(file)) return failWith(ERROR_USER_MAPPED_FILE);
@@ -181,9 +181,9 @@ bool overwrite(int file, const std::string &content, const struct stat &status) 
   return (whole && syncFile(file)) || failWithErrno();
 }
 
-// Stores a profile by a new file that takes the name of the old one when it is on the disk. The old file is written in
-// place when others have it open or know it by another name, and where no file can be made beside it.
-// old: the file, open and locked. replaced: gets which it was. status: gets that of the stored file.
+// Stores a profile. A new file takes the old one's name after its bytes are on the disk. The old file is written in
+// place if others have it open, if it has several hard links, or if no file can be made beside it.
+// old: the file, open and locked. replaced: gets whether a new file was made. status: gets that of the stored file.
 bool store(const std::string &path, int old, const std::string &content, bool &replaced, struct stat &status) {
   if (fstat(old, &status) != 0) return failWithErrno();
   const std::string_view name = lastPart(path);
@@ -194,7 +194,7 @@ bool store(const std::string &path, int old, const std::string &content, bool &r
   if (!replaced) return overwrite(old, content, status) && (fstat(old, &status) == 0 || failWithErrno());
   const bool whole = writeAll(file.get(), content) && syncFile(file.get()) && fstat(file.get(), &status) == 0 &&
                      rename(fresh.c_str(), path.c_str()) == 0;
-  if (whole) return true; // a power cut leaves the one or the other
+  if (whole) return true; // after a power cut the old or the new file is there
   failWithErrno();
   unlink(fresh.c_str());
   return false;
@@ -218,7 +218,7 @@ bool change(LPCSTR name, LPCSTR section, LPCSTR key, LPCSTR text) {
   Kept *known = load(path, old.get());
   if (!known) return failWith(ERROR_INVALID_PARAMETER);
   struct stat status {};
-  known->settled = false; // until the file has what the profile has
+  known->settled = false; // until the file holds the changed profile
   edit(known->profile, section, key, text);
   const std::string content = known->profile.content();
   bool replaced = false;
@@ -234,7 +234,7 @@ DWORD handOut(std::string_view value, LPSTR text, DWORD size) {
   return static_cast<DWORD>(copyWhole(value, text, size));
 }
 
-// Copies names with a NUL behind each and one at the end; what doesn't fit is cut.
+// Copies names with a NUL behind each and another one at the end. Names that don't fit are cut off.
 DWORD handOut(const std::vector<std::string> &names, LPSTR text, DWORD size) {
   std::string all;
   for (const std::string &name : names) all += name + '\0';
@@ -247,13 +247,14 @@ DWORD handOut(const std::vector<std::string> &names, LPSTR text, DWORD size) {
   return size - 2;
 }
 
-// A default comes without blanks at its end and without quotes.
+// A default value loses blanks at its end and one pair of quotes.
 std::string_view defaultValue(LPCSTR text) {
   const std::string_view value = text ? text : "";
   return unquoted(value.substr(0, value.find_last_not_of(' ') + 1));
 }
 
-// Reads a number as far as it goes: blanks, a sign, decimal digits or 0x and hexadecimal ones. It wraps at 32 bits.
+// Reads a number up to the first character that doesn't belong to it: a sign, then decimal digits, or 0x and
+// hexadecimal ones. The number wraps at 32 bits.
 UINT numberOf(std::string_view text) {
   const bool negative = text.starts_with('-');
   if (negative || text.starts_with('+')) text.remove_prefix(1);

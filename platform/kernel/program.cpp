@@ -36,7 +36,7 @@ CommandLine &commandLine() {
   return line;
 }
 
-// The handle of a standard stream, made when it is asked for first; null when the stream is closed.
+// The handle of a standard stream, made on the first call; null if the stream is closed.
 HANDLE streamHandle(int descriptor) {
   static std::array<HANDLE, 3> known{};
   static std::mutex mutex;
@@ -56,7 +56,7 @@ int *__p___argc() { return &commandLine().count; }
 
 char ***__p___argv() { return &commandLine().arguments; }
 
-// A value that is a path stays one: its slashes are separators in code page 932 too.
+// A value that is a path remains valid as a name: its slashes separate in code page 932 too.
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD size) {
   return platform::guarded<DWORD>(0, [&]() -> DWORD {
     const char *found = name ? std::getenv(platform::utf8FromCodePage(name).c_str()) : nullptr;

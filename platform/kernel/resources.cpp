@@ -11,7 +11,7 @@ namespace {
 
 using Table = std::map<std::pair<unsigned, unsigned>, const PlatformResource *>;
 
-// Filled before main, and only read from then on.
+// The table is filled before main, and only read from then on.
 Table &table() {
   static auto *all = new Table;
   return *all;
@@ -28,7 +28,7 @@ void platformAddResources(const PlatformResource *resources, size_t count) {
   for (size_t i = 0; i < count; ++i) table()[{resources[i].kind, resources[i].id}] = &resources[i];
 }
 
-// A text that has no room is cut at a whole character. Without an instance it is the program's too.
+// A text that doesn't fit is cut at a whole character. The instance is ignored: the program is the only one.
 int LoadStringA(HINSTANCE instance, UINT id, LPSTR text, int size) {
   if (!text || size <= 0) return -1;
   const bool own = !instance || instance == GetModuleHandleA(nullptr);

@@ -5,7 +5,7 @@
 
 namespace platform {
 
-// Null for a number that there is none of.
+// A resource of the program; null if no resource has this number.
 const PlatformResource *findResource(unsigned kind, unsigned id);
 
 } // namespace platform

@@ -1,6 +1,6 @@
-// What an opener does and what it forbids are read locks on single bytes far behind any file's end, one byte for each
-// such thing, owned by the open description: they go with it, also when the process is killed. An opener first sets its
-// own marks and then looks for opposing ones, so that of two that oppose each other at most one succeeds.
+// An opener's accesses and what it denies others are marks: read locks on single bytes far behind any file's end. Their
+// owner is the open description, so they end with it, even when the process is killed. An opener first sets its marks
+// and then looks for opposing ones. So of two openers that oppose each other at most one succeeds.
 
 #include "platform/kernel/sharing.h"
 
@@ -38,8 +38,8 @@ struct flock rangeOf(Mark mark, short type) {
   return range;
 }
 
-// A description that can't be read takes a write lock, which serves as well but stands alone. A file system without
-// locks is one without claims.
+// A description without read access takes a write lock instead, which only one opener can have. On a file system
+// without locks every mark succeeds.
 bool set(int file, Mark mark) {
   struct flock range = rangeOf(mark, F_RDLCK);
   if (fcntl(file, F_OFD_SETLK, &range) == 0) return true;
@@ -50,7 +50,7 @@ bool set(int file, Mark mark) {
   return errno != EAGAIN && errno != EACCES;
 }
 
-// Whether another description has one of some marks.
+// Whether another description has a mark in a range.
 bool isSetElsewhere(int file, Mark first, Mark last) {
   struct flock range = rangeOf(first, F_WRLCK);
   range.l_len = last - first + 1;
@@ -80,7 +80,7 @@ template <size_t count> bool agreeOnce(int file, const Rule (&rules)[count]) {
 
 template <size_t count> bool agree(int file, const Rule (&rules)[count]) {
   if (agreeOnce(file, rules)) return true;
-  // Two openers can have met between mark and look, and both have gone back.
+  // Two opposing openers may have met between setting and looking, and both have given way.
   std::minstd_rand random(std::random_device{}());
   std::this_thread::sleep_for(std::chrono::microseconds(20 + random() % 200));
   return agreeOnce(file, rules);
@@ -89,7 +89,7 @@ template <size_t count> bool agree(int file, const Rule (&rules)[count]) {
 } // namespace
 
 bool claim(int file, DWORD access, DWORD share) {
-  if (!(access & (GENERIC_READ | GENERIC_WRITE))) return true; // who only asks about a file is in nobody's way
+  if (!(access & (GENERIC_READ | GENERIC_WRITE))) return true; // who only asks about a file opposes nobody
   const bool deniesRead = !(share & FILE_SHARE_READ);
   const bool deniesWrite = !(share & FILE_SHARE_WRITE);
   const Rule rules[] = {

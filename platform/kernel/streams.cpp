@@ -1,5 +1,5 @@
-// C streams by names of the API. A stream is an opener like any other: it lets others read and write, but not delete, and
-// its claim goes with its descriptor.
+// C streams by names of the API. A stream claims its file like any other opener, until its descriptor closes. Others
+// may read and write the file, but not delete it.
 
 #include "platform/kernel/errors.h"
 #include "platform/kernel/files.h"
@@ -16,7 +16,7 @@ namespace {
 struct Mode {
   DWORD access;
   DWORD creation;
-  const char *plain; // for the C library, which has nothing to create or to cut any more
+  const char *plain; // for the C library, which needn't create or cut the file any more
 };
 
 std::optional<Mode> modeOf(const char *text) {
@@ -31,7 +31,7 @@ std::optional<Mode> modeOf(const char *text) {
   }
 }
 
-// The errno that a runtime's fopen leaves on the platform.
+// The errno that the C runtime's fopen sets on the platform.
 int errnoOf(DWORD error) {
   switch (error) {
   case ERROR_FILE_NOT_FOUND:

@@ -1,4 +1,4 @@
-// What tests and tools may see and set of the kernel half.
+// The kernel half's functions for tests and tools.
 
 #include "platform/testing.h"
 

@@ -1,4 +1,4 @@
-// Between code pages and UTF-16.
+// Conversions between code pages and UTF-16.
 
 #include "platform/kernel/codepage.h"
 #include "platform/kernel/errors.h"
@@ -10,7 +10,7 @@ using namespace platform;
 
 namespace {
 
-// Copies a converted text to a caller's room, or tells the room needed.
+// Copies a converted text to the caller's room. Size 0 asks for the room needed.
 template <typename Unit, typename Text> int handOut(const Text &text, Unit *room, int size) {
   const int length = static_cast<int>(text.size());
   if (size == 0) return length;
@@ -24,7 +24,7 @@ template <typename Unit, typename Text> int handOut(const Text &text, Unit *room
 
 bool knows(UINT codePage) { return codePage == CP_ACP || codePage == 932 || codePage == CP_UTF8; }
 
-// Whether a text and the room for its conversion can be what they are said to be.
+// Whether the arguments of a conversion are valid.
 bool areUsable(const void *text, int length, const void *room, int size) {
   return text && length != 0 && size >= 0 && (size == 0 || (room && room != text));
 }
@@ -40,11 +40,11 @@ int MultiByteToWideChar(UINT codePage, DWORD, LPCSTR text, int length, WCHAR *wi
   });
 }
 
-// Nothing is lost in code page 932 either: the default character never stands in.
+// Code page 932 loses nothing either, so the default character is never used.
 int WideCharToMultiByte(UINT codePage, DWORD, const WCHAR *wide, int length, LPSTR text, int size, LPCSTR defaultText,
                         BOOL *usedDefault) {
   return guarded(0, [&] {
-    const bool wantsDefault = defaultText || usedDefault; // UTF-8 has a code for everything
+    const bool wantsDefault = defaultText || usedDefault; // invalid with UTF-8, which has a code for every character
     if (!knows(codePage) || !areUsable(wide, length, text, size) || (codePage == CP_UTF8 && wantsDefault))
       return failWith(ERROR_INVALID_PARAMETER);
     std::u16string units;

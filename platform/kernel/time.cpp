@@ -1,4 +1,4 @@
-// The clock, the calendar and the user's form of a date.
+// The clock, the calendar, and dates in the user's format.
 
 #include "platform/kernel/codepage.h"
 #include "platform/kernel/errors.h"
@@ -35,7 +35,7 @@ bool isDate(const SYSTEMTIME &date) {
          date.wDay >= 1 && date.wDay <= daysOf(date.wYear, date.wMonth);
 }
 
-// The date in the form of the user's locale, whatever locale the program itself has set.
+// The date in the format of the user's locale, whatever locale the program has set.
 std::string shortDate(const SYSTEMTIME &date) {
   static const locale_t user = newlocale(LC_ALL_MASK, "", nullptr);
   tm parts{};

@@ -8,7 +8,7 @@
 
 namespace platform {
 
-// The moment at which a wait ends; nothing for a wait without limit. True on a clock that nobody sets.
+// The end of a wait on the monotonic clock; nothing for a wait without limit.
 using Deadline = std::optional<std::chrono::steady_clock::time_point>;
 
 class Waitable : public Closable {

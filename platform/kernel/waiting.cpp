@@ -1,4 +1,4 @@
-// Mutexes and events, of this process or of several, and the lock inside one process.
+// Mutexes and events of one or several processes, and critical sections.
 
 #include "platform/kernel/codepage.h"
 #include "platform/kernel/errors.h"
@@ -43,7 +43,7 @@ static_assert(sizeof(pthread_mutex_t) <= SharedBlock::kSize);
 
 class Mutex : public Waitable {
  public:
-  // Result: null, with the last error set, when there can be none.
+  // Result: null, with the last error set, on failure.
   static std::shared_ptr<Mutex> make(const std::string &name, bool create, bool owned, bool &made) {
     auto mutex = std::make_shared<Mutex>();
     if (name.empty()) {
@@ -53,7 +53,7 @@ class Mutex : public Waitable {
       mutex->start(owned);
       return mutex;
     }
-    // an owner has it before anybody else can open it
+    // the owner locks a new mutex before anybody else can open it
     const auto start = [&](void *memory) {
       mutex->memory_ = memory;
       mutex->start(owned);
@@ -63,7 +63,7 @@ class Mutex : public Waitable {
     return mutex;
   }
 
-  // A thread of this process may end later with the mutex still locked, and then the system looks at the memory.
+  // A thread of this process may end later with the mutex still locked. The system looks at the mutex's memory then.
   ~Mutex() override {
     if (held_ == 0) return;
     shared_.abandon();
@@ -95,11 +95,11 @@ class Mutex : public Waitable {
  private:
   void start(bool owned) {
     initMutex(memory_);
-    if (owned && pthread_mutex_trylock(mutex()) == 0) ++held_; // nobody else knows it yet
+    if (owned && pthread_mutex_trylock(mutex()) == 0) ++held_; // nobody else knows the mutex yet
   }
   pthread_mutex_t *mutex() { return static_cast<pthread_mutex_t *>(memory_); }
 
-  std::unique_ptr<pthread_mutex_t> own_; // of a mutex without a name
+  std::unique_ptr<pthread_mutex_t> own_; // for a mutex without a name
   void *memory_ = nullptr;
   std::atomic<int> held_ = 0; // locks by threads of this process
   SharedBlock shared_;
@@ -132,7 +132,7 @@ class Event : public Waitable {
 
   void reset() { state_->set.store(0); }
 
-  // Who waits for an event with manual reset passes when it is set, although it may be reset before he wakes.
+  // A waiter for an event with manual reset passes when the event is set, even if it is reset before the waiter wakes.
   DWORD wait(const Deadline &deadline) override {
     timespec end;
     if (deadline) end = timeOf(*deadline);
@@ -149,12 +149,12 @@ class Event : public Waitable {
  private:
   struct State {
     std::atomic<uint32_t> set;
-    std::atomic<uint32_t> times; // it was set, on which threads sleep
+    std::atomic<uint32_t> times; // counts how often the event was set; threads sleep on this word
     uint32_t manualReset;
   };
   static_assert(sizeof(State) <= SharedBlock::kSize && std::atomic<uint32_t>::is_always_lock_free);
 
-  // An event without manual reset lets one thread through.
+  // Takes the signal: an event without manual reset lets one thread through.
   bool pass() {
     if (state_->manualReset) return state_->set.load() != 0;
     uint32_t one = 1;
@@ -168,7 +168,7 @@ class Event : public Waitable {
 
 // ---- Objects by name, in this process
 
-// Handles of one name share one object: a mutex must be locked and unlocked at one address.
+// Handles of one name share one object: a mutex must be locked and unlocked at the same address.
 template <typename Kind> class Directory {
  public:
   template <typename Make> std::shared_ptr<Kind> open(const std::string &name, Make make) {
@@ -186,7 +186,7 @@ template <typename Kind> class Directory {
   }
 
  private:
-  static constexpr size_t kKept = 64; // names remembered before those without an object are dropped
+  static constexpr size_t kKept = 64; // names kept before those without an object are dropped
   std::mutex mutex_;
   std::map<std::string, std::weak_ptr<Kind>> objects_;
 };
@@ -196,8 +196,8 @@ template <typename Kind> Directory<Kind> &directory() {
   return *all;
 }
 
-// The name of an object as all processes know it, from one with the platform's prefixes.
-// Result: nothing, with the last error set, for a name that can't be; an empty one for an object without a name.
+// The name of an object for all processes, without the platform's prefixes.
+// Result: nothing, with the last error set, for an invalid name; an empty name for an object without one.
 std::optional<std::string> objectName(LPCSTR given) {
   std::string_view name = given ? given : "";
   bool global = false;

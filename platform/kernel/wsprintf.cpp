@@ -1,5 +1,5 @@
-// The API's own formatted print. It differs from the C library's: at most 1023 bytes come out, a precision counts the
-// minus sign, and an unknown conversion prints its letter.
+// The API's own formatted print. It differs from the C library's: the output has at most 1023 bytes, a precision counts
+// the minus sign, and an unknown conversion prints its letter.
 
 #include "platform/winapi.h"
 
@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr int kRoom = 1024; // bytes of the longest output, end mark included
+constexpr int kRoom = 1024; // bytes of the longest output, with its NUL
 
-// Takes text for as long as there is room, and counts what it took.
+// Takes text for as long as there is room, and counts the bytes taken.
 class Output {
  public:
   explicit Output(char *text) : text_(text) {}
@@ -67,7 +67,7 @@ Conversion parse(const char *&at) {
     c.hasPrecision = true;
     c.precision = decimal(at);
   }
-  if (*at == 'h' || *at == 'l') ++at; // short and long come as int
+  if (*at == 'h' || *at == 'l') ++at; // short and long arguments come as int
   return c;
 }
 
@@ -123,7 +123,7 @@ int wvsprintfA(LPSTR text, LPCSTR format, va_list arguments) {
     }
     ++at;
     Conversion c = parse(at);
-    c.width = std::min(c.width, out.left()); // so that padding never pushes the value out
+    c.width = std::min(c.width, out.left()); // padding must not push the value out
     c.precision = std::min(c.precision, out.left());
     const char kind = *at;
     if (kind) ++at;

@@ -27,7 +27,7 @@ typedef struct tagBITMAPFILEHEADER {
 } BITMAPFILEHEADER;
 #pragma pack(pop)
 
-/* The oldest form of a header, with colours of three bytes behind it. */
+/* The oldest form of the header. Its colour table has three bytes for each colour. */
 typedef struct tagBITMAPCOREHEADER {
   DWORD bcSize;
   WORD bcWidth, bcHeight, bcPlanes, bcBitCount;
@@ -63,11 +63,17 @@ typedef struct tagBITMAP {
 
 PLATFORM_API HBITMAP WINAPI CreateCompatibleBitmap(HDC dc, int width, int height);
 PLATFORM_API HBITMAP WINAPI CreateBitmap(int width, int height, UINT planes, UINT bits, const void *data);
-/* With CBM_INIT filled from pixels of 1, 4, 8, 16, 24 or 32 bits, run-length coded ones too. */
+/* With CBM_INIT the bitmap is filled from pixels of 1, 4, 8, 16, 24 or 32 bits, run-length coded or not. */
 PLATFORM_API HBITMAP WINAPI CreateDIBitmap(HDC dc, const BITMAPINFOHEADER *header, DWORD init, const void *bits,
                                            const BITMAPINFO *info, UINT colors);
-/* A bitmap, an icon or a cursor of the instance's resources, scaled where a size is asked for; with LR_LOADFROMFILE one of
- * a file. */
+/* Copies rows of pixels with 24 or 32 bits. first: the first row, counted from the bottom, or from the top for a negative
+ * height. info: the wanted form; gets the size of the pixels in bytes. bits: null copies nothing. With null and a form of
+ * 0 bits a pixel, info gets the bitmap's own form. Pixels of the form outside of the bitmap are black.
+ * Result: the number of rows that lie in the bitmap; without bits not 0; 0 for other forms. */
+PLATFORM_API int WINAPI GetDIBits(HDC dc, HBITMAP bitmap, UINT first, UINT rows, void *bits, BITMAPINFO *info,
+                                  UINT colors);
+/* Loads a bitmap, an icon or a cursor from the instance's resources, or with LR_LOADFROMFILE from a file. If a size is
+ * given, the image is scaled to it. */
 PLATFORM_API HANDLE WINAPI LoadImageA(HINSTANCE instance, LPCSTR name, UINT type, int width, int height, UINT flags);
 
 #define SRCCOPY 0x00CC0020u

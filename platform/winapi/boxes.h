@@ -8,7 +8,7 @@
 extern "C" {
 #endif
 
-/* The buttons, the icon, the button that Enter presses, and how the box stands before other windows. */
+/* Buttons, icon, default button, and the relation to other windows. */
 
 #define MB_OK 0x0000u
 #define MB_OKCANCEL 0x0001u
@@ -39,6 +39,8 @@ extern "C" {
 #define MB_SYSTEMMODAL 0x1000u /* also above all windows */
 #define MB_TASKMODAL 0x2000u   /* without an owner it disables all windows of the thread */
 
+#define MB_HELP 0x4000u /* one button more, which leaves the box open and asks the owner for help, as F1 does */
+
 #define MB_SETFOREGROUND 0x00010000u
 #define MB_TOPMOST 0x00040000u
 
@@ -49,14 +51,28 @@ extern "C" {
 #define IDIGNORE 5
 #define IDYES 6
 #define IDNO 7
+#define IDHELP 9
 #define IDTRYAGAIN 10
 #define IDCONTINUE 11
 
-/* Shows a text with buttons and waits for one. The owner is disabled meanwhile; messages of the thread go on.
- * text: lines break at "\n", and where they get too long. caption: null for that of an error.
- * Result: the button; IDCANCEL also for Escape and for the close box, where there is a button of that kind, and IDOK for
- * these where OK is all there is. 0 when it fails, and when the owner ends meanwhile.
- * Without a display caption and text go to standard error, and the default button is answered at once. */
+/* The record to which lParam of WM_HELP points. */
+typedef struct tagHELPINFO {
+  UINT cbSize;
+  int iContextType; /* HELPINFO_WINDOW */
+  int iCtrlId;      /* of the control with the focus */
+  HANDLE hItemHandle;
+  UINT_PTR dwContextId;
+  POINT MousePos;
+} HELPINFO;
+
+#define HELPINFO_WINDOW 1
+
+/* Shows a text with buttons and waits for one of them. The owner is disabled meanwhile; messages of the thread are
+ * dispatched.
+ * text: lines break at "\n", and long lines at the box's width. caption: null for that of an error.
+ * Result: the button. Escape and the close box give IDCANCEL if the box has a Cancel button, and IDOK if OK is its only
+ * button. 0 if the box fails, or if the owner is destroyed meanwhile.
+ * Without a display caption and text go to standard error, and the default button is returned at once. */
 PLATFORM_API int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 
 #ifdef __cplusplus

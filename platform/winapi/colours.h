@@ -1,4 +1,6 @@
-/* Colours. A colour of a palette (top byte 2) is drawn as the colour itself. */
+/* Colours. With bit 24 a colour is the number, in its lower half, of an entry in the palette that the context has selected;
+ * a number without an entry means the first one. The other bits of the top byte change nothing: a colour of a palette
+ * (top byte 2) is drawn as the colour itself. */
 #ifndef PLATFORM_WINAPI_COLOURS_H
 #define PLATFORM_WINAPI_COLOURS_H
 
@@ -10,6 +12,7 @@ extern "C" {
 
 #define RGB(red, green, blue) ((COLORREF)((BYTE)(red) | (DWORD)(BYTE)(green) << 8 | (DWORD)(BYTE)(blue) << 16))
 #define PALETTERGB(red, green, blue) (0x02000000u | RGB(red, green, blue))
+#define PALETTEINDEX(number) (0x01000000u | (WORD)(number))
 #define GetRValue(color) ((BYTE)(color))
 #define GetGValue(color) ((BYTE)((color) >> 8))
 #define GetBValue(color) ((BYTE)((color) >> 16))

@@ -1,4 +1,4 @@
-/* The part of COM that programs call although they use no component: a thread enters and leaves it. */
+/* The part of COM that programs without components call: a thread enters and leaves COM. */
 #ifndef PLATFORM_WINAPI_COM_H
 #define PLATFORM_WINAPI_COM_H
 
@@ -16,9 +16,10 @@ typedef LONG HRESULT; /* negative for failure */
 #define E_NOINTERFACE ((HRESULT)0x80004002u)
 #define E_INVALIDARG ((HRESULT)0x80070057u)
 
-/* reserved: null. Result: S_OK for the thread's first call, S_FALSE while it is in already; each of them counts. */
+/* reserved: null. Result: S_OK for the thread's first call, S_FALSE for further calls. Every call needs a
+ * CoUninitialize. */
 PLATFORM_API HRESULT WINAPI CoInitialize(LPVOID reserved);
-/* Takes one such call back; without one it does nothing. */
+/* Undoes one call of CoInitialize. Without one it does nothing. */
 PLATFORM_API void WINAPI CoUninitialize(void);
 
 #ifdef __cplusplus

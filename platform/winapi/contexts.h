@@ -1,7 +1,7 @@
-/* Contexts, which all drawing goes through: their numbers, mapping and modes.
+/* Device contexts, for all drawing: their numbers, mapping and modes.
  *
- * Coordinates are logical ones unless it is said otherwise. Right and bottom edges lie outside. A handle that is none,
- * or no longer one, makes a call fail and do nothing. */
+ * Coordinates are logical unless a comment says otherwise. Right and bottom edges are exclusive. With an invalid handle
+ * a call fails and does nothing. */
 #ifndef PLATFORM_WINAPI_CONTEXTS_H
 #define PLATFORM_WINAPI_CONTEXTS_H
 
@@ -11,10 +11,11 @@
 extern "C" {
 #endif
 
-/* The display, with driver "DISPLAY": its numbers, and a context that draws nothing. With any other driver or none, a
- * printer by its name; mode: a DEVMODEA, null for the printer's own. End it with DeleteDC. */
+/* driver: "DISPLAY" gives a context with the display's numbers that draws nothing. Any other driver, or null, gives a
+ * printer by its name device. mode: a DEVMODEA, null for the printer's own settings. The caller ends the context with
+ * DeleteDC. */
 PLATFORM_API HDC WINAPI CreateDCA(LPCSTR driver, LPCSTR device, LPCSTR output, const void *mode);
-/* A context that draws on the bitmap selected into it; at first one of one black pixel. */
+/* A context that draws on the bitmap selected into it. At first this is a bitmap of one black pixel. */
 PLATFORM_API HDC WINAPI CreateCompatibleDC(HDC dc);
 PLATFORM_API BOOL WINAPI DeleteDC(HDC dc);
 
@@ -29,6 +30,16 @@ PLATFORM_API BOOL WINAPI DeleteDC(HDC dc);
 #define PLANES 14
 #define NUMCOLORS 24
 #define RASTERCAPS 38
+#define RC_BITBLT 0x0001
+#define RC_BITMAP64 0x0008
+#define RC_GDI20_OUTPUT 0x0010
+#define RC_DI_BITMAP 0x0080
+#define RC_DIBTODEV 0x0200
+#define RC_BIGFONT 0x0400
+#define RC_STRETCHBLT 0x0800
+#define RC_FLOODFILL 0x1000
+#define RC_STRETCHDIB 0x2000
+#define RC_DEVBITS 0x8000
 #define LOGPIXELSX 88
 #define LOGPIXELSY 90
 #define PHYSICALWIDTH 110

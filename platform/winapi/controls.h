@@ -1,4 +1,4 @@
-/* The system's controls: windows of classes that the system brings. */
+/* The system's controls: windows of classes that the system registers. */
 #ifndef PLATFORM_WINAPI_CONTROLS_H
 #define PLATFORM_WINAPI_CONTROLS_H
 
@@ -15,10 +15,10 @@ extern "C" {
 
 typedef struct tagINITCOMMONCONTROLSEX {
   DWORD dwSize;
-  DWORD dwICC; /* ICC_...; each of those above brings the tooltip */
+  DWORD dwICC; /* ICC_...; each of the above registers the tooltip */
 } INITCOMMONCONTROLSEX;
 
-/* Register the classes, as often as they are called. FALSE for a record of another size. */
+/* Register the classes. Further calls do nothing. FALSE for a record of another size. */
 PLATFORM_API void WINAPI InitCommonControls(void);
 PLATFORM_API BOOL WINAPI InitCommonControlsEx(const INITCOMMONCONTROLSEX *controls);
 

@@ -1,4 +1,4 @@
-/* Lines, shapes and edges. Right and bottom edges lie outside. */
+/* Lines, shapes and edges. Right and bottom edges are exclusive. */
 #ifndef PLATFORM_WINAPI_DRAWING_H
 #define PLATFORM_WINAPI_DRAWING_H
 
@@ -23,7 +23,7 @@ PLATFORM_API BOOL WINAPI Rectangle(HDC dc, int left, int top, int right, int bot
 PLATFORM_API BOOL WINAPI RoundRect(HDC dc, int left, int top, int right, int bottom, int width, int height);
 PLATFORM_API BOOL WINAPI Ellipse(HDC dc, int left, int top, int right, int bottom);
 PLATFORM_API BOOL WINAPI Polygon(HDC dc, const POINT *points, int count);
-/* With a brush, or a system colour plus 1. */
+/* brush: a brush, or a system colour plus 1. */
 PLATFORM_API int WINAPI FillRect(HDC dc, const RECT *rect, HBRUSH brush);
 PLATFORM_API int WINAPI FrameRect(HDC dc, const RECT *rect, HBRUSH brush);
 
@@ -76,10 +76,10 @@ PLATFORM_API int WINAPI FrameRect(HDC dc, const RECT *rect, HBRUSH brush);
 #define DFCS_FLAT 0x4000u
 #define DFCS_MONO 0x8000u
 
-/* The classic look. BF_ADJUST and DFCS_ADJUSTRECT shrink the rectangle to what is left inside. */
+/* Frames in the classic look. BF_ADJUST and DFCS_ADJUSTRECT shrink the rectangle to the part inside the frame. */
 PLATFORM_API BOOL WINAPI DrawEdge(HDC dc, RECT *rect, UINT edge, UINT flags);
 PLATFORM_API BOOL WINAPI DrawFrameControl(HDC dc, RECT *rect, UINT type, UINT state);
-/* A dotted frame that a second call takes away again. */
+/* A dotted frame. A second call removes it. */
 PLATFORM_API BOOL WINAPI DrawFocusRect(HDC dc, const RECT *rect);
 
 #ifdef __cplusplus

@@ -1,4 +1,4 @@
-/* Errors. Every function that can fail says so by its result and leaves the reason here, for each thread apart. */
+/* Errors. Every function that can fail tells so by its result, and sets the calling thread's last error. */
 #ifndef PLATFORM_WINAPI_ERRORS_H
 #define PLATFORM_WINAPI_ERRORS_H
 
@@ -54,6 +54,7 @@ extern "C" {
 #define ERROR_INVALID_THREAD_ID 1444u
 #define ERROR_TIMEOUT 1460u
 #define ERROR_INVALID_USER_BUFFER 1784u
+#define ERROR_INVALID_PRINTER_NAME 1801u
 #define ERROR_RESOURCE_NAME_NOT_FOUND 1814u
 #define ERROR_NOT_ENOUGH_QUOTA 1816u
 

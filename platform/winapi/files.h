@@ -1,5 +1,5 @@
-/* Files. A file is shared as its openers allow, within the process and between processes that use these functions.
- * Names of 260 bytes or more are refused. A file is read-only when nobody has the right to write it, whoever asks. */
+/* Files. Openers share a file as they allow each other, within a process and between processes that use these
+ * functions. Names of 260 bytes or more are refused. A file without any write permission is read-only, for root too. */
 #ifndef PLATFORM_WINAPI_FILES_H
 #define PLATFORM_WINAPI_FILES_H
 
@@ -40,7 +40,7 @@ PLATFORM_API BOOL WINAPI WriteFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWO
 PLATFORM_API DWORD WINAPI GetFileSize(HANDLE file, LPDWORD high);
 PLATFORM_API BOOL WINAPI SetEndOfFile(HANDLE file);
 PLATFORM_API BOOL WINAPI DeleteFileA(LPCSTR name);
-/* Doesn't replace a file, except by a change of case. */
+/* Fails if the new name is taken, except by the file itself in another case. */
 PLATFORM_API BOOL WINAPI MoveFileA(LPCSTR from, LPCSTR to);
 PLATFORM_API BOOL WINAPI CopyFileA(LPCSTR from, LPCSTR to, BOOL failIfExists);
 PLATFORM_API DWORD WINAPI GetFileAttributesA(LPCSTR name);
@@ -57,7 +57,7 @@ PLATFORM_API BOOL WINAPI SetFileAttributesA(LPCSTR name, DWORD attributes);
 
 PLATFORM_API HANDLE WINAPI CreateFileMappingA(HANDLE file, LPSECURITY_ATTRIBUTES security, DWORD protection,
                                               DWORD sizeHigh, DWORD sizeLow, LPCSTR name);
-/* A view outlives the handles of its file and its mapping; a file under a view can't be cut. */
+/* A view outlives the handles of its file and its mapping. A file can't be cut under a view. */
 PLATFORM_API LPVOID WINAPI MapViewOfFile(HANDLE mapping, DWORD access, DWORD offsetHigh, DWORD offsetLow, SIZE_T size);
 PLATFORM_API BOOL WINAPI FlushViewOfFile(LPCVOID address, SIZE_T size);
 PLATFORM_API BOOL WINAPI UnmapViewOfFile(LPCVOID address);

@@ -1,4 +1,4 @@
-/* Folders and drives. Found names come in the order of their letters. Wildcards are * and ?. */
+/* Folders and drives. Found names are sorted by their letters. Wildcards are * and ?. */
 #ifndef PLATFORM_WINAPI_FOLDERS_H
 #define PLATFORM_WINAPI_FOLDERS_H
 
@@ -32,7 +32,7 @@ PLATFORM_API DWORD WINAPI SearchPathA(LPCSTR path, LPCSTR name, LPCSTR extension
 PLATFORM_API BOOL WINAPI CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES security);
 PLATFORM_API BOOL WINAPI RemoveDirectoryA(LPCSTR name);
 PLATFORM_API DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR name);
-/* For the whole process. */
+/* Changes the current folder of the whole process. */
 PLATFORM_API BOOL WINAPI SetCurrentDirectoryA(LPCSTR name);
 PLATFORM_API BOOL WINAPI GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector,
                                            LPDWORD freeClusters, LPDWORD clusters);

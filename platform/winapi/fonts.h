@@ -67,13 +67,13 @@ typedef struct tagTEXTMETRICA {
 #define DT_HIDEPREFIX 0x00100000u
 #define DT_PREFIXONLY 0x00200000u
 
-/* A face that is not installed gets the nearest one that has Japanese characters. */
+/* A face that isn't installed is replaced by the nearest one with Japanese characters. */
 PLATFORM_API HFONT WINAPI CreateFontIndirectA(const LOGFONTA *font);
 PLATFORM_API BOOL WINAPI GetTextMetricsA(HDC dc, TEXTMETRICA *metrics);
 PLATFORM_API UINT WINAPI SetTextAlign(HDC dc, UINT align);
 PLATFORM_API BOOL WINAPI GetTextExtentPoint32A(HDC dc, LPCSTR text, int length, SIZE *size);
 PLATFORM_API BOOL WINAPI TextOutA(HDC dc, int x, int y, LPCSTR text, int length);
-/* length: -1 for a text with an end mark. Result: the height of the text, 0 on failure. */
+/* length: -1 for a text that ends with NUL. Result: the height of the text, 0 on failure. */
 PLATFORM_API int WINAPI DrawTextA(HDC dc, LPCSTR text, int length, RECT *rect, UINT format);
 
 #ifdef __cplusplus

@@ -1,4 +1,4 @@
-/* What the handles of files and waiting objects have in common. */
+/* Functions for handles of files and waiting objects. */
 #ifndef PLATFORM_WINAPI_HANDLES_H
 #define PLATFORM_WINAPI_HANDLES_H
 

@@ -1,7 +1,7 @@
-/* Icons and cursors: loading them from the program's resources and from files, making, describing and drawing them.
+/* Icons and cursors: loading from resources and files, making, describing and drawing.
  *
- * An icon has several images, and each handle stands for one of them: that of the size that was asked for, stretched where
- * there is none of it. Of those with one size the image with most colours is taken. */
+ * An icon has several images. A handle stands for one of them: the image of the requested size, or the best one
+ * stretched. Among images of one size the one with the most colours counts. */
 #ifndef PLATFORM_WINAPI_ICONS_H
 #define PLATFORM_WINAPI_ICONS_H
 
@@ -11,7 +11,7 @@
 extern "C" {
 #endif
 
-/* The system's own, with instance null. Those of sizes other than 32 come from LoadImageA. */
+/* The system's own icons and cursors, with instance null. LoadImageA loads them in sizes other than 32. */
 
 #define IDI_APPLICATION MAKEINTRESOURCEA(32512)
 #define IDI_HAND MAKEINTRESOURCEA(32513)
@@ -39,11 +39,12 @@ extern "C" {
 #define IDC_APPSTARTING MAKEINTRESOURCEA(32650)
 #define IDC_HELP MAKEINTRESOURCEA(32651)
 
-/* Loading. The system's metrics give the size; the handle is shared: the same one each time, and never destroyed. */
+/* Loading in the size of the system's metrics. The handle is shared: every call gives the same one, and it is never
+ * destroyed. */
 PLATFORM_API HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name);
 PLATFORM_API HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name);
 
-/* The shape of the pointer over the program's windows; null for none. Result: the one before. */
+/* Sets the shape of the pointer over the program's windows; null for none. Result: the cursor before. */
 PLATFORM_API HCURSOR WINAPI SetCursor(HCURSOR cursor);
 PLATFORM_API HCURSOR WINAPI GetCursor(void);
 
@@ -61,30 +62,30 @@ PLATFORM_API HCURSOR WINAPI GetCursor(void);
 #define LR_COPYFROMRESOURCE 0x4000u
 #define LR_SHARED 0x8000u
 
-/* A copy of a bitmap, an icon or a cursor, stretched where another size is asked for; with LR_COPYFROMRESOURCE an icon is
- * read again, from the image that is best for the size. */
+/* Copies a bitmap, an icon or a cursor, and stretches it if another size is given. With LR_COPYFROMRESOURCE an icon is
+ * loaded again, from its best image for the size. */
 PLATFORM_API HANDLE WINAPI CopyImage(HANDLE image, UINT type, int width, int height, UINT flags);
 PLATFORM_API HICON WINAPI CopyIcon(HICON icon);
 #define CopyCursor(cursor) ((HCURSOR)CopyIcon((HICON)(cursor)))
 
-/* Those that were loaded with LR_SHARED stay. */
+/* Icons loaded with LR_SHARED are not destroyed. */
 PLATFORM_API BOOL WINAPI DestroyIcon(HICON icon);
 PLATFORM_API BOOL WINAPI DestroyCursor(HCURSOR cursor);
 
-/* Icons from bitmaps. The mask has one bit for each pixel: 0 where the picture covers what is below it, 1 where it turns the
- * bits of that which the picture has. Without a colour bitmap the mask is twice as high, and the picture is its lower
- * half. A colour bitmap of 32 bits may have alpha, as it was made and before anything is drawn on it. */
+/* Icons from bitmaps. The mask has one bit for each pixel. Where it is 0 the picture covers the ground; where it is 1
+ * the picture's bits invert the ground's. Without a colour bitmap the mask is twice as high, and the picture is its
+ * lower half. A new colour bitmap of 32 bits may have alpha; drawing on the bitmap removes the alpha. */
 typedef struct _ICONINFO {
   BOOL fIcon; /* FALSE for a cursor */
   DWORD xHotspot, yHotspot;
   HBITMAP hbmMask, hbmColor;
 } ICONINFO;
 
-/* The bitmaps stay the caller's. */
+/* The bitmaps are copied, and stay the caller's. */
 PLATFORM_API HICON WINAPI CreateIconIndirect(ICONINFO *info);
-/* The bitmaps are new ones, which the caller deletes. */
+/* The bitmaps are new, and the caller deletes them. */
 PLATFORM_API BOOL WINAPI GetIconInfo(HICON icon, ICONINFO *info);
-/* A cursor of one bit. mask, picture: rows of whole words of 16 bits. */
+/* Makes a monochrome cursor. mask, picture: rows padded to whole words of 16 bits. */
 PLATFORM_API HCURSOR WINAPI CreateCursor(HINSTANCE instance, int xHotspot, int yHotspot, int width, int height,
                                          const void *mask, const void *picture);
 
@@ -94,10 +95,10 @@ PLATFORM_API HCURSOR WINAPI CreateCursor(HINSTANCE instance, int xHotspot, int y
 #define DI_COMPAT 0x0004u
 #define DI_DEFAULTSIZE 0x0008u
 
-/* With the size that the system's metrics give to icons. */
+/* Draws in the size of the system's metrics. */
 PLATFORM_API BOOL WINAPI DrawIcon(HDC dc, int x, int y, HICON icon);
-/* width, height: 0 for the icon's own, or with DI_DEFAULTSIZE for that of the metrics. ground: null, or a brush that fills
- * the rectangle first. */
+/* width, height: 0 for the icon's own size, or with DI_DEFAULTSIZE for that of the metrics. ground: null, or a brush
+ * that fills the rectangle first. */
 PLATFORM_API BOOL WINAPI DrawIconEx(HDC dc, int x, int y, HICON icon, int width, int height, UINT step, HBRUSH ground,
                                     UINT flags);
 

@@ -1,4 +1,4 @@
-/* Mouse, keyboard, and the windows that their messages go to. The numbers of keys are in keys.h. */
+/* Mouse, keyboard, focus and activation. The numbers of keys are in keys.h. */
 #ifndef PLATFORM_WINAPI_INPUT_H
 #define PLATFORM_WINAPI_INPUT_H
 
@@ -43,13 +43,13 @@ PLATFORM_API BOOL WINAPI GetCursorPos(POINT *point);
 PLATFORM_API BOOL WINAPI SetCursorPos(int x, int y);
 PLATFORM_API UINT WINAPI GetDoubleClickTime(void);
 
-/* The keyboard. GetKeyState as of the last message taken, GetAsyncKeyState as of now. The high bit tells that the key
- * is down. */
+/* The keyboard. GetKeyState tells the state as of the last message taken, GetAsyncKeyState the present one. The high
+ * bit is set while the key is down. */
 
 PLATFORM_API SHORT WINAPI GetKeyState(int key);
 PLATFORM_API SHORT WINAPI GetAsyncKeyState(int key);
 
-/* Input as if it came from the user. */
+/* Simulated input. */
 
 #define MOUSEEVENTF_MOVE 0x0001u
 #define MOUSEEVENTF_LEFTDOWN 0x0002u

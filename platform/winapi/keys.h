@@ -1,4 +1,4 @@
-/* Keys by number. */
+/* Virtual keys. */
 #ifndef PLATFORM_WINAPI_KEYS_H
 #define PLATFORM_WINAPI_KEYS_H
 

@@ -8,7 +8,7 @@
 extern "C" {
 #endif
 
-/* The system menu: its items and their states, which the desktop's own frame does not show. */
+/* The system menu: its items and their states. The desktop's own frame doesn't show them. */
 
 #define MF_BYCOMMAND 0u
 #define MF_BYPOSITION 0x400u
@@ -28,7 +28,7 @@ extern "C" {
 #define SC_RESTORE 0xF120u
 
 PLATFORM_API HMENU WINAPI GetSystemMenu(HWND window, BOOL revert);
-/* Result: the item's state before, all ones for an item that isn't there. */
+/* Result: the item's state before; all bits set for an unknown item. */
 PLATFORM_API BOOL WINAPI EnableMenuItem(HMENU menu, UINT item, UINT flags);
 PLATFORM_API UINT WINAPI GetMenuState(HMENU menu, UINT item, UINT flags);
 

@@ -44,11 +44,12 @@ typedef struct tagMSG {
 #define WM_MOUSEACTIVATE 0x0021u
 #define WM_CHILDACTIVATE 0x0022u
 #define WM_GETMINMAXINFO 0x0024u
-#define WM_SETFONT 0x0030u /* wParam: a font, which stays the sender's; low word of lParam: whether to draw again */
+#define WM_SETFONT 0x0030u /* wParam: a font, which stays the sender's; low word of lParam: whether to redraw */
 #define WM_GETFONT 0x0031u
 #define WM_WINDOWPOSCHANGING 0x0046u
 #define WM_WINDOWPOSCHANGED 0x0047u
 #define WM_NOTIFY 0x004Eu
+#define WM_HELP 0x0053u
 #define WM_CONTEXTMENU 0x007Bu
 #define WM_STYLECHANGING 0x007Cu
 #define WM_STYLECHANGED 0x007Du
@@ -95,11 +96,12 @@ typedef struct tagMSG {
 #define WM_MOVING 0x0216u
 #define WM_ENTERSIZEMOVE 0x0231u
 #define WM_EXITSIZEMOVE 0x0232u
+#define WM_DROPFILES 0x0233u /* wParam: an HDROP, the receiver's to free with DragFinish */
 #define WM_MOUSELEAVE 0x02A3u
 #define WM_USER 0x0400u
 #define WM_APP 0x8000u
 
-/* What messages carry, and what they are answered with. */
+/* Parameters and results of messages. */
 
 #define SIZE_RESTORED 0
 #define SIZE_MINIMIZED 1
@@ -153,24 +155,26 @@ typedef struct tagNMHDR {
 #define PM_NOREMOVE 0u
 #define PM_REMOVE 1u
 
-/* Messages come in this order: sent, posted, quit, input, paint, timer. */
+/* Messages are retrieved in this order: sent, posted, quit, input, paint, timer. */
 PLATFORM_API BOOL WINAPI GetMessageA(MSG *message, HWND window, UINT first, UINT last);
 PLATFORM_API BOOL WINAPI PeekMessageA(MSG *message, HWND window, UINT first, UINT last, UINT remove);
 PLATFORM_API BOOL WINAPI TranslateMessage(const MSG *message);
 PLATFORM_API LRESULT WINAPI DispatchMessageA(const MSG *message);
-/* To a window of another thread: waits until that thread takes the message, and serves messages sent here meanwhile. */
+/* A message to another thread's window waits until that thread has handled it. Messages sent here are served
+ * meanwhile. */
 PLATFORM_API LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-/* The same for at most so many milliseconds; 0 with ERROR_TIMEOUT after them. flags: SMTO_NORMAL. result: may be null. */
+/* SendMessageA with a limit in milliseconds. Result: 0 with ERROR_TIMEOUT after the limit. flags: SMTO_NORMAL. result:
+ * may be null. */
 PLATFORM_API LRESULT WINAPI SendMessageTimeoutA(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT flags,
                                                 UINT timeout, ULONG_PTR *result);
-/* To a window of another thread: without waiting. */
+/* A message to another thread's window is sent without waiting. */
 PLATFORM_API BOOL WINAPI SendNotifyMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API BOOL WINAPI PostThreadMessageA(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API void WINAPI PostQuitMessage(int status);
 PLATFORM_API BOOL WINAPI InSendMessage(void);
 
-/* Timers. Without a window the id is the layer's choice, unless it is that of such a timer. */
+/* Timers. For a null window the layer chooses the id, unless id is that of an existing timer without a window. */
 
 #define USER_TIMER_MINIMUM 10u
 

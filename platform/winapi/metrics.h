@@ -55,8 +55,8 @@ extern "C" {
 
 PLATFORM_API int WINAPI GetSystemMetrics(int index);
 
-/* Real pixels, and the real resolution in LOGPIXELSX and LOGPIXELSY. A program that doesn't ask for them is scaled by the
- * desktop as a whole, and sees a screen of 96 pixels an inch. Comes before the first window or metric; later it fails. */
+/* Gives the program real pixels, and the real resolution in LOGPIXELSX and LOGPIXELSY. Otherwise the desktop scales it
+ * as a whole, and it sees a screen of 96 pixels an inch. Fails after the first window or metric. */
 PLATFORM_API BOOL WINAPI SetProcessDPIAware(void);
 PLATFORM_API BOOL WINAPI IsProcessDPIAware(void);
 

@@ -1,5 +1,5 @@
-/* Objects that a context draws with: pens, brushes and palettes here, fonts and bitmaps in headers of their own. One
- * that is selected may be deleted: it goes when it is no longer selected. */
+/* Drawing objects: pens, brushes and palettes. Fonts and bitmaps have their own headers. A selected object may be
+ * deleted: it goes when it is no longer selected. */
 #ifndef PLATFORM_WINAPI_OBJECTS_H
 #define PLATFORM_WINAPI_OBJECTS_H
 
@@ -61,14 +61,14 @@ PLATFORM_API HPEN WINAPI CreatePen(int style, int width, COLORREF color);
 PLATFORM_API HBRUSH WINAPI CreateSolidBrush(COLORREF color);
 PLATFORM_API HBRUSH WINAPI CreateHatchBrush(int hatch, COLORREF color);
 PLATFORM_API HGDIOBJ WINAPI GetStockObject(int index);
-/* Result: the object that was selected before; for a region the kind of region that results; null when that fails. */
+/* Result: the object selected before; for a region the kind of the resulting region; null on failure. */
 PLATFORM_API HGDIOBJ WINAPI SelectObject(HDC dc, HGDIOBJ object);
-/* Writes the object's description: LOGPEN, LOGBRUSH, LOGFONTA, BITMAP, or the number of a palette's entries. */
+/* Writes a description of the object: LOGPEN, LOGBRUSH, LOGFONTA, BITMAP, or the number of a palette's entries. */
 PLATFORM_API int WINAPI GetObjectA(HANDLE object, int size, void *description);
 PLATFORM_API BOOL WINAPI DeleteObject(HGDIOBJ object);
 PLATFORM_API BOOL WINAPI UnrealizeObject(HGDIOBJ object);
 
-/* Palettes. They can be selected; pixels are always true colours here. */
+/* Palettes can be selected, but pixels always have true colours. */
 
 typedef struct tagPALETTEENTRY {
   BYTE peRed, peGreen, peBlue, peFlags;

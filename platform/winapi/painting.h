@@ -1,4 +1,4 @@
-/* Painting: what of a window is out of date, and contexts that draw on windows. */
+/* Painting: update regions, and contexts of windows. */
 #ifndef PLATFORM_WINAPI_PAINTING_H
 #define PLATFORM_WINAPI_PAINTING_H
 
@@ -37,8 +37,8 @@ PLATFORM_API BOOL WINAPI EndPaint(HWND window, const PAINTSTRUCT *paint);
 
 #define DCX_WINDOW 0x00000001u
 
-/* The client area of a window, or of the screen, within what is seen of it; GetDCEx takes DCX_WINDOW for the whole
- * window. Give the context back with ReleaseDC. */
+/* The visible client area of a window, or of the screen. With DCX_WINDOW GetDCEx gives the whole window. The caller
+ * gives the context back with ReleaseDC. */
 PLATFORM_API HDC WINAPI GetDC(HWND window);
 PLATFORM_API HDC WINAPI GetDCEx(HWND window, HRGN region, DWORD flags);
 PLATFORM_API int WINAPI ReleaseDC(HWND window, HDC dc);

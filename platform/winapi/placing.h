@@ -1,4 +1,4 @@
-/* Place, size, order and state of windows. The frame round a client area follows from the style alone. */
+/* Place, size, order and state of windows. The frame round a client area depends only on the style. */
 #ifndef PLATFORM_WINAPI_PLACING_H
 #define PLATFORM_WINAPI_PLACING_H
 
@@ -18,7 +18,7 @@ extern "C" {
 #define SWP_HIDEWINDOW 0x0080u
 #define SWP_NOCOPYBITS 0x0100u
 #define SWP_NOSENDCHANGING 0x0400u
-#define SWP_ASYNCWINDOWPOS 0x4000u /* another thread's window: without waiting for it */
+#define SWP_ASYNCWINDOWPOS 0x4000u /* doesn't wait for the window's thread */
 #define HWND_TOP ((HWND)0)
 #define HWND_BOTTOM ((HWND)1)
 #define HWND_TOPMOST ((HWND)(LONG_PTR)-1)
@@ -68,13 +68,13 @@ typedef struct tagWINDOWPLACEMENT {
 PLATFORM_API BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 PLATFORM_API BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 PLATFORM_API BOOL WINAPI ShowWindow(HWND window, int command);
-/* Another thread's window: without waiting for it. */
+/* Doesn't wait if the window belongs to another thread. */
 PLATFORM_API BOOL WINAPI ShowWindowAsync(HWND window, int command);
 PLATFORM_API BOOL WINAPI GetWindowPlacement(HWND window, WINDOWPLACEMENT *placement);
 PLATFORM_API BOOL WINAPI GetWindowRect(HWND window, RECT *rect);
 PLATFORM_API BOOL WINAPI GetClientRect(HWND window, RECT *rect);
 PLATFORM_API BOOL WINAPI AdjustWindowRectEx(RECT *rect, DWORD style, BOOL menu, DWORD exStyle);
-/* Null stands for the screen. */
+/* A null window stands for the screen. */
 PLATFORM_API int WINAPI MapWindowPoints(HWND from, HWND to, POINT *points, UINT count);
 PLATFORM_API BOOL WINAPI ClientToScreen(HWND window, POINT *point);
 PLATFORM_API BOOL WINAPI ScreenToClient(HWND window, POINT *point);

@@ -1,10 +1,10 @@
 /* Printers, their settings, the print dialog, and documents drawn through a printer's context.
  *
- * Here one printer is always there: "PDF" writes a file of that form. Those of the system's spooler (CUPS) come after it.
- * On paper, lines, fills and hatches stay lines and areas, text stays text that can be searched, with its characters in the
- * file, and bitmaps keep their pixels. Paper can't be read: raster operations find white where they need what is there, or
- * black where the source would not be seen otherwise, and GetPixel and copies from paper fail. Hatches and dashes have the
- * size that they have on a screen. */
+ * One printer always exists here: "PDF" writes a PDF file. The printers of the system's spooler (CUPS) come after it.
+ * On paper, lines, fills and hatches stay lines and areas, and bitmaps keep their pixels. Text stays text that can be
+ * searched, and the file contains its characters. Paper can't be read: raster operations find white there, or black
+ * where the source would be invisible on white. GetPixel and copies from paper fail. Hatches and dashes have the same
+ * size as on a screen. */
 #ifndef PLATFORM_WINAPI_PRINTING_H
 #define PLATFORM_WINAPI_PRINTING_H
 
@@ -15,7 +15,7 @@
 extern "C" {
 #endif
 
-/* Settings of a printer. Of those that a program hands in, the ones count that dmFields names. */
+/* Settings of a printer. In a program's settings only the members count that dmFields names. */
 
 #define CCHDEVICENAME 32
 #define CCHFORMNAME 32
@@ -57,17 +57,17 @@ extern "C" {
 typedef struct _devicemodeA {
   BYTE dmDeviceName[CCHDEVICENAME]; /* its first 31 bytes */
   WORD dmSpecVersion, dmDriverVersion, dmSize, dmDriverExtra;
-  DWORD dmFields;      /* DM_...: what of the following counts */
+  DWORD dmFields;      /* DM_...: the members that count */
   short dmOrientation; /* DMORIENT_... */
   short dmPaperSize;   /* DMPAPER_... */
-  short dmPaperLength; /* of other sheets, in tenths of a millimetre, upright */
+  short dmPaperLength; /* in tenths of a millimetre, upright, for a paper of another size */
   short dmPaperWidth;
   short dmScale;
   short dmCopies;
   short dmDefaultSource;
   short dmPrintQuality; /* dots in an inch, or DMRES_... */
   short dmColor, dmDuplex;
-  short dmYResolution; /* dots in an inch downwards, when they are others */
+  short dmYResolution; /* dots in an inch downwards, if they differ */
   short dmTTOption, dmCollate;
   BYTE dmFormName[CCHFORMNAME];
   WORD dmLogPixels;
@@ -75,7 +75,7 @@ typedef struct _devicemodeA {
       dmMediaType, dmDitherType, dmReserved1, dmReserved2, dmPanningWidth, dmPanningHeight;
 } DEVMODEA;
 
-/* Names of a printer: texts at so many bytes from the beginning of the record. */
+/* Names of a printer: the offsets in bytes of texts behind this record. */
 typedef struct tagDEVNAMES {
   WORD wDriverOffset, wDeviceOffset, wOutputOffset;
   WORD wDefault; /* DN_DEFAULTPRN for the default printer */
@@ -117,12 +117,12 @@ typedef struct _PRINTER_INFO_5A {
   DWORD Attributes, DeviceNotSelectedTimeout, TransmissionRetryTimeout;
 } PRINTER_INFO_5A;
 
-/* Writes records of a level (1, 2, 4, 5) to a buffer, and behind them the texts that they point at. name has no effect.
- * needed: gets the size of it all. returned: the number of records.
- * Result: FALSE with ERROR_INSUFFICIENT_BUFFER when the buffer is too small. */
+/* Writes records of a level (1, 2, 4, 5) to a buffer, and their texts behind them. name has no effect.
+ * needed: gets the whole size. returned: gets the number of records.
+ * Result: FALSE with ERROR_INSUFFICIENT_BUFFER if the buffer is too small. */
 PLATFORM_API BOOL WINAPI EnumPrintersA(DWORD flags, LPSTR name, DWORD level, BYTE *buffer, DWORD size, DWORD *needed,
                                        DWORD *returned);
-/* size: of the buffer; gets that of the name with its end mark. */
+/* size: of the buffer in bytes; gets the size of the name with its NUL. */
 PLATFORM_API BOOL WINAPI GetDefaultPrinterA(LPSTR buffer, DWORD *size);
 
 /* The print dialog. */
@@ -138,6 +138,7 @@ PLATFORM_API BOOL WINAPI GetDefaultPrinterA(LPSTR buffer, DWORD *size);
 #define PD_RETURNDC 0x00000100u
 #define PD_RETURNIC 0x00000200u
 #define PD_RETURNDEFAULT 0x00000400u
+#define PD_ENABLEPRINTHOOK 0x00001000u
 #define PD_USEDEVMODECOPIES 0x00040000u
 #define PD_USEDEVMODECOPIESANDCOLLATE 0x00040000u
 #define PD_DISABLEPRINTTOFILE 0x00080000u
@@ -152,9 +153,9 @@ typedef UINT_PTR(CALLBACK *LPSETUPHOOKPROC)(HWND, UINT, WPARAM, LPARAM);
 typedef struct tagPDA {
   DWORD lStructSize;
   HWND hwndOwner;
-  HGLOBAL hDevMode;  /* of a DEVMODEA; the caller's to free, whoever made it */
-  HGLOBAL hDevNames; /* of a DEVNAMES, likewise */
-  HDC hDC;           /* with PD_RETURNDC or PD_RETURNIC, to be ended with DeleteDC */
+  HGLOBAL hDevMode;  /* a DEVMODEA, which the caller frees */
+  HGLOBAL hDevNames; /* a DEVNAMES, likewise */
+  HDC hDC;           /* with PD_RETURNDC or PD_RETURNIC; the caller ends it with DeleteDC */
   DWORD Flags;
   WORD nFromPage, nToPage, nMinPage, nMaxPage, nCopies;
   HINSTANCE hInstance;
@@ -168,13 +169,41 @@ typedef struct tagPDA {
 #pragma pack(pop)
 #endif
 
-/* Fills hDevMode and hDevNames. With PD_RETURNDEFAULT both are null before, and get the default printer's; otherwise they
- * say what the user begins with. Nothing is asked: the answer is what the user began with. Hooks and templates have no
- * effect.
- * Result: FALSE when there is no such printer. */
+#define PDERR_RETDEFFAILURE 0x1003u
+#define PDERR_NODEFAULTPRN 0x1008u
+#define PDERR_CREATEICFAILURE 0x100Au
+#define PDERR_PRINTERNOTFOUND 0x100Bu
+
+/* Ids of the controls in the dialog. */
+#define psh3 0x0402 /* looks for the file to print to */
+#define chx1 0x0410 /* print to a file */
+#define chx2 0x0411 /* copy after copy, not page after page */
+#define chx3 0x0412 /* landscape */
+#define rad1 0x0420 /* all pages */
+#define rad2 0x0421 /* what is selected */
+#define rad3 0x0422 /* these pages: */
+#define cmb2 0x0471 /* the paper */
+#define cmb4 0x0473 /* the printer */
+#define edt1 0x0480 /* the first page */
+#define edt2 0x0481 /* the last page */
+#define edt3 0x0482 /* copies */
+#define edt4 0x0483 /* the file */
+
+/* Lets the user choose a printer, pages and copies. hDevMode and hDevNames say what the user begins with, the default
+ * printer where they are null, and get the choice. With PD_RETURNDEFAULT both are null before, and get the default
+ * printer's; nothing is asked then, nor without a display: the answer is what the user would begin with.
+ *
+ * Flags say what can be chosen (PD_NOSELECTION, PD_NOPAGENUMS, PD_HIDEPRINTTOFILE ...) and is chosen at first, and tell
+ * which pages were (PD_PAGENUMS, PD_SELECTION). Pages go from nMinPage to nMaxPage; where that is one, none can be chosen.
+ * Copies are in nCopies and PD_COLLATE, and with PD_USEDEVMODECOPIES in the settings, while nCopies is 1.
+ * A file that the user has chosen is in the output text of hDevNames; a document whose own output file is null goes there,
+ * the first of the context.
+ * The hook (PD_ENABLEPRINTHOOK) gets the dialog's messages before the dialog does, from WM_INITDIALOG on, whose lParam is
+ * the record; what it answers with something other than 0 is answered. Templates have no effect.
+ * Result: FALSE when the user has cancelled, with CommDlgExtendedError 0, and after an error, with PDERR_... or CDERR_... */
 PLATFORM_API BOOL WINAPI PrintDlgA(PRINTDLGA *dialog);
 
-/* Documents. Results above 0 are successes, others errors, SP_... */
+/* Documents. Results above 0 are successes, all others are SP_... errors. */
 
 #define SP_ERROR (-1)
 #define SP_APPABORT (-2)
@@ -185,29 +214,29 @@ PLATFORM_API BOOL WINAPI PrintDlgA(PRINTDLGA *dialog);
 typedef struct _DOCINFOA {
   int cbSize;
   LPCSTR lpszDocName;
-  LPCSTR lpszOutput; /* the file to write; null for the printer's own way */
+  LPCSTR lpszOutput; /* the output file; null for the printer's usual way */
   LPCSTR lpszDatatype;
   DWORD fwType;
 } DOCINFOA;
 
-/* Result: whether to go on. */
+/* Result: whether printing shall go on. */
 typedef BOOL(CALLBACK *ABORTPROC)(HDC, int);
 
-/* Begins a document. Nothing can be drawn before StartPage. The "PDF" printer writes the output file, else
- * "<document name>.pdf" in the current folder or, where that is taken, the same with a number. The file has its name only
- * from EndDoc on, when it is whole; before it lies beside that, under another one.
+/* Begins a document. Drawing needs StartPage first. The "PDF" printer writes the output file, or "<document name>.pdf"
+ * in the current folder; if that name is taken, a number is added. Until EndDoc the file lies beside its place under
+ * another name.
  * Result: the document's number. */
 PLATFORM_API int WINAPI StartDocA(HDC dc, const DOCINFOA *info);
 PLATFORM_API int WINAPI StartPage(HDC dc);
-/* Asks the abort procedure whether to go on. If not, the document is given up. */
+/* Ends a page and asks the abort procedure whether to go on. If not, the document is given up. */
 PLATFORM_API int WINAPI EndPage(HDC dc);
-/* Ends a page that was not ended too. A document without pages leaves no file behind. */
+/* Ends an open page too. A document without pages leaves no file. */
 PLATFORM_API int WINAPI EndDoc(HDC dc);
-/* Gives a document up: nothing is left of it. So does DeleteDC with one that was not ended. */
+/* Gives a document up: nothing is left of it. DeleteDC does so with a document that wasn't ended. */
 PLATFORM_API int WINAPI AbortDoc(HDC dc);
 /* procedure: null for none. */
 PLATFORM_API int WINAPI SetAbortProc(HDC dc, ABORTPROC procedure);
-/* Changes the settings, from the next page on. Result: the context; null within a page. */
+/* Changes the settings from the next page on. Result: the context; null within a page. */
 PLATFORM_API HDC WINAPI ResetDCA(HDC dc, const DEVMODEA *mode);
 
 #ifdef __cplusplus

@@ -11,7 +11,7 @@ extern "C" {
 PLATFORM_API DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR defaultText, LPSTR text,
                                                    DWORD size, LPCSTR name);
 PLATFORM_API UINT WINAPI GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT defaultValue, LPCSTR name);
-/* The file has the new content when this returns, whole. */
+/* On return the file has the whole new content. */
 PLATFORM_API BOOL WINAPI WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR text, LPCSTR name);
 
 #ifdef __cplusplus

@@ -8,14 +8,14 @@
 extern "C" {
 #endif
 
-/* The command line, cut into arguments, in code page 932; argv of main holds what the shell passed, in UTF-8. */
+/* The command line as arguments in code page 932. In contrast, argv of main holds UTF-8 from the shell. */
 PLATFORM_API int *__p___argc(void);
 PLATFORM_API char ***__p___argv(void);
 #define __argc (*__p___argc())
 #define __argv (*__p___argv())
 
-/* The value of an environment variable, in code page 932. Result: its length; the room needed where there is less; 0
- * when there is none. */
+/* The value of an environment variable, in code page 932. Result: its length; the room needed if size is too small; 0
+ * if there is no such variable. */
 PLATFORM_API DWORD WINAPI GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD size);
 
 /* The standard streams as files, and whether a file is a terminal. */
@@ -26,7 +26,7 @@ PLATFORM_API DWORD WINAPI GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWOR
 PLATFORM_API HANDLE WINAPI GetStdHandle(DWORD stream);
 PLATFORM_API BOOL WINAPI GetConsoleMode(HANDLE file, LPDWORD mode);
 
-/* Modules. The program itself is the one without a name. */
+/* Modules. A null name stands for the program itself. */
 
 typedef intptr_t(WINAPI *FARPROC)(void);
 

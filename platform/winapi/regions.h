@@ -24,11 +24,11 @@ PLATFORM_API int WINAPI CombineRgn(HRGN result, HRGN first, HRGN second, int mod
 PLATFORM_API int WINAPI GetRgnBox(HRGN region, RECT *rect);
 PLATFORM_API int WINAPI SelectClipRgn(HDC dc, HRGN region);
 PLATFORM_API int WINAPI ExtSelectClipRgn(HDC dc, HRGN region, int mode);
-/* Copies the context's own clip region. Result: 1, 0 when the context has none, -1 on failure. */
+/* Copies the context's own clip region. Result: 1; 0 if the context has none, -1 on failure. */
 PLATFORM_API int WINAPI GetClipRgn(HDC dc, HRGN region);
 PLATFORM_API int WINAPI ExcludeClipRect(HDC dc, int left, int top, int right, int bottom);
 PLATFORM_API int WINAPI IntersectClipRect(HDC dc, int left, int top, int right, int bottom);
-/* The rectangle round what the context can draw on. */
+/* The rectangle round the area that the context can draw on. */
 PLATFORM_API int WINAPI GetClipBox(HDC dc, RECT *rect);
 
 #ifdef __cplusplus

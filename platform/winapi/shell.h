@@ -1,4 +1,4 @@
-/* The shell: letting the user choose a folder, which comes as a list of items that the caller gives back. */
+/* The shell: the dialog for folders. A folder comes as a list of items, which the caller frees. */
 #ifndef PLATFORM_WINAPI_SHELL_H
 #define PLATFORM_WINAPI_SHELL_H
 
@@ -10,7 +10,7 @@ extern "C" {
 #endif
 
 typedef struct _SHITEMID {
-  WORD cb; /* bytes of the item with this word; 0 ends the list */
+  WORD cb; /* bytes of the item, this member included; 0 ends the list */
   BYTE abID[1];
 } SHITEMID;
 
@@ -24,7 +24,7 @@ typedef int(CALLBACK *BFFCALLBACK)(HWND, UINT, LPARAM, LPARAM);
 
 typedef struct _browseinfoA {
   HWND hwndOwner;
-  LPCITEMIDLIST pidlRoot; /* the folder above which there is none to choose; null for all drives */
+  LPCITEMIDLIST pidlRoot; /* the topmost folder to choose from; null for all drives */
   LPSTR pszDisplayName;   /* room for MAX_PATH bytes, or null */
   LPCSTR lpszTitle;       /* a text above the folders */
   UINT ulFlags;           /* BIF_... */
@@ -37,26 +37,27 @@ typedef struct _browseinfoA {
 #define BIF_STATUSTEXT 0x0004u
 #define BIF_NEWDIALOGSTYLE 0x0040u
 
-/* The callback hears of: the dialog is there; another folder is selected, whose list is lParam. */
+/* Calls of the callback: the dialog is ready; another folder is selected, and lParam is its list. */
 #define BFFM_INITIALIZED 1u
 #define BFFM_SELCHANGED 2u
-/* It may send to the dialog: */
+/* Messages that the callback may send to the dialog. */
 #define BFFM_SETSTATUSTEXTA 0x0464u /* lParam: a text, shown with BIF_STATUSTEXT */
 #define BFFM_ENABLEOK 0x0465u       /* lParam: whether OK can be pressed */
 #define BFFM_SETSELECTIONA 0x0466u  /* wParam TRUE: lParam is a path; FALSE: a list */
 
-/* Null when nothing is chosen, as without a display. The list is the caller's to give back with the shell's allocator. */
+/* Result: null if the user chooses nothing, and without a display. The caller frees the list with the shell's
+ * allocator. */
 PLATFORM_API LPITEMIDLIST WINAPI SHBrowseForFolderA(BROWSEINFOA *how);
-/* path: room for MAX_PATH bytes; empty when it fails. */
+/* path: room for MAX_PATH bytes; empty on failure. */
 PLATFORM_API BOOL WINAPI SHGetPathFromIDListA(LPCITEMIDLIST list, LPSTR path);
 
-/* The shell's allocator. It is always the same one and never goes. */
+/* The shell's allocator: one object that is never destroyed. */
 
 #ifdef __cplusplus
 }
 
 struct IMalloc {
-  virtual HRESULT WINAPI QueryInterface(const void *id, void **object) = 0; /* knows no others */
+  virtual HRESULT WINAPI QueryInterface(const void *id, void **object) = 0; /* finds no other interface */
   virtual DWORD WINAPI AddRef() = 0;
   virtual DWORD WINAPI Release() = 0;
   virtual void *WINAPI Alloc(SIZE_T size) = 0;

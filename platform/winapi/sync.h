@@ -1,4 +1,4 @@
-/* Threads, and what they wait for. */
+/* Threads and waiting. */
 #ifndef PLATFORM_WINAPI_SYNC_H
 #define PLATFORM_WINAPI_SYNC_H
 
@@ -12,8 +12,8 @@ extern "C" {
 PLATFORM_API DWORD WINAPI GetCurrentThreadId(void);
 PLATFORM_API void WINAPI Sleep(DWORD milliseconds);
 
-/* Waiting objects. Named ones live as long as a process of this user holds a handle. A name may begin with "Local\" or
- * "Global\"; the first changes nothing, the second makes it another name. No other backslash may be in it. */
+/* Waiting objects. A named object lives as long as a process of this user has a handle to it. A name may begin with
+ * "Local\" or "Global\". "Local\" changes nothing, "Global\" makes it another name. Other backslashes are invalid. */
 
 typedef struct _CRITICAL_SECTION {
   uint64_t state[6]; /* the lock itself: not to be copied */

@@ -1,4 +1,4 @@
-/* What every header of the API leans on: numbers, handles, points and rectangles, and words in two halves. */
+/* Types that all headers of the API need: numbers, handles, points and rectangles, and halves of words. */
 #ifndef PLATFORM_WINAPI_TYPES_H
 #define PLATFORM_WINAPI_TYPES_H
 
@@ -14,7 +14,7 @@ extern "C" {
 #define CALLBACK
 #define PLATFORM_API __attribute__((visibility("default")))
 
-/* Numbers. They keep their Windows width whatever the width of the compiler's long is. */
+/* Numbers. They have their Windows width, whatever the width of the compiler's long. */
 
 typedef int BOOL;
 typedef uint8_t BYTE;
@@ -64,9 +64,9 @@ DECLARE_HANDLE(HPEN);
 DECLARE_HANDLE(HFONT);
 DECLARE_HANDLE(HBITMAP);
 DECLARE_HANDLE(HPALETTE);
-typedef void *HGDIOBJ; /* a region, or what a context draws with */
+typedef void *HGDIOBJ; /* a region or any drawing object */
 
-/* Rectangles. Right and bottom lie outside. */
+/* Rectangles. Right and bottom are exclusive. */
 
 typedef struct tagPOINT {
   LONG x, y;
@@ -90,7 +90,7 @@ typedef struct tagRECT {
 #define GET_X_LPARAM(value) ((int)(short)LOWORD(value))
 #define GET_Y_LPARAM(value) ((int)(short)HIWORD(value))
 
-/* A number where a name is asked for. */
+/* Passes a number in place of a name. */
 #define MAKEINTRESOURCEA(id) ((LPSTR)(ULONG_PTR)(WORD)(id))
 
 #ifdef __cplusplus

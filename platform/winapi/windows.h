@@ -1,5 +1,5 @@
-/* Windows. They belong to the thread that made them; those of the thread that made the first one stand on the desktop.
- * Calls with a handle that is none, or no longer one, fail with ERROR_INVALID_WINDOW_HANDLE and do nothing. */
+/* Windows. A window belongs to the thread that made it. Calls with an invalid handle fail with
+ * ERROR_INVALID_WINDOW_HANDLE and do nothing. */
 #ifndef PLATFORM_WINAPI_WINDOWS_H
 #define PLATFORM_WINAPI_WINDOWS_H
 
@@ -33,7 +33,7 @@ typedef struct tagWNDCLASSA {
 PLATFORM_API ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass);
 PLATFORM_API int WINAPI GetClassNameA(HWND window, LPSTR text, int size);
 
-/* Creation and end. */
+/* Creation and destruction. */
 
 #define WS_OVERLAPPED 0x00000000u
 #define WS_POPUP 0x80000000u
@@ -56,6 +56,7 @@ PLATFORM_API int WINAPI GetClassNameA(HWND window, LPSTR text, int size);
 #define WS_EX_DLGMODALFRAME 0x00000001u
 #define WS_EX_NOPARENTNOTIFY 0x00000004u
 #define WS_EX_TOPMOST 0x00000008u
+#define WS_EX_ACCEPTFILES 0x00000010u
 #define WS_EX_TRANSPARENT 0x00000020u
 #define WS_EX_TOOLWINDOW 0x00000080u
 #define WS_EX_WINDOWEDGE 0x00000100u
@@ -117,7 +118,7 @@ PLATFORM_API BOOL WINAPI IsWindowEnabled(HWND window);
 PLATFORM_API BOOL WINAPI IsIconic(HWND window);
 PLATFORM_API BOOL WINAPI IsZoomed(HWND window);
 PLATFORM_API HWND WINAPI GetDesktopWindow(void);
-/* Result: the thread of a window; 0 for a handle that is none. process: may be null. */
+/* Result: the thread of a window; 0 for an invalid handle. process: may be null. */
 PLATFORM_API DWORD WINAPI GetWindowThreadProcessId(HWND window, DWORD *process);
 PLATFORM_API HWND WINAPI GetParent(HWND window);
 PLATFORM_API HWND WINAPI SetParent(HWND window, HWND parent);
@@ -133,7 +134,7 @@ PLATFORM_API BOOL WINAPI SetWindowTextA(HWND window, LPCSTR text);
 PLATFORM_API int WINAPI GetWindowTextA(HWND window, LPSTR text, int size);
 PLATFORM_API int WINAPI GetWindowTextLengthA(HWND window);
 
-/* Layered windows. SetLayeredWindowAttributes is also found at run time, in "user32". */
+/* Layered windows. Programs also find SetLayeredWindowAttributes at run time, in "user32". */
 
 #define LWA_ALPHA 2u
 

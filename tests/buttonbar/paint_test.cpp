@@ -51,16 +51,10 @@ class BarPaintTest : public BarTest {
   }
   // Paints all of the window, which had one colour.
   void paint() const {
-    const HDC screen = GetDC(wnd_->hwnd);
-    const HBRUSH brush = CreateSolidBrush(kOld);
-    FillRect(screen, &kAll, brush), DeleteObject(brush), ReleaseDC(wnd_->hwnd, screen);
+    fillWindow(wnd_->hwnd, kOld);
     InvalidateRect(wnd_->hwnd, nullptr, FALSE), UpdateWindow(wnd_->hwnd);
   }
-  COLORREF at(int x, int y) const {
-    const HDC screen = GetDC(wnd_->hwnd);
-    const COLORREF color = GetPixel(screen, x, y);
-    return ReleaseDC(wnd_->hwnd, screen), color;
-  }
+  COLORREF at(int x, int y) const { return pixelOf(wnd_->hwnd, x, y); }
 
   static constexpr RECT kAll = {0, 0, 200, 200};
   Window *wnd_ = nullptr;
@@ -80,14 +74,11 @@ TEST_F(BarPaintTest, TheStateChoosesThePicture) {
       {kDown | 2, 2, 3}, {kSelected, 0, 4}, {kSelected | kDown | 15, 15, 5}};
   // clang-format on
   for (const auto &row : rows) {
-    SCOPED_TRACE(&row - rows);
     WqMbbBtn_Update(button, row.flags), paint();
-    EXPECT_EQ(at(22, 11), picture(row.column, row.row, 2, 1)) << "the first pixel";
-    EXPECT_EQ(at(25, 13), picture(row.column, row.row, 5, 3)) << "the last one, which is inside";
-    EXPECT_EQ(at(21, 11), kGround);
-    EXPECT_EQ(at(22, 10), kGround);
-    EXPECT_EQ(at(26, 13), kGround);
-    EXPECT_EQ(at(25, 14), kGround);
+    const std::vector seen = {at(22, 11), at(25, 13), at(21, 11), at(22, 10), at(26, 13), at(25, 14)};
+    const auto pixel = [&](int x, int y) { return picture(row.column, row.row, x, y); };
+    EXPECT_EQ(seen, (std::vector{pixel(2, 1), pixel(5, 3), kGround, kGround, kGround, kGround}))
+        << &row - rows << ": the first pixel, the last, which is inside, and beyond each edge";
   }
 }
 
@@ -116,8 +107,7 @@ TEST_F(BarPaintTest, PinsMoveTheField) {
       SCOPED_TRACE(testing::Message() << bitmap << ' ' << &row - rows);
       WqMbbField *pinned = field(bitmap, {20, 10});
       add(pinned, {2, 1, 5, 3}, row.pins | 4), paint();
-      EXPECT_EQ(pinned->originX, row.expected[0]);
-      EXPECT_EQ(pinned->originY, row.expected[1]);
+      EXPECT_EQ(std::tuple(pinned->originX, pinned->originY), std::tuple(row.expected[0], row.expected[1]));
       EXPECT_EQ(at(row.expected[2], row.expected[3]), bitmap == kSheet ? picture(4, 2, 2, 1) : kGround);
       WqMbbTbl_Remove(wnd_->hwnd);
     }
@@ -141,16 +131,15 @@ TEST_F(BarPaintTest, FarPlacesAndOddSizesDoNoHarm) {
   for (const int32_t edge : {INT_MAX, INT_MIN, INT_MAX - 3, 1 << 30}) {
     WqMbbField *there = field(kSheet, {edge, edge});
     there->cellWidth = there->cellHeight = edge;
-    add(there, {0, 0, 3, 3}, 15), add(there, {edge, edge, edge, edge}, 1), add(there, {0, 0, edge, edge}),
-        add(there, {1, 1, edge, edge});
+    for (const RECT &rect : {RECT{0, 0, 3, 3}, RECT{edge, edge, edge, edge}, RECT{0, 0, edge, edge}})
+      add(there, rect, 1);
     add(field(kSheet, {0, 0}), {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, WQ_MBB_PIN_RIGHT);
     add(field(kSheet, {0, 0}), {~edge, 0, edge, 5}, WQ_MBB_PIN_BOTTOM | 3), paint();
     WqMbbTbl_Remove(wnd_->hwnd);
   }
   add(field(kSheet, {0, 0}), {5, 5, 4, 9}), add(field(kSheet, {0, 0}), {0, 0, 0, 0}), paint();
-  EXPECT_EQ(at(0, 0), picture(0, 2, 0, 0)) << "one pixel";
-  EXPECT_EQ(at(1, 0), kGround);
-  EXPECT_EQ(at(5, 5), kGround) << "none";
+  EXPECT_EQ((std::vector{at(0, 0), at(1, 0), at(5, 5)}), (std::vector{picture(0, 2, 0, 0), kGround, kGround}))
+      << "one pixel, and none";
 }
 
 TEST_F(BarPaintTest, TheBarIsPaintedWithItsWindow) {

@@ -21,41 +21,23 @@ class BarRemovalTest : public BarTest {
     for (const Window *wnd : {&a, &b})
       if (wnd->hwnd) UpdateWindow(wnd->hwnd);
   }
-  // Whether a button is in a bar of the registry, or in one that was replaced.
+  // Whether a button is in a bar of the registry.
   bool isLive(const WqMbbBtn *button) const {
-    std::vector<const WqMbb *> bars(replaced_.begin(), replaced_.end());
     for (const HWND hwnd : hwnds_)
-      if (const WqMbb *bar = WqMbbTbl_Get(hwnd)) bars.push_back(bar);
-    for (const WqMbb *bar : bars)
-      for (const WqList *fields = bar->fields; fields; fields = fields->next)
-        for (const WqList *node = reinterpret_cast<const WqMbbField *>(fields->data)->buttons; node; node = node->next)
-          if (node->data == reinterpret_cast<WqWord>(button)) return true;
+      for (const uint16_t id : {uint16_t{10}, uint16_t{11}, uint16_t{20}})
+        if (WqMbbBtn_Get(hwnd, id / 10, id) == button) return true;
     return false;
-  }
-  void replace(HWND hwnd) {
-    if (WqMbb *old = WqMbbTbl_Get(hwnd)) replaced_.insert(old);
-    build(hwnd);
-  }
-  void removeAll() {
-    for (const HWND hwnd : hwnds_) WqMbbTbl_Remove(hwnd);
-    for (WqMbb *bar : std::exchange(replaced_, {})) { // their owner has kept them
-      const HWND hwnd = bar->window;
-      WqMbbTbl_Insert(hwnd, bar), WqMbbTbl_Remove(hwnd);
-    }
   }
   // Lets a deed happen at the n-th notification or paint.
   // Result: whether there were so many.
   bool run(int n, const std::function<void(HWND)> &deed) {
-    int count = 0;
+    int count = INT_MIN; // until the windows are there
     Window *all[2];
-    for (int i = 0; i < 2; ++i) {
-      Window &wnd = *(all[i] = &made(nullptr, {100 + 300 * i, 100, 300 + 300 * i, 200}));
-      hwnds_[i] = wnd.hwnd, build(wnd.hwnd), WqWnd_Ds(&wnd, WQ_DS_MBB);
-    }
-    WqWnd_WaitQueEmpty();
     std::set<HWND> over;
-    for (Window *wnd : all)
-      wnd->on = [&](const WqMsg &msg) {
+    for (int i = 0; i < 2; ++i) {
+      Window &wnd = *(all[i] = &simple('a', {100 + 300 * i, 100, 300 + 300 * i, 200}));
+      hwnds_[i] = wnd.hwnd;
+      wnd.on = [&](const WqMsg &msg) {
         EXPECT_EQ(over.count(msg.hwnd), 0u) << "after the last word: " << msg.msg;
         if (msg.msg == WM_DESTROY) over.insert(msg.hwnd);
         if (msg.msg == WQM_MBB_NOTIFY) {
@@ -67,15 +49,16 @@ class BarRemovalTest : public BarTest {
           for (const HWND hwnd : hwnds_) deed(hwnd);
         return 0;
       };
+    }
+    WqWnd_WaitQueEmpty(), count = 0;
     play(*all[0], *all[1]);
-    removeAll();
+    for (const HWND hwnd : hwnds_) WqMbbTbl_Remove(hwnd);
     EXPECT_EQ(timers(), "") << "the timers have gone with the bars";
     tick(), endAll();
     return count >= n;
   }
 
   HWND hwnds_[2] = {};
-  std::set<WqMbb *> replaced_;
 };
 
 TEST_F(BarRemovalTest, AnyNotificationAndPaintMayEndEverything) {
@@ -84,7 +67,7 @@ TEST_F(BarRemovalTest, AnyNotificationAndPaintMayEndEverything) {
   const std::function<void(HWND)> deeds[] = {
       [](HWND hwnd) { WqMbbTbl_Remove(hwnd); }, [](HWND hwnd) { DestroyWindow(hwnd); },
       [](HWND hwnd) { WqMbbTbl_Remove(hwnd), DestroyWindow(hwnd); },
-      [](HWND hwnd) { WqMbbTbl_Remove(hwnd), build(hwnd); }, [this](HWND hwnd) { replace(hwnd); },
+      [](HWND hwnd) { WqMbbTbl_Remove(hwnd), build(hwnd); },
       [](HWND hwnd) { WqTimer_Remove(WQ_MBB_TIMER_HOVER), WqMbb_RepeatEnd(), WqMbbTbl_Remove(hwnd); },
       [](HWND hwnd) { WqTimer_Stop(), WqMbbTbl_Remove(hwnd), WqTimer_Start(); },
       // the mouse goes on from inside
@@ -104,6 +87,7 @@ TEST_F(BarRemovalTest, AnyNotificationAndPaintMayEndEverything) {
 TEST_F(BarRemovalTest, TheTimersOfAGoneBarAreSilent) {
   Window &a = simple('a', {100, 100, 300, 200}), &b = simple('b', {400, 100, 600, 200});
   deeds["a10 press"] = [&] { WqMbbBtn_Down(WqMbbBtn_Get(a.hwnd, 1, 10)); };
+  deeds["b10 press"] = [&] { WqMbbBtn_Down(WqMbbBtn_Get(b.hwnd, 1, 10)); };
   const auto hoverAndPress = [&] { point(a, 15, 35), point(a, 15, 15), click(), settle(), take(); };
   const auto leave = [&] { SetCursorPos(900, 700), settle(), tick(), tick(); };
   WqTimer_Start(), hoverAndPress();
@@ -120,9 +104,11 @@ TEST_F(BarRemovalTest, TheTimersOfAGoneBarAreSilent) {
   WqTimer_Start(), leave();
   EXPECT_EQ(take(), "");
 
-  build(a.hwnd), hoverAndPress(), replace(a.hwnd), leave();
+  build(a.hwnd), hoverAndPress();
+  WqMbb *const old = WqMbbTbl_Get(a.hwnd);
+  build(a.hwnd), leave();
   EXPECT_EQ(take() + '|' + timers(), "a10 repeat; a10 leave|repeat ") << "a bar that was replaced lives on";
-  hwnds_[0] = a.hwnd, removeAll();
+  WqMbbTbl_Remove(a.hwnd), WqMbbTbl_Insert(a.hwnd, old), WqMbbTbl_Remove(a.hwnd);
   EXPECT_EQ(timers(), "");
 
   build(a.hwnd), build(b.hwnd), hoverAndPress(), WqTimer_Stop(), send(b, WM_LBUTTONDOWN, 15, 15), WqTimer_Start();

@@ -73,16 +73,14 @@ TEST_F(MapTest, RowsAndCells) {
   const auto fields = [](const WqElem &c) { return Words{c.kind, c.user, c.value, c.extra, c.user2}; };
   WqElems *empty = WqElems_Init(0);
   EXPECT_EQ(empty->cells, nullptr);
-  WqElems_Set(empty, &cell, 0);
-  WqElems_Term(empty);
-  WqMem_Free(empty);
+  WqElems_Set(empty, &cell, 0), WqElems_Term(empty), WqMem_Free(empty);
 
   for (int n = 1; n <= 2; ++n) { // the record, the cells: what was made is given back
     AllocationFailure failure(n);
     EXPECT_EQ(WqElems_Init(3), nullptr);
   }
   WqElems *row = WqElems_Init(3);
-  EXPECT_TRUE(!row->state && !row->number && row->cellCount == 3);
+  EXPECT_EQ(std::tuple(row->state, row->number, row->cellCount), std::tuple(0u, 0u, 3u));
   for (const uint32_t ix : {2u, 3u, UINT32_MAX}) WqElems_Set(row, &cell, ix);
   for (uint32_t ix = 0; ix < 3; ++ix) EXPECT_EQ(fields(row->cells[ix]), ix == 2 ? fields(cell) : Words(5));
   WqElem_Set(&row->cells[2], 7, 8, ~WqWord{0});
@@ -100,9 +98,7 @@ TEST_F(MapTest, RowsAndCells) {
   WqElems_Term(row);
   EXPECT_EQ(live - wqMain.allocCount, 2u); // the cells and one block
   EXPECT_EQ(row->cells, nullptr);
-  WqElems_Term(row);
-  WqMem_Free(row);
-  WqMem_Free(block);
+  WqElems_Term(row), WqMem_Free(row), WqMem_Free(block);
 }
 
 TEST_F(MapTest, ARandomRunAgreesWithAVector) {
@@ -110,8 +106,7 @@ TEST_F(MapTest, ARandomRunAgreesWithAVector) {
     void (*byIndex)(WqMap *, uint32_t);
     void (*byRow)(WqMap *, const WqElems *);
     void (*ofAll)(WqMap *);
-    uint32_t off;
-    uint32_t on;
+    uint32_t off, on;
   } changes[] = {{WqMap_SelectIx, WqMap_Select, [](WqMap *m) { WqMap_BitOn(m, kSelected); }, 0, kSelected},
                  {WqMap_UnselectIx, WqMap_Unselect, WqMap_UnselectAll, kSelected, 0},
                  {WqMap_ActiveIx, WqMap_Active, [](WqMap *m) { WqMap_BitOn(m, kActive); }, 0, kActive},
@@ -119,9 +114,9 @@ TEST_F(MapTest, ARandomRunAgreesWithAVector) {
   struct Row {
     const WqList *node; // goes with its row
     WqElems *row;
-    uint32_t number;
+    uint32_t number, state;
     WqWord cell0;
-    uint32_t state;
+    bool operator==(const Row &) const = default;
     bool showsNumber() const { return !(row->cells[0].kind & WQ_ELEM_OWNED); } // a block gives way to no number
   };
   std::vector<Row> model;
@@ -143,7 +138,7 @@ TEST_F(MapTest, ARandomRunAgreesWithAVector) {
         ASSERT_EQ(row->number == 0 && map.count == size, n == 1);
       }
       model.insert(atHead ? model.begin() : model.end(),
-                   {atHead ? map.head : map.tail, row, size + 1, cell0, step << 20});
+                   {atHead ? map.head : map.tail, row, size + 1, step << 20, cell0});
       for (uint32_t place = 0; atHead && place < model.size(); ++place) {
         model[place].number = place + 1;
         if (model[place].showsNumber()) model[place].cell0 = place + 1;
@@ -172,13 +167,10 @@ TEST_F(MapTest, ARandomRunAgreesWithAVector) {
     }
     ASSERT_EQ(rows().size(), model.size()) << step;
     for (uint32_t place = 0; place < model.size(); ++place) {
-      const Row &expected = model[place];
-      const WqElems *row = WqMap_Get(&map, place);
-      ASSERT_EQ(row, expected.row) << step;
-      ASSERT_EQ(WqMap_GetList(&map, place), expected.node) << step;
-      ASSERT_EQ(row->number, expected.number) << step;
-      ASSERT_EQ(row->cells[0].value, expected.cell0) << step;
-      ASSERT_EQ(row->state, expected.state) << step;
+      WqElems *row = WqMap_Get(&map, place);
+      ASSERT_NE(row, nullptr) << step;
+      const Row found = {WqMap_GetList(&map, place), row, row->number, row->state, row->cells[0].value};
+      ASSERT_EQ(found, model[place]) << step;
     }
     ASSERT_EQ(stranger->state, 0u) << step;
     for (const uint32_t index : {map.count, UINT32_MAX}) ASSERT_EQ(WqMap_Get(&map, index), nullptr) << step;

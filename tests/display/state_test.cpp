@@ -53,7 +53,7 @@ TEST_F(X11Desktop, TheLastOfManyStatesHolds) {
       for (const int command : row.commands) ShowWindow(windows.back(), command);
     }
     if (managed) until(allAsWanted);
-    serve(150);
+    serve(400); // openbox moves a window that comes back to its place step by step
     const std::vector<Shown> all = user().windows();
     for (size_t i = 0; i < windows.size(); ++i) {
       const Sequence &row = kSequences[i];

@@ -43,7 +43,8 @@ TEST_F(WqDcDrawTest, EachOperationIsThePlatformsOnConvertedCoordinates) {
     };
     draw->drawn = 0;
     const std::string byLibrary = drawnBy(library);
-    EXPECT_TRUE(byLibrary == drawnBy(platform) && draw->drawn == (moves ? 0 : 1)) << name;
+    EXPECT_TRUE(byLibrary == drawnBy(platform)) << name << ": other pixels";
+    EXPECT_EQ(draw->drawn, moves ? 0u : 1u) << name;
     EXPECT_EQ((clear(), look()) == byLibrary, name.find("nullptr") != name.npos) << name << ": something is drawn";
   }
   EXPECT_EQ(wqMain.brushTbl.buckets[WQ_COLOR_RED]->next, nullptr) << "one brush for all";
@@ -63,7 +64,8 @@ TEST_F(WqDcDrawTest, ConversionsPensFontsAndModes) {
     WqDcDraw_Zoom(draw, percent), WqDcDraw_Bp(draw, &base), WqDcDraw_ConvRect(draw, &rect, &rect);
     WqDcDraw_ConvPoint(draw, &from, &point), WqDcDraw_ConvSize(draw, &size, &size);
     EXPECT_EQ(rectText(rect), rectText({to.x, to.y, to.x, to.y}));
-    EXPECT_TRUE(point.x == to.x && point.y == to.y && size.cx == to.x && size.cy == to.y && !draw->drawn);
+    EXPECT_EQ(rectText({point.x, point.y, size.cx, size.cy}), rectText({to.x, to.y, to.x, to.y}));
+    EXPECT_EQ(draw->drawn, 0u);
   }
   const POINT from = {0, 1}, to = {3, 1};
   WqDcDraw_InitLine(draw, 3, WQ_COLOR_GREEN), WqDcDraw_Zoom(draw, 1000.0), WqDcDraw_Line(draw, &from, &to);
@@ -73,18 +75,21 @@ TEST_F(WqDcDrawTest, ConversionsPensFontsAndModes) {
   WqFont font;
   WqFont_Init(&font), WqFont_Param(&font, "Arial", 20, 0), WqFont_LogDef(&font), WqFontTbl_Insert(7, &font);
   WqDcDraw_InitText(draw, 7, 0xFF123456), WqDcDraw_Zoom(draw, 200.0);
-  EXPECT_TRUE(selected(SYSTEM_FONT) == WqFontTbl_Get(7) && GetTextColor(canvas) == 0x123456);
+  EXPECT_EQ(std::tuple(selected(SYSTEM_FONT), GetTextColor(canvas)), std::tuple(HGDIOBJ(WqFontTbl_Get(7)), 0x123456u));
   RECT rect = {5, 6, 7, 8}, expected = {10, 12, 14, 16};
   draw->drawn = 0, DrawTextA(canvas, "one\ntwo", -1, &expected, DT_CALCRECT | DT_SINGLELINE);
   WqDcDraw_GetTextRect(draw, "one\ntwo", &rect, DT_SINGLELINE);
-  EXPECT_TRUE(rectText(rect) == rectText(expected) && rect.left == 10 && rect.bottom > 16 && draw->drawn == 1);
+  EXPECT_EQ(rectText(rect), rectText(expected));
+  EXPECT_EQ(std::tuple(rect.left, rect.bottom > 16, draw->drawn), std::tuple(10, true, 1u));
 
   WqDcDraw_ForeMode(draw, R2_XORPEN), WqDcDraw_BackMode(draw, TRANSPARENT);
-  EXPECT_TRUE(GetROP2(canvas) == R2_XORPEN && draw->foreMode == R2_XORPEN && draw->prevForeMode == R2_COPYPEN);
-  EXPECT_TRUE(GetBkMode(canvas) == TRANSPARENT && draw->backMode == TRANSPARENT && draw->prevBackMode == OPAQUE);
+  const auto modes = [&] { return std::tuple(draw->foreMode, draw->prevForeMode, draw->backMode, draw->prevBackMode); };
+  EXPECT_EQ(std::tuple(GetROP2(canvas), GetBkMode(canvas)), std::tuple(R2_XORPEN, TRANSPARENT));
+  EXPECT_EQ(modes(), std::tuple(R2_XORPEN, R2_COPYPEN, TRANSPARENT, OPAQUE));
   WqDcDraw_Init(draw), WqDcDraw_Dc(draw, &dc);
-  EXPECT_TRUE(draw->foreMode == R2_XORPEN && draw->prevForeMode == R2_XORPEN && draw->backMode == TRANSPARENT);
+  EXPECT_EQ(modes(), std::tuple(R2_XORPEN, R2_XORPEN, TRANSPARENT, TRANSPARENT));
   AllocationFailure failure(1);
   WqDcDraw_PolyLine(draw, &from, 1);
-  EXPECT_TRUE(failure.happened() && draw->prevBackMode == TRANSPARENT && draw->drawn == 0 && draw->zoom == 1.0);
+  EXPECT_TRUE(failure.happened());
+  EXPECT_EQ(std::tuple(draw->drawn, draw->zoom), std::tuple(0u, 1.0));
 }

@@ -19,11 +19,12 @@ TEST_F(WqDcTest, EachModeGetsAndGivesBackItsContext) {
   ASSERT_TRUE(WqWnd_Create(&top) && WqWnd_Create(&wnd));
   RECT client, part = {10, 10, 20, 20};
   GetClientRect(wnd.hwnd, &client);
+  const std::string screen = rectText({0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)});
   // clang-format off
   enum Kind { unknown, outside, display, window }; // no mode, nothing got, got without and with a window
   const struct { uint32_t mode; Kind kind; std::string clip; } rows[] = {{0, unknown, ""}, {3, unknown, ""},
-      {5, unknown, ""}, {6, unknown, ""}, {7, unknown, ""}, {17, unknown, ""}, {WQ_DC_DISPLAY, display, ""},
-      {0x21, display, ""}, {WQ_DC_WINDOW, window, "0,0,200,100"}, {WQ_DC_CLIENT, window, rectText(client)},
+      {5, unknown, ""}, {6, unknown, ""}, {7, unknown, ""}, {17, unknown, ""}, {WQ_DC_DISPLAY, display, screen},
+      {0x21, display, screen}, {WQ_DC_WINDOW, window, "0,0,200,100"}, {WQ_DC_CLIENT, window, rectText(client)},
       {kPaint, window, "10,10,20,20"}, {0x44, window, rectText(client)}, {WQ_DC_PRINTER, outside, ""},
       {WQ_DC_EXTERNAL, outside, ""}};
   // clang-format on
@@ -34,9 +35,9 @@ TEST_F(WqDcTest, EachModeGetsAndGivesBackItsContext) {
       WqDc one;
       WqDc_Init(&one, owned ? &wnd : nullptr), one.hdc = one.paint.hdc = canvas, one.mode = none ? mode : 0;
       ValidateRect(wnd.hwnd, nullptr), InvalidateRect(wnd.hwnd, &part, FALSE), WqDc_Get(&one, mode);
-      EXPECT_TRUE(one.mode == mode && (one.hdc == canvas) == none && (one.hdc != nullptr) == (got || none)) << mode;
-      EXPECT_TRUE(!got || clip.empty() || clipOf(one.hdc) == clip) << mode;
-      EXPECT_TRUE(!paints || one.paint.hdc == one.hdc);
+      EXPECT_EQ(std::tuple(one.mode, one.hdc == canvas, one.hdc != nullptr), std::tuple(mode, none, got || none));
+      EXPECT_EQ(got ? clipOf(one.hdc) : "nothing", got ? clip : "nothing") << mode;
+      EXPECT_EQ(paints ? one.paint.hdc : one.hdc, one.hdc);
       EXPECT_EQ(GetUpdateRect(wnd.hwnd, nullptr, FALSE), !(paints && got));
       if (paints && got && !released) WqDc_EndPaint(&one); // which leaves the record as it is
       if (released) WqDc_Release(&one);
@@ -55,9 +56,8 @@ TEST_F(WqDcTest, AClipReplacesAndComesBack) {
   for (const bool clipped : {false, true}) {
     if (clipped) IntersectClipRect(canvas, 2, 2, 20, 20);
     WqDcRgn_Create(&dc.rgn, &rect), WqDc_ExcludeRect(&dc, &hole), WqDc_Exclude(&dc, 5, 5, 30, 7), clear(WHITENESS);
-    EXPECT_TRUE(!GetPixel(canvas, 9, 9) && GetPixel(canvas, 10, 10) && GetPixel(canvas, 7, 8) &&
-                GetPixel(canvas, 9, 10))
-        << "edges outside";
+    for (const auto &[x, y, drawn] : {std::tuple(9, 9, false), {10, 10, true}, {7, 8, true}, {9, 10, true}})
+      EXPECT_EQ(GetPixel(canvas, x, y), drawn ? 0xFFFFFFu : 0u) << x << ": edges are outside";
     EXPECT_EQ(clipOf(canvas), "5,7,30,30");
     WqDcRgn_Delete(&dc.rgn);
     EXPECT_EQ(clipOf(canvas) + (GetClipRgn(canvas, region) ? " clip" : ""), clipped ? "2,2,20,20 clip" : "0,0,40,40");
@@ -68,8 +68,10 @@ TEST_F(WqDcTest, AClipReplacesAndComesBack) {
 TEST_F(WqDcTest, UnitsConvert) {
   WqDcMap &map = dc.map;
   const int32_t display = WqDcMap_LogPix(nullptr);
-  EXPECT_TRUE(display == GetDeviceCaps(canvas, LOGPIXELSY) && map.displayPixPerMm == map.pixPerMm);
-  EXPECT_TRUE(WqDcMap_Update(&map, 600) == display && WqDcMap_Update(&map, 96) == 600 && map.dpi == 96.0);
+  EXPECT_EQ(std::tuple(display, map.displayPixPerMm), std::tuple(GetDeviceCaps(canvas, LOGPIXELSY), map.pixPerMm));
+  EXPECT_EQ(WqDcMap_Update(&map, 600), display);
+  EXPECT_EQ(WqDcMap_Update(&map, 96), 600);
+  EXPECT_EQ(map.dpi, 96.0);
   // clang-format off
 #define STEM(name) WqDcMap_##name, WqDcMap_##name##_SIZE, WqDcMap_##name##_POINT, WqDcMap_##name##_RECT
   const struct {
@@ -91,68 +93,87 @@ TEST_F(WqDcTest, UnitsConvert) {
     EXPECT_EQ(rectText({one(&map, from.left), one(&map, from.top), one(&map, from.right), one(&map, from.bottom)}), to);
   }
   WqDcMap_Update(&map, 600);
-  EXPECT_TRUE(WqDcMap_MmToPix(&map, 2540) == 600 && WqDcMap_MmToPixP(&map, 2540) == display && map.mapMode == 0);
+  EXPECT_EQ(std::tuple(WqDcMap_MmToPix(&map, 2540), WqDcMap_MmToPixP(&map, 2540)), std::tuple(600, display));
   EXPECT_EQ(WqDcMap_MmToPixP(&map, 100), (100 * display + 2539) / 2540) << "rounded up";
   WqDcMap_Mode(&map, MM_ANISOTROPIC);
-  EXPECT_TRUE(map.mapMode == MM_ANISOTROPIC && map.prevMapMode == MM_TEXT && GetMapMode(canvas) == MM_ANISOTROPIC);
+  EXPECT_EQ(std::tuple(map.mapMode, map.prevMapMode, GetMapMode(canvas)),
+            std::tuple(MM_ANISOTROPIC, MM_TEXT, MM_ANISOTROPIC));
   SetMapMode(canvas, MM_LOMETRIC), WqDcMap_Dc(&map, &dc);
-  EXPECT_TRUE(map.dc == &dc && map.prevMapMode == MM_LOMETRIC && map.mapMode == MM_LOMETRIC);
+  EXPECT_EQ(std::tuple(map.dc, map.mapMode, map.prevMapMode), std::tuple(&dc, MM_LOMETRIC, MM_LOMETRIC));
 }
 
-TEST_F(WqDcTest, SelectionsAreKeptMadeAndPutBack) {
+TEST_F(WqDcTest, SelectionsByIdAreKeptAndPutBack) {
   const HGDIOBJ pen = selected(BLACK_PEN), brush = selected(NULL_BRUSH), font = selected(SYSTEM_FONT);
   WqDcObj &obj = dc.obj;
   const HPEN red = WqDcObj_SelectStylePen(&obj, 3, WQ_COLOR_RED, PS_SOLID);
-  EXPECT_TRUE(red && selected(BLACK_PEN) == red && obj.saved.count == 1 && obj.flags == WQ_DCOBJ_PEN);
+  ASSERT_NE(red, nullptr);
+  EXPECT_EQ(std::tuple(selected(BLACK_PEN), obj.flags), std::tuple(HGDIOBJ(red), WQ_DCOBJ_PEN));
   EXPECT_EQ(WqDcObj_SelectStylePen(&obj, 3, WQ_COLOR_RED, PS_SOLID), red);
+  EXPECT_EQ(WqPenTbl_Get(3u << 16 | WQ_COLOR_RED), red);
   LOGPEN dotted = {};
   const HPEN first = WqDcObj_SelectStylePen(&obj, 1, 1, PS_DOT);
-  EXPECT_TRUE(GetObjectA(first, sizeof dotted, &dotted) && dotted.lopnStyle == PS_DOT);
+  GetObjectA(first, sizeof dotted, &dotted);
+  EXPECT_EQ(dotted.lopnStyle, UINT{PS_DOT});
   EXPECT_EQ(WqDcObj_SelectStylePen(&obj, 1, 1 | PS_DOT, PS_SOLID), first) << "one id";
-  EXPECT_TRUE(WqPenTbl_Get(3u << 16 | WQ_COLOR_RED) == red && obj.saved.count == 1);
+  EXPECT_EQ(obj.saved.count, 1u);
   WqFont plain;
   WqFont_Init(&plain), WqFont_Param(&plain, "Arial", 12, 0), WqFont_LogDef(&plain), WqFontTbl_Insert(7, &plain);
   EXPECT_EQ(WqDcObj_SelectFont(&obj, 8, WQ_COLOR_BLUE), nullptr) << "nobody has entered it";
-  EXPECT_TRUE(selected(SYSTEM_FONT) == font && (GetTextColor(canvas) & 0xFFFFFF) == 0xFF0000);
+  EXPECT_EQ(std::tuple(selected(SYSTEM_FONT), GetTextColor(canvas) & 0xFFFFFF), std::tuple(font, COLORREF{0xFF0000}));
   obj.flags &= ~WQ_DCOBJ_FONT;
-  EXPECT_TRUE(WqDcObj_SelectFont(&obj, 7, 0) && selected(SYSTEM_FONT) == WqFontTbl_Get(7) && obj.saved.count == 2);
+  EXPECT_NE(WqDcObj_SelectFont(&obj, 7, 0), nullptr);
+  EXPECT_EQ(std::tuple(selected(SYSTEM_FONT), obj.saved.count), std::tuple(HGDIOBJ(WqFontTbl_Get(7)), 2u));
   WqBrush entered;
-  LOGBRUSH found[3] = {};
   for (const auto &[id, style] : {std::pair(5u, WQ_BRUSH_HATCHED), {6u, 0x100}})
     WqBrush_Init(&entered), WqBrush_Param(&entered, style, WQ_COLOR_RED), WqBrushTbl_Insert(id, &entered);
   EXPECT_EQ(WqBrushTbl_Get(6), nullptr) << "a style that makes no brush";
-  for (const uint32_t colour : {5u, 6u, 7u}) {
+  for (const auto &[colour, style] : {std::pair(5u, BS_HATCHED), {6u, BS_SOLID}, {7u, BS_SOLID}}) {
     const HBRUSH one = WqDcObj_SelectBrush(&obj, colour);
-    EXPECT_TRUE(one && one == WqBrushTbl_Get(colour) && GetObjectA(one, sizeof *found, &found[colour - 5]));
-    EXPECT_TRUE(selected(NULL_BRUSH) == one && one == WqDcObj_SelectBrush(&obj, colour));
+    LOGBRUSH found = {};
+    EXPECT_TRUE(one && GetObjectA(one, sizeof found, &found));
+    EXPECT_EQ(std::tuple(WqBrushTbl_Get(colour), found.lbStyle), std::tuple(one, UINT(style))) << colour;
+    EXPECT_EQ(std::tuple(selected(NULL_BRUSH), WqDcObj_SelectBrush(&obj, colour)), std::tuple(HGDIOBJ(one), one));
   }
-  EXPECT_TRUE(found[0].lbStyle == BS_HATCHED && found[1].lbStyle == BS_SOLID && found[2].lbStyle == BS_SOLID);
-  EXPECT_TRUE(obj.saved.count == 3 && obj.temporary.count == 0);
+  EXPECT_EQ(std::tuple(obj.saved.count, obj.temporary.count), std::tuple(3u, 0u));
   WqDcObj_Term(&obj);
-  EXPECT_TRUE(selected(BLACK_PEN) == pen && selected(NULL_BRUSH) == brush && selected(SYSTEM_FONT) == font);
+  EXPECT_EQ(std::tuple(selected(BLACK_PEN), selected(NULL_BRUSH), selected(SYSTEM_FONT)), std::tuple(pen, brush, font));
+}
 
-  for (const bool gone : {true, false}) { // direct colours make objects, save nothing, and are not put back
+TEST_F(WqDcTest, DirectColoursMakeObjectsAndAreNotPutBack) {
+  const HGDIOBJ pen = selected(BLACK_PEN), brush = selected(NULL_BRUSH), font = selected(SYSTEM_FONT);
+  WqDcObj &obj = dc.obj;
+  WqFont plain;
+  WqFont_Init(&plain), WqFont_Param(&plain, "Arial", 12, 0), WqFont_LogDef(&plain), WqFontTbl_Insert(7, &plain);
+  for (const bool gone : {true, false}) {
     WqDcObj_Init(&obj), WqDcObj_Dc(&obj, &dc);
     HGDIOBJ made[] = {nullptr, nullptr, WqDcObj_SelectBrush(&obj, 0xFF010203)};
     for (int i = 0; i < 2; ++i) made[i] = WqDcObj_SelectStylePen(&obj, 1, 0xFF010203, 0);
-    EXPECT_TRUE(made[0] && made[0] != made[1] && selected(NULL_BRUSH) == made[2] && obj.temporary.count == 3);
+    EXPECT_TRUE(made[0] && made[0] != made[1]);
+    EXPECT_EQ(std::tuple(selected(NULL_BRUSH), obj.temporary.count), std::tuple(made[2], 3u));
     WqDcObj_SelectStylePen(&obj, 1, 1, 0), WqDcObj_SelectFont(&obj, 7, 0xFF010203), SelectObject(canvas, brush);
-    EXPECT_TRUE(obj.saved.count == 0 && GetTextColor(canvas) == 0x010203);
+    EXPECT_EQ(std::tuple(obj.saved.count, GetTextColor(canvas)), std::tuple(0u, COLORREF{0x010203}));
     if (gone) obj.flags = 0, SelectObject(canvas, font), WqDcObj_SelectFont(&obj, 7, 1), dc.hdc = nullptr;
     WqDcObj_Term(&obj), WqDcObj_Term(&obj), dc.hdc = canvas; // the second finds nothing
     for (const HGDIOBJ object : made) EXPECT_EQ(GetObjectA(object, 0, nullptr), 0) << "deleted";
-    EXPECT_TRUE(selected(SYSTEM_FONT) == WqFontTbl_Get(7) && selected(BLACK_PEN) == WqPenTbl_Get(1u << 16 | 1));
+    EXPECT_EQ(selected(SYSTEM_FONT), WqFontTbl_Get(7));
+    EXPECT_EQ(selected(BLACK_PEN), WqPenTbl_Get(1u << 16 | 1));
     SelectObject(canvas, pen), SelectObject(canvas, font);
   }
+}
+
+TEST_F(WqDcTest, WithoutMemoryWhatIsSelectedStays) {
+  const HGDIOBJ pen = selected(BLACK_PEN), brush = selected(NULL_BRUSH);
+  WqDcObj &obj = dc.obj;
   for (const uint32_t colour : {WQ_COLOR_RED, 0xFF010203u})
-    for (int n = 1, failed = 1; failed; ++n) { // without memory what is selected stays
+    for (int n = 1, failed = 1; failed; ++n) {
       WqPenTbl_Remove(3u << 16 | colour), WqBrushTbl_Remove(colour);
       AllocationFailure failure(n);
       const HPEN newPen = WqDcObj_SelectStylePen(&obj, 3, colour, 0);
       const HBRUSH newBrush = WqDcObj_SelectBrush(&obj, colour);
       failed = failure.happened();
-      EXPECT_TRUE(selected(BLACK_PEN) == (newPen ? newPen : pen) && (failed || (newPen && newBrush))) << n;
-      EXPECT_EQ(selected(NULL_BRUSH), newBrush ? newBrush : brush);
+      EXPECT_TRUE(failed || (newPen && newBrush)) << n;
+      EXPECT_EQ(selected(BLACK_PEN), newPen ? newPen : pen) << n;
+      EXPECT_EQ(selected(NULL_BRUSH), newBrush ? newBrush : brush) << n;
       WqDcObj_Term(&obj), WqDcObj_Init(&obj), WqDcObj_Dc(&obj, &dc);
       SelectObject(canvas, pen), SelectObject(canvas, brush);
     }

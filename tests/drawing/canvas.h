@@ -44,6 +44,19 @@ class CanvasTest : public LibraryTest {
   HGDIOBJ before_;
 };
 
+// What a client area shows at a place, and one that is filled.
+inline COLORREF pixelOf(HWND hwnd, int x, int y) {
+  const HDC screen = GetDC(hwnd);
+  const COLORREF color = GetPixel(screen, x, y);
+  return ReleaseDC(hwnd, screen), color;
+}
+inline void fillWindow(HWND hwnd, COLORREF color) {
+  const RECT all = {0, 0, 1000, 1000};
+  const HDC screen = GetDC(hwnd);
+  const HBRUSH brush = CreateSolidBrush(color);
+  FillRect(screen, &all, brush), DeleteObject(brush), ReleaseDC(hwnd, screen);
+}
+
 struct BmpParts {
   LONG width, height;
   WORD bits;

@@ -27,54 +27,39 @@ Pair pair(const SIZE &size) { return {size.cx, size.cy}; }
 } // namespace
 
 TEST(WqPoint, IsPlacedAgainstARectangleAndMovedIntoIt) {
-  const struct {
-    POINT point;
-    RECT rect;
-    uint32_t code;
-    POINT clipped;
-  } rows[] = {
-      {{10, 20}, kTall, WQ_HIT_INSIDE, {10, 20}}, // all four edges are inside
-      {{30, 50}, kTall, WQ_HIT_INSIDE, {30, 50}},
-      {{9, 20}, kTall, 0x42000000, {10, 20}}, // one beyond each edge
-      {{31, 50}, kTall, 0x81000000, {30, 50}},
-      {{10, 19}, kTall, 0x42000000, {10, 20}},
-      {{30, 51}, kTall, 0x81000000, {30, 50}},
-      {{20, -1}, kBox, 0x42000000, {10, 0}}, // the vertical position decides
-      {{-1, 20}, kBox, 0x81000000, {0, 10}},
+  // clang-format off
+  const struct { POINT point; RECT rect; uint32_t code; Pair clipped; } rows[] = {
+      {{10, 20}, kTall, WQ_HIT_INSIDE, {10, 20}}, {{30, 50}, kTall, WQ_HIT_INSIDE, {30, 50}}, // all edges are inside
+      {{9, 20}, kTall, 0x42000000, {10, 20}}, {{31, 50}, kTall, 0x81000000, {30, 50}}, // one beyond each edge
+      {{10, 19}, kTall, 0x42000000, {10, 20}}, {{30, 51}, kTall, 0x81000000, {30, 50}},
+      {{20, -1}, kBox, 0x42000000, {10, 0}}, {{-1, 20}, kBox, 0x81000000, {0, 10}}, // the vertical position decides
       {{kMin, kMax}, kWorld, WQ_HIT_INSIDE, {kMin, kMax}},
       {{5, 5}, {5, 5, 5, 5}, WQ_HIT_INSIDE, {5, 5}}, // no width, yet it holds its point
-      {{20, 30}, kTurned, 0x42000000, {10, 20}},     // inverted: right and bottom act last
-      {{5, 60}, kTurned, 0x81000000, {10, 20}},
-  };
-  for (size_t i = 0; i < std::size(rows); ++i) {
-    SCOPED_TRACE(i);
+      {{20, 30}, kTurned, 0x42000000, {10, 20}}, {{5, 60}, kTurned, 0x81000000, {10, 20}}}; // right and bottom act last
+  // clang-format on
+  for (const auto &row : rows) {
+    SCOPED_TRACE(&row - rows);
     POINT point;
-    WqPoint_Copy(&point, &rows[i].point);
-    EXPECT_EQ(WqPoint_Hit(&point, &rows[i].rect), rows[i].code);
-    EXPECT_EQ(WqRect_IsIn(&rows[i].rect, &point), rows[i].code == 0 ? 1 : 0);
-    WqPoint_Clip(&point, &rows[i].rect);
-    EXPECT_EQ(pair(point), pair(rows[i].clipped));
+    WqPoint_Copy(&point, &row.point);
+    EXPECT_EQ(WqPoint_Hit(&point, &row.rect), row.code);
+    EXPECT_EQ(WqRect_IsIn(&row.rect, &point), row.code == 0 ? 1 : 0);
+    WqPoint_Clip(&point, &row.rect);
+    EXPECT_EQ(pair(point), row.clipped);
   }
 }
 
 TEST(WqSize, IsTakenFromARectangleInTwoWays) {
-  const struct {
-    RECT rect;
-    SIZE absolute;  // |right - left|
-    SIZE inclusive; // right - left + 1
-  } rows[] = {
-      {kBox, {10, 10}, {11, 11}},
-      {{10, 10, 0, 0}, {10, 10}, {-9, -9}},
-      {kWorld, {1, 1}, {0, 0}},
-      {{kMin, 0, 0, kMax}, {kMin, kMax}, {kMin + 1, kMin}}, // the most negative value has no absolute value
-  };
-  for (size_t i = 0; i < std::size(rows); ++i) {
-    SCOPED_TRACE(i);
+  // clang-format off
+  const struct { RECT rect; Pair absolute, inclusive; } rows[] = { // |right - left|, and right - left + 1
+      {kBox, {10, 10}, {11, 11}}, {{10, 10, 0, 0}, {10, 10}, {-9, -9}}, {kWorld, {1, 1}, {0, 0}},
+      {{kMin, 0, 0, kMax}, {kMin, kMax}, {kMin + 1, kMin}}}; // the most negative value has no absolute value
+  // clang-format on
+  for (const auto &row : rows) {
     SIZE size = {77, 77};
-    WqRect_toSize(&rows[i].rect, &size);
-    EXPECT_EQ(pair(size), pair(rows[i].absolute));
-    WqSize_Rect(&size, &rows[i].rect);
-    EXPECT_EQ(pair(size), pair(rows[i].inclusive));
+    WqRect_toSize(&row.rect, &size);
+    EXPECT_EQ(pair(size), row.absolute) << &row - rows;
+    WqSize_Rect(&size, &row.rect);
+    EXPECT_EQ(pair(size), row.inclusive) << &row - rows;
   }
 }
 
@@ -83,47 +68,31 @@ TEST(WqSize, IsSetMovedAndClipped) {
   SIZE size;
   WqPoint_Set(&point, kMin, kMax);
   EXPECT_EQ(pair(point), (Pair{kMin, kMax}));
-  WqSize_Set(&size, 3, -4);
-  WqSize_Init(&size);
-  WqSize_Term(&size);
-  EXPECT_EQ(pair(size), (Pair{3, -4})) << "neither of the two touches the record";
+  WqSize_Set(&size, 3, -4), WqSize_Init(&size), WqSize_Term(&size);
+  EXPECT_EQ(pair(size), (Pair{3, -4})) << "the two last ones don't touch the record";
   WqSize_Offset(&size, -5, 10);
   EXPECT_EQ(pair(size), (Pair{-2, 6}));
   const SIZE narrow = {-3, 7}, low = {0, kMin};
-  WqSize_Clip(&size, &narrow);
-  WqSize_Clip(&size, &low);
+  WqSize_Clip(&size, &narrow), WqSize_Clip(&size, &low);
   EXPECT_EQ(pair(size), (Pair{-3, kMin}));
   WqSize_Offset(&size, kMin, -1);
   EXPECT_EQ(pair(size), (Pair{kMax - 2, kMax}));
 }
 
 TEST(WqRect, IsComparedWithAnother) {
-  const struct {
-    RECT rect, other;
-    int cornerInside, wholeInside; // of the other one
-  } rows[] = {
-      {kBox, kBox, 1, 1},
-      {{10, 10, 20, 20}, {0, 0, 30, 30}, 0, 0}, // surrounded: no corner of the other is inside
-      {{10, 0, 20, 30}, {0, 10, 30, 20}, 0, 0}, // crossing, likewise
-      {kBox, {-5, 10, 0, 20}, 1, 0},
-      {kBox, {10, 10, 20, 20}, 1, 0}, // touching corners, each of the four
-      {kBox, {-5, -5, 0, 0}, 1, 0},
-      {kBox, {10, -5, 15, 0}, 1, 0},
-      {kBox, {11, 10, 20, 20}, 0, 0},
-      {kBox, {10, 11, 20, 20}, 0, 0},
-      {kBox, {-5, -5, -1, 0}, 0, 0},
-      {kBox, {-5, -5, 0, -1}, 0, 0},
-      {kBox, {-1, 0, 10, 10}, 1, 0}, // one edge too far, each of the four
-      {kBox, {0, -1, 10, 10}, 1, 0},
-      {kBox, {0, 0, 11, 10}, 1, 0},
-      {kBox, {0, 0, 10, 11}, 1, 0},
-      {kBox, {8, 8, 2, 2}, 1, 1}, // inverted ones are compared as they stand
-      {kTurned, {40, 60, 0, 10}, 0, 1},
-  };
-  for (size_t i = 0; i < std::size(rows); ++i) {
-    SCOPED_TRACE(i);
-    EXPECT_EQ(WqRect_Hit(&rows[i].rect, &rows[i].other), rows[i].cornerInside);
-    EXPECT_EQ(WqRect_IsInRect(&rows[i].rect, &rows[i].other), rows[i].wholeInside);
+  // clang-format off
+  const struct { RECT rect, other; int cornerInside, wholeInside; } rows[] = { // of the other one
+      {kBox, kBox, 1, 1}, {{10, 10, 20, 20}, {0, 0, 30, 30}, 0, 0}, // surrounded: no corner of the other is inside
+      {{10, 0, 20, 30}, {0, 10, 30, 20}, 0, 0}, {kBox, {-5, 10, 0, 20}, 1, 0}, // crossing, and touching corners
+      {kBox, {10, 10, 20, 20}, 1, 0}, {kBox, {-5, -5, 0, 0}, 1, 0}, {kBox, {10, -5, 15, 0}, 1, 0},
+      {kBox, {11, 10, 20, 20}, 0, 0}, {kBox, {10, 11, 20, 20}, 0, 0}, {kBox, {-5, -5, -1, 0}, 0, 0},
+      {kBox, {-5, -5, 0, -1}, 0, 0}, {kBox, {-1, 0, 10, 10}, 1, 0}, // one edge too far, each of the four
+      {kBox, {0, -1, 10, 10}, 1, 0}, {kBox, {0, 0, 11, 10}, 1, 0}, {kBox, {0, 0, 10, 11}, 1, 0},
+      {kBox, {8, 8, 2, 2}, 1, 1}, {kTurned, {40, 60, 0, 10}, 0, 1}}; // inverted ones are compared as they stand
+  // clang-format on
+  for (const auto &row : rows) {
+    EXPECT_EQ(WqRect_Hit(&row.rect, &row.other), row.cornerInside) << &row - rows;
+    EXPECT_EQ(WqRect_IsInRect(&row.rect, &row.other), row.wholeInside) << &row - rows;
   }
   EXPECT_EQ(WqRect_isSame(&kTall, &kTall), 1);
   for (const RECT &other : {RECT{11, 20, 30, 50}, {10, 21, 30, 50}, {10, 20, 31, 50}, {10, 20, 30, 51}})
@@ -131,10 +100,8 @@ TEST(WqRect, IsComparedWithAnother) {
 }
 
 TEST(WqRect, IsCombinedWithAnother) {
-  const struct {
-    void (*combine)(RECT *, const RECT *);
-    RECT rect, other, result;
-  } rows[] = {
+  // clang-format off
+  const struct { void (*combine)(RECT *, const RECT *); RECT rect, other; Edges result; } rows[] = {
       {WqRect_Union, {10, 10, 20, 20}, kZero, {0, 0, 20, 20}}, // an empty one widens too
       {WqRect_Union, {10, 10, 20, 20}, {15, 5, 18, 40}, {10, 5, 20, 40}},
       {WqRect_Union, kTall, kTurned, {10, 20, 30, 50}},
@@ -159,22 +126,17 @@ TEST(WqRect, IsCombinedWithAnother) {
       {WqRect_Center, {0, 0, 15, 15}, kBox, {-2, -2, 13, 13}}, // the excess is cut toward zero
       {WqRect_Center, {1, 2, 5, 12}, {100, 200, 120, 230}, {108, 210, 112, 220}},
       {WqRect_Center, kWorld, kBox, {5, 5, 4, 4}},
-      {WqRect_Center, {0, 0, 1, 1}, {kMax, kMin, kMin + 3, kMin + 1}, {kMin, kMin, kMin + 1, kMin + 1}},
-  };
-  for (size_t i = 0; i < std::size(rows); ++i) {
-    SCOPED_TRACE(i);
-    RECT rect = rows[i].rect;
-    const RECT other = rows[i].other;
-    rows[i].combine(&rect, &other);
-    EXPECT_EQ(edges(rect), edges(rows[i].result));
+      {WqRect_Center, {0, 0, 1, 1}, {kMax, kMin, kMin + 3, kMin + 1}, {kMin, kMin, kMin + 1, kMin + 1}}};
+  // clang-format on
+  for (const auto &row : rows) {
+    RECT rect = row.rect;
+    row.combine(&rect, &row.other);
+    EXPECT_EQ(edges(rect), row.result) << &row - rows;
   }
 
   RECT rect;
   WqRect_Set(&rect, 30, 50, 10, 20);
-  WqRect_Clip(&rect, nullptr);
-  WqRect_Limit(&rect, nullptr);
-  WqRect_Center(nullptr, &kBox);
-  WqRect_InAlign(1, 2, 3);
+  WqRect_Clip(&rect, nullptr), WqRect_Limit(&rect, nullptr), WqRect_Center(nullptr, &kBox), WqRect_InAlign(1, 2, 3);
   EXPECT_EQ(edges(rect), edges(kTurned));
   WqRect_Offset(&rect, 5, -60);
   EXPECT_EQ(edges(rect), (Edges{35, -10, 15, -40}));

@@ -12,14 +12,12 @@ class PaintTest : public ObjectTest {
  protected:
   // Paints a part of a window of one colour.
   // Result: its pixels then.
-  Colours painted(const Window &wnd, RECT part) {
-    const HDC screen = GetDC(wnd.hwnd);
-    const HBRUSH brush = CreateSolidBrush(kOld);
-    FillRect(screen, &kAll, brush), DeleteObject(brush);
+  static Colours painted(const Window &wnd, RECT part) {
+    fillWindow(wnd.hwnd, kOld);
     ValidateRect(wnd.hwnd, nullptr), InvalidateRect(wnd.hwnd, &part, FALSE), UpdateWindow(wnd.hwnd);
     Colours pixels;
-    for (const int at : {5, 15, 19, 20, 30}) pixels.push_back(GetPixel(screen, at, at));
-    return ReleaseDC(wnd.hwnd, screen), pixels;
+    for (const int at : {5, 15, 19, 20, 30}) pixels.push_back(pixelOf(wnd.hwnd, at, at));
+    return pixels;
   }
 };
 
@@ -56,10 +54,11 @@ TEST_F(PaintTest, WhatIsDrawnReachesTheWindow) {
       auto *dc = reinterpret_cast<WqDc *>(msg.wParam);
       RECT all = {};
       GetClipBox(dc->hdc, &all);
-      EXPECT_TRUE(msg.hwnd == wnd.hwnd && msg.lParam == 0 && dc->wnd == &wnd && rectText(all) == rectText(kAll));
-      EXPECT_TRUE(dc->hdc != dc->paint.hdc && rectText(dc->paint.rcPaint) == rectText(row.part) &&
-                  dc->draw.zoom == 1.0);
-      EXPECT_TRUE(GetBkMode(dc->hdc) == TRANSPARENT && dc->draw.drawn == (row.background ? 1u : 0u));
+      EXPECT_EQ(std::tuple(msg.hwnd, msg.lParam, dc->wnd), std::tuple(wnd.hwnd, 0, &wnd));
+      EXPECT_EQ(rectText(all) + ' ' + rectText(dc->paint.rcPaint), rectText(kAll) + ' ' + rectText(row.part));
+      EXPECT_NE(dc->hdc, dc->paint.hdc);
+      EXPECT_EQ(std::tuple(dc->draw.zoom, dc->draw.drawn, GetBkMode(dc->hdc)),
+                std::tuple(1.0, row.background ? 1u : 0u, TRANSPARENT));
       EXPECT_EQ(SelectPalette(dc->hdc, wqMain.palette.handle, FALSE), wqMain.palette.handle);
       return ++passes, row.draw(dc), 0;
     };
@@ -82,5 +81,6 @@ TEST_F(PaintTest, APassMayEndItsWindowAndHoldAnother) {
     return passes == 3 ? DestroyWindow(wnd.hwnd) : 1;
   };
   EXPECT_EQ(painted(wnd, kAll), Colours(5, 0xFF0000));
-  EXPECT_TRUE(SendMessageA(wnd.hwnd, WM_PAINT, 0, 0) == 0 && passes == 3 && !wnd.hwnd);
+  EXPECT_EQ(SendMessageA(wnd.hwnd, WM_PAINT, 0, 0), 0);
+  EXPECT_EQ(std::tuple(passes, wnd.hwnd), std::tuple(3, HWND{}));
 }

@@ -59,15 +59,19 @@ TEST_F(ResourcesTest, RegistriesMakeLateAndRemove) {
     const uint32_t blocks = wqMain.allocCount;
     const HGDIOBJ unknown = row.get();
     row.remove(kId), row.insert(), row.remove(kId);
-    EXPECT_TRUE(!unknown && !row.get() && wqMain.allocCount == blocks);
+    EXPECT_TRUE(!unknown && !row.get());
+    EXPECT_EQ(wqMain.allocCount, blocks);
     row.insert();
     const HGDIOBJ object = row.get(), again = row.get();
     row.insert(); // over the other one, which somebody may hold
     const HGDIOBJ second = row.get();
-    EXPECT_TRUE(object && object == again && second && second != object && wqMain.allocCount == blocks + 3);
+    EXPECT_EQ(object, again);
+    EXPECT_TRUE(second && second != object);
+    EXPECT_EQ(wqMain.allocCount, blocks + 3);
     EXPECT_TRUE(GetObjectA(object, 0, nullptr) && DeleteObject(object));
     row.remove(kId);
-    EXPECT_TRUE(!row.get() && !GetObjectA(second, 0, nullptr) && wqMain.allocCount == blocks);
+    EXPECT_TRUE(!row.get() && !GetObjectA(second, 0, nullptr));
+    EXPECT_EQ(wqMain.allocCount, blocks);
     for (int n = 1, failed = 1; failed; ++n, row.remove(kId)) {
       AllocationFailure failure(n);
       row.insert();
@@ -80,9 +84,10 @@ TEST_F(ResourcesTest, RegistriesMakeLateAndRemove) {
   LOGPEN pens = {};
   LOGBRUSH brushes = {};
   GetObjectA(WqPenTbl_Get(kId), sizeof pens, &pens), GetObjectA(WqBrushTbl_Get(kId), sizeof brushes, &brushes);
-  EXPECT_TRUE(pens.lopnStyle == PS_DASH && pens.lopnWidth.x == 3 && pens.lopnColor == 0x112233);
-  EXPECT_TRUE(brushes.lbStyle == BS_HATCHED && brushes.lbHatch == HS_HORIZONTAL && pen.log.lopnWidth.y == 3);
-  EXPECT_EQ(brushes.lbColor & 0xFFFFFF, 0xFF00u);
+  EXPECT_EQ(std::tuple(pens.lopnStyle, pens.lopnWidth.x, pens.lopnColor, pen.log.lopnWidth.y),
+            std::tuple(UINT{PS_DASH}, 3, COLORREF{0x112233}, 3));
+  EXPECT_EQ(std::tuple(brushes.lbStyle, brushes.lbHatch, brushes.lbColor & 0xFFFFFF),
+            std::tuple(UINT{BS_HATCHED}, ULONG_PTR{HS_HORIZONTAL}, COLORREF{0xFF00}));
 }
 
 TEST_F(ResourcesTest, RecordsDescribe) {
@@ -95,11 +100,13 @@ TEST_F(ResourcesTest, RecordsDescribe) {
     WqFont font;
     WqFont_Init(&font), font.log.lfItalic = 1, font.log.lfEscapement = 5;
     WqFont_Param(&font, face.c_str(), 12, style), WqFont_LogDef(&font);
-    EXPECT_TRUE(font.log.lfFaceName == fits && font.face == fits && font.log.lfEscapement == 5) << face;
-    EXPECT_TRUE(font.log.lfHeight == -12 && font.log.lfWeight == weight && font.log.lfItalic == 1);
-    EXPECT_TRUE(font.log.lfCharSet == 1 && font.log.lfOutPrecision == 4 && WqFont_Create(&font) == font.handle);
+    const LOGFONTA &log = font.log;
+    EXPECT_EQ(log.lfFaceName + std::string("|") + font.face, fits + '|' + fits);
+    EXPECT_EQ(std::tuple(log.lfEscapement, log.lfHeight, log.lfWeight), std::tuple(5, -12, weight)) << face;
+    EXPECT_EQ(std::tuple(log.lfItalic, log.lfCharSet, log.lfOutPrecision), std::tuple(1, 1, 4)) << face;
+    EXPECT_EQ(WqFont_Create(&font), font.handle);
     WqFont_LogEscapDef(&font, 450), WqFont_Delete(&font);
-    EXPECT_TRUE(font.log.lfEscapement == 450 && !font.handle);
+    EXPECT_EQ(std::tuple(log.lfEscapement, font.handle), std::tuple(LONG{450}, HFONT{}));
   }
   BITMAPINFOHEADER header = {};
   const uint32_t counts[][3] = {{1, 0, 2}, {4, 0, 16}, {8, 0, 256}, {16, 0, 65536}, {24, 0, 2}, {8, 7, 7}, {24, 9, 9}};
@@ -109,7 +116,8 @@ TEST_F(ResourcesTest, RecordsDescribe) {
   }
   WqBmpFile file;
   WqBmpFile_Init(&file, ("a" + lead).c_str()), WqBmpFile_Create(&file, canvas);
-  EXPECT_TRUE(file.path == "a" + lead.substr(0, 258) && !file.handle) << "no such file";
+  EXPECT_EQ(file.path, "a" + lead.substr(0, 258));
+  EXPECT_EQ(file.handle, nullptr) << "no such file";
 }
 
 TEST_F(ResourcesTest, BmpFilesAreShown) {

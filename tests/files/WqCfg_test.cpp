@@ -117,13 +117,11 @@ TEST_F(WqCfgTest, StatesOfASave) {
     const char *what;
     std::function<void(WqCfg *)> happen;
     uint32_t modes[3]; // afterwards: from reading, direct writing, protected writing
-  } events[] = {
-      {"read", [](WqCfg *cfg) { WqCfg_Write(cfg, WQ_CFG_READ); }, {0, 0, 0}},
-      {"write", [](WqCfg *cfg) { WqCfg_Write(cfg, WQ_CFG_WRITE); }, {1, 1, 1}},
-      {"begin", [](WqCfg *cfg) { EXPECT_EQ(WqCfg_WriteTmp(cfg), 1); }, {3, 3, 3}},
-      {"fail", beginNowhere, {1, 1, 1}},
-      {"end", WqCfg_WriteEnd, {0, 1, 1}},
-  };
+  } events[] = {{"read", [](WqCfg *cfg) { WqCfg_Write(cfg, WQ_CFG_READ); }, {0, 0, 0}},
+                {"write", [](WqCfg *cfg) { WqCfg_Write(cfg, WQ_CFG_WRITE); }, {1, 1, 1}},
+                {"begin", [](WqCfg *cfg) { EXPECT_EQ(WqCfg_WriteTmp(cfg), 1); }, {3, 3, 3}},
+                {"fail", beginNowhere, {1, 1, 1}},
+                {"end", WqCfg_WriteEnd, {0, 1, 1}}};
   for (const auto &[what, happen, modes] : events)
     for (const uint32_t from : {0u, 1u, 2u}) {
       SCOPED_TRACE(testing::Message() << what << " from " << from);

@@ -61,17 +61,13 @@ class WqDirTest : public LibraryTest {
 
 TEST_F(WqDirTest, CreateMakesWhatIsMissing) {
   make({"file"});
+  // clang-format off
   const std::pair<std::string, int> rows[] = {
-      {at("a\\b\\c"), 1},
-      {at("a\\b\\c"), 1},
-      {folder_.path() + "\\\\\\d/e", 1},
-      {at("\x83\x5C\\\x95\x5C\x81\x5C\\z"), 1},
-      {at("file\\r"), 0},
+      {at("a\\b\\c"), 1}, {at("a\\b\\c"), 1}, {folder_.path() + "\\\\\\d/e", 1},
+      {at("\x83\x5C\\\x95\x5C\x81\x5C\\z"), 1}, {at("file\\r"), 0},
       {folder_.path() + "_none\\q\\r", 0}, // the first part is not made
-      {at(longest_) + 'l', 0},
-      {at(longest_), 1},
-      {at("p\\" + longest_), 0},
-  };
+      {at(longest_) + 'l', 0}, {at(longest_), 1}, {at("p\\" + longest_), 0}};
+  // clang-format on
   for (const auto &[path, result] : rows) {
     EXPECT_EQ(WqDir_Create(path.c_str()), result) << path;
     EXPECT_EQ(WqDir_IsExist(path.c_str()), result) << path;

@@ -23,11 +23,11 @@ std::string timeText(bool heading) {
   char text[64];
   GetLocalTime(&t);
   if (heading)
-    std::snprintf(text, sizeof text, "Log File\t%04d/%02d/%02d %02d:%02d:%02d\r\n", t.wYear, t.wMonth, t.wDay, t.wHour,
-                  t.wMinute, t.wSecond);
+    wsprintfA(text, "Log File\t%04d/%02d/%02d %02d:%02d:%02d\r\n", t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute,
+              t.wSecond);
   else
-    std::snprintf(text, sizeof text, "  %d/%d %02d:%02d:%02d.%03d\r\n", t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond,
-                  t.wMilliseconds);
+    wsprintfA(text, "  %d/%d %02d:%02d:%02d.%03d\r\n", t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond,
+              t.wMilliseconds);
   return text;
 }
 
@@ -70,30 +70,21 @@ TEST_F(WqLogTest, ShowsARecordByItsKind) {
   const std::string bytes("\x00\x01\x02\xAB\xCD\xFF 0123456789:;<=>?@ABCDEFGH", 32);
   const std::string row1 = "00 01 02 AB CD FF 20 30 31 32 33 34 35 36 37 38\r\n";
   const std::string row2 = "39 3A 3B 3C 3D 3E 3F 40 41 42 43 44 45 46 47 48\r\n";
-  const struct {
-    uint32_t kind;
-    std::string data;
-    uint32_t size;
-    std::string shown;
-  } rows[] = {
-      {WQ_LOG_COMMENT, "start", 99, "  start\t@"},
-      {WQ_LOG_COMMENT, "", 0, "  \t@"},
+  // clang-format off
+  const struct { uint32_t kind; std::string data; uint32_t size; std::string shown; } rows[] = {
+      {WQ_LOG_COMMENT, "start", 99, "  start\t@"}, {WQ_LOG_COMMENT, "", 0, "  \t@"},
       {WQ_LOG_COMMENT, "100 %s\r\n" + kWide, 2, "  100 %s\r\n" + kWide + "\t@"},
-      {WQ_LOG_RAW, "a\r\n" + kWide, 0, "a\r\n" + kWide},
-      {WQ_LOG_NO_MEMORY, "abc", 3, kNoMemory},
+      {WQ_LOG_RAW, "a\r\n" + kWide, 0, "a\r\n" + kWide}, {WQ_LOG_NO_MEMORY, "abc", 3, kNoMemory},
       {0x102, "ab", 1, kBytes + "61 62 00 \r\n"}, // a text, and shown as bytes
-      {0x1001, "ab", 2, kBytes + "61 62 \r\n"},
-      {1, bytes, 15, kBytes + row1.substr(0, 45) + "\r\n"},
-      {0xFF, bytes, 16, kBytes + row1},
-      {0x200, bytes, 17, kBytes + row1 + "39 \r\n"},
+      {0x1001, "ab", 2, kBytes + "61 62 \r\n"}, {1, bytes, 15, kBytes + row1.substr(0, 45) + "\r\n"},
+      {0xFF, bytes, 16, kBytes + row1}, {0x200, bytes, 17, kBytes + row1 + "39 \r\n"},
       {UINT32_MAX & ~WQ_LOG_TEXT, bytes, 32, kBytes + row1 + row2},
       // what is too long for a line
       {WQ_LOG_COMMENT, times(230), 0, "  " + times(230) + "\t@"},
       {WQ_LOG_COMMENT, times(229) + kWide, 0, "  " + times(229) + "\t@"},
       {WQ_LOG_COMMENT, times(500), 0, "  " + times(230) + "\t@"},
-      {WQ_LOG_RAW, times(255), 0, times(255)},
-      {WQ_LOG_RAW, times(500), 0, times(255)},
-  };
+      {WQ_LOG_RAW, times(255), 0, times(255)}, {WQ_LOG_RAW, times(500), 0, times(255)}};
+  // clang-format on
   for (auto [kind, data, size, shown] : rows) {
     const auto add = [kind = kind, size = size, text = &data] { WqLog_Add(kind, text->c_str(), size); };
     EXPECT_EQ(dumpOf(add), shown) << kind;

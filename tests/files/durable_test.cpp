@@ -34,30 +34,16 @@ int __real_rename(const char *from, const char *to);
 int __real_renameat2(int fromFolder, const char *from, int toFolder, const char *to, unsigned flags);
 int __real_unlink(const char *path);
 
-int __wrap_fsync(int file) {
-  record("sync " + nameOf(file));
-  return __real_fsync(file);
-}
-
-int __wrap_fdatasync(int file) {
-  record("sync " + nameOf(file));
-  return __real_fdatasync(file);
-}
-
+int __wrap_fsync(int file) { return record("sync " + nameOf(file)), __real_fsync(file); }
+int __wrap_fdatasync(int file) { return record("sync " + nameOf(file)), __real_fdatasync(file); }
 int __wrap_rename(const char *from, const char *to) {
-  record("rename " + lastPart(from) + ' ' + lastPart(to));
-  return __real_rename(from, to);
+  return record("rename " + lastPart(from) + ' ' + lastPart(to)), __real_rename(from, to);
 }
-
 int __wrap_renameat2(int fromFolder, const char *from, int toFolder, const char *to, unsigned flags) {
   record("rename " + lastPart(from) + ' ' + lastPart(to));
   return __real_renameat2(fromFolder, from, toFolder, to, flags);
 }
-
-int __wrap_unlink(const char *path) {
-  record("unlink " + lastPart(path));
-  return __real_unlink(path);
-}
+int __wrap_unlink(const char *path) { return record("unlink " + lastPart(path)), __real_unlink(path); }
 }
 
 namespace {

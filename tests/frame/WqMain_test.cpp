@@ -28,7 +28,7 @@ TEST(MainTest, ARunStartsCleanAndEndsEmpty) {
   const auto mainWnd = reinterpret_cast<HWND>(uintptr_t{0x10020});
   for (int run = 0; run < 2; ++run) { // the second finds the traces of the first
     WqMain_Init(instance);
-    EXPECT_TRUE(wqMain.instance == instance && !wqMain.mainWnd && !wqMain.wndList);
+    EXPECT_EQ(std::tuple(wqMain.instance, wqMain.mainWnd, wqMain.wndList), std::tuple(instance, nullptr, nullptr));
     EXPECT_EQ(WqMain_Config(mainWnd), 1);
     EXPECT_EQ(wqMain.mainWnd, mainWnd);
     for (const auto registry : kRegistries) EXPECT_EQ((wqMain.*registry).bucketCount, 255u);

@@ -27,13 +27,10 @@ TEST_F(MemTest, BlocksAreZeroedAndCounted) {
       void *array = WqMem_AllocArray(size, 3);
       EXPECT_EQ(wqMain.allocCount, live + 2);
       EXPECT_TRUE(allZero(block, size) && allZero(array, size * 3)) << size;
-      std::memset(block, 0xFF, size);
-      std::memset(array, 0xFF, size * 3);
+      std::memset(block, 0xFF, size), std::memset(array, 0xFF, size * 3);
       WqMem_Term(); // frees nothing
       EXPECT_EQ(wqMain.allocCount, live + 2);
-      WqMem_Free(block);
-      WqMem_Free(array);
-      WqMem_Free(nullptr);
+      for (void *each : {block, array, static_cast<void *>(nullptr)}) WqMem_Free(each);
       EXPECT_EQ(wqMain.allocCount, live);
     }
   constexpr size_t large = SIZE_MAX / 2 + 9; // doubled, it wraps to 16
@@ -47,8 +44,7 @@ TEST_F(MemTest, BlocksAreZeroedAndCounted) {
   }
   EXPECT_EQ(wqMain.allocCount, live);
   WqMem_Init();
-  EXPECT_EQ(wqMain.allocCount, 0u);
-  wqMain.allocCount = live;
+  EXPECT_EQ(std::exchange(wqMain.allocCount, live), 0u);
 }
 
 TEST_F(MemTest, ResizingKeepsTheBytesAndNeverCounts) {
@@ -72,9 +68,8 @@ TEST_F(MemTest, CopyAndZeroTouchTheirRangeAlone) {
   const std::string pattern = "0123456789abcdefghijklmnopqrstuvwxyz";
   for (size_t from = 0; from < 6; ++from)
     for (size_t to = 0; to <= from; ++to) // the ranges overlap, the destination below the source
-      for (size_t size = 0; size < 24; ++size) {
-        std::string bytes = pattern;
-        std::string expected = pattern;
+      for (const size_t size : {0, 1, 5, 8, 23}) {
+        std::string bytes = pattern, expected = pattern;
         EXPECT_EQ(WqMem_Copy(&bytes[to], &bytes[from], size), &bytes[to]);
         EXPECT_EQ(bytes, expected.replace(to, size, pattern, from, size)) << size;
         WqMem_Zero(&bytes[to], size);
@@ -171,7 +166,8 @@ TEST_F(PoolTest, LargeRequestsAndSpacePassedBy) {
   EXPECT_EQ(chunks(pool), (Sizes{100, 100, 112, 5008, 100}));
 
   WqMemBlcok_Dispose(&pool);
-  EXPECT_TRUE(!pool.first && !pool.last && !pool.current && pool.elemSize == 100);
+  EXPECT_EQ(std::tuple(pool.first, pool.last, pool.current, pool.elemSize),
+            std::tuple(nullptr, nullptr, nullptr, 100u));
   WqMemBlock_Term(&pool);
 }
 

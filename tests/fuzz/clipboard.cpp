@@ -5,7 +5,6 @@
 
 #include "platform/desktop/clipboard/exchange.h"
 #include "platform/desktop/clipboard/formats.h"
-#include "platform/testing.h"
 
 namespace {
 
@@ -20,14 +19,6 @@ struct Kind {
   const char *type; // null for the program's own
 } const kKinds[] = {{CF_TEXT, nullptr},          {CF_UNICODETEXT, nullptr},   {CF_DIB, nullptr},  {CF_DIBV5, nullptr},
                     {CF_UNICODETEXT, kTextType}, {CF_UNICODETEXT, kUtf8Type}, {CF_DIB, kPngType}, {CF_DIB, kBmpType}};
-
-size_t countHandles() {
-  PlatformHandleCounts kernel;
-  PlatformDesktopCounts desktop;
-  platformCountHandles(&kernel);
-  platformCountDesktop(&desktop);
-  return kernel.memory + desktop.drawing;
-}
 
 HANDLE own(const std::string &bytes) {
   const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
@@ -71,12 +62,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   if (size < 2 || size > kMost) return 0;
   const Kind &kind = kKinds[data[0] % std::size(kKinds)];
   const std::string bytes(reinterpret_cast<const char *>(data) + 1, size - 1);
-  const size_t before = countHandles();
+  const size_t before = countObjects();
   const HANDLE handle = kind.type ? clipDataFromType(kind.format, kind.type, bytes) : own(bytes);
   if (handle) {
     seesAll(kind.format, handle, kind.type != nullptr);
     freeClipData(kind.format, handle);
   }
-  REQUIRE(countHandles() == before);
+  REQUIRE(countObjects() == before);
   return 0;
 }

@@ -1,12 +1,15 @@
 // What the fuzz targets share.
 #pragma once
 
+#include "platform/testing.h"
 #include "wq.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <memory>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -59,6 +62,27 @@ inline bool isDoubleByte(std::string_view text, size_t at) {
 inline std::string_view textOf(const void *data, size_t size, size_t limit) {
   const std::string_view bytes(static_cast<const char *>(data), size < limit ? size : limit);
   return bytes.substr(0, bytes.find('\0'));
+}
+
+// A folder of this process, removed at its end.
+class Folder {
+ public:
+  Folder() { std::filesystem::create_directory(path_); }
+  ~Folder() { std::filesystem::remove_all(path_); }
+  std::string file(const std::string &name) const { return path_ + '/' + name; }
+  std::string name(const std::string &part) const { return path_ + '\\' + part; }
+
+ private:
+  const std::string path_ = std::filesystem::temp_directory_path() / ("fuzz_" + std::to_string(std::random_device()()));
+};
+
+// The blocks and drawing objects that are alive.
+inline size_t countObjects() {
+  PlatformHandleCounts kernel;
+  PlatformDesktopCounts desktop;
+  platformCountHandles(&kernel);
+  platformCountDesktop(&desktop);
+  return kernel.memory + desktop.drawing;
 }
 
 // What a function writes into a room of the promised size. It is run once more with room for just that.

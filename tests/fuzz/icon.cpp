@@ -3,8 +3,6 @@
 
 #include "memory_file.h"
 
-#include "platform/testing.h"
-
 #include <vector>
 
 namespace {
@@ -59,12 +57,6 @@ void seesIcon(HICON icon, int size, BOOL isIcon, const Sheet &sheet) {
   REQUIRE(DestroyIcon(again));
   REQUIRE(DeleteObject(info.hbmMask));
   REQUIRE(!info.hbmColor || DeleteObject(info.hbmColor));
-}
-
-size_t countObjects() {
-  PlatformDesktopCounts counts;
-  platformCountDesktop(&counts);
-  return counts.drawing;
 }
 
 } // namespace

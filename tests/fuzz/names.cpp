@@ -9,32 +9,12 @@
 
 #include <algorithm>
 #include <fcntl.h>
-#include <filesystem>
-#include <random>
 #include <unistd.h>
 #include <vector>
 
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr size_t kLongest = 60; // as escapes three times as long, and then the path must still have less than 260 bytes
-
-// An empty folder of this process, removed at its end.
-class Folder {
- public:
-  Folder() {
-    std::random_device random;
-    path_ = fs::temp_directory_path() / ("fuzz_names_" + std::to_string(random()));
-    fs::create_directory(path_);
-  }
-  ~Folder() { fs::remove_all(path_); }
-  std::string file(const std::string &name) const { return path_ + '/' + name; }
-  std::string name(const std::string &part) const { return path_ + '\\' + part; }
-
- private:
-  std::string path_;
-};
 
 const Folder &folder() {
   static const Folder only;

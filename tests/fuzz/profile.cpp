@@ -11,10 +11,8 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
-#include <filesystem>
 #include <fstream>
 #include <optional>
-#include <random>
 #include <vector>
 
 namespace {
@@ -26,16 +24,12 @@ constexpr const char *kAbsent = "\nabsent"; // no value of a profile
 
 using Names = std::vector<std::string>;
 
-// The file of this process, removed at its end.
+// The file of this process.
 class File {
  public:
-  File() {
-    std::random_device random;
-    name_ = std::filesystem::temp_directory_path() / ("fuzz_profile_" + std::to_string(random()) + ".ini");
-  }
-  ~File() { std::filesystem::remove(name_); }
   const char *name() const { return name_.c_str(); }
   void write(std::string_view content) const {
+    std::filesystem::remove(name_);
     std::ofstream out(name_, std::ios::binary);
     out.write(content.data(), static_cast<std::streamsize>(content.size()));
   }
@@ -45,7 +39,8 @@ class File {
   }
 
  private:
-  std::string name_;
+  const Folder folder_;
+  const std::string name_ = folder_.file("p.ini");
 };
 
 const File &file() {
@@ -57,6 +52,8 @@ std::string read(const char *section, const char *key, DWORD size, const char *o
   const Room room(size);
   const DWORD length = GetPrivateProfileStringA(section, key, otherwise, room.get(), size, file().name());
   REQUIRE(length < size && room.get()[length] == '\0');
+  const bool isList = !key && std::strcmp(room.get(), otherwise) != 0;
+  REQUIRE(!isList || length + 2 != size || room.get()[length + 1] == '\0'); // where it is cut
   return {room.get(), length};
 }
 
@@ -74,43 +71,16 @@ Names names(const char *section) {
   return found;
 }
 
-// In a smaller room the beginning comes, whole characters of it.
-void cutValues(const std::string &section, const std::string &key, const std::string &whole) {
-  for (const size_t size :
-       {size_t{1}, size_t{2}, whole.size() / 2 + 1, whole.size(), whole.size() + 1, whole.size() + 2}) {
-    if (size == 0) continue;
-    const std::string text = read(section.c_str(), key.c_str(), static_cast<DWORD>(size));
-    REQUIRE(whole.starts_with(text) && text.size() + 2 >= std::min(size, whole.size() + 1));
-    REQUIRE(size <= whole.size() || text == whole);
-  }
-}
-
-void cutNames(const char *section) {
-  const std::string whole = read(section, nullptr, kLarge);
+// In a smaller room the beginning of a value comes, whole characters of it; of names as many bytes as fit.
+void cut(const char *section, const char *key) {
+  const std::string whole = read(section, key, kLarge);
   if (whole == kAbsent) return;
-  for (const size_t size : {size_t{1}, size_t{2}, size_t{3}, whole.size() / 2 + 1, whole.size(), whole.size() + 1}) {
+  for (const size_t size : {size_t{1}, size_t{2}, whole.size() / 2 + 1, whole.size(), whole.size() + 1}) {
     if (size == 0) continue;
-    const Room room(size);
-    const DWORD length =
-        GetPrivateProfileStringA(section, nullptr, "", room.get(), static_cast<DWORD>(size), file().name());
-    if (size > whole.size()) {
-      REQUIRE(length == whole.size());
-    } else if (size >= 2) {
-      REQUIRE(length == size - 2 && room.get()[length + 1] == '\0');
-    }
-    REQUIRE(room.get()[length] == '\0' && whole.starts_with(std::string(room.get(), length)));
+    const std::string text = read(section, key, static_cast<DWORD>(size), "");
+    REQUIRE(whole.starts_with(text) && (size <= whole.size() || text == whole));
+    REQUIRE(key ? text.size() + 2 >= size : size < 2 || size > whole.size() || text.size() == size - 2);
   }
-}
-
-// A decimal number of few digits has the value that everybody expects.
-void number(const std::string &section, const std::string &key, const std::string &text) {
-  const auto got = static_cast<INT>(GetPrivateProfileIntA(section.c_str(), key.c_str(), -77, file().name()));
-  const size_t sign = !text.empty() && (text[0] == '-' || text[0] == '+');
-  const std::string digits =
-      text.substr(sign, std::min(text.find_first_not_of("0123456789", sign), text.size()) - sign);
-  if (text.empty()) REQUIRE(got == -77);
-  if (digits.empty() || digits.size() > 9 || (digits == "0" && text.size() > sign + 1)) return;
-  REQUIRE(got == (text[0] == '-' ? -1 : 1) * std::stoi(digits));
 }
 
 struct Entry {
@@ -153,9 +123,7 @@ std::vector<Entry> entries() {
   for (const std::string &section : sections) {
     Names keys = names(section.c_str());
     keys.resize(std::min(keys.size(), kMostNames));
-    for (const std::string &key : keys) {
-      all.push_back({section, key, value(section, key)});
-    }
+    for (const std::string &key : keys) all.push_back({section, key, value(section, key)});
   }
   return all;
 }
@@ -210,16 +178,14 @@ void change(const uint8_t *choice, const std::string &piece) {
   // a line that becomes a header, or a mark that was no beginning, makes another profile of it
   const bool isOther = key.starts_with('[') || content.substr(0, 2) != contentBefore.substr(0, 2);
   const bool isAscii = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) > 0; });
-  if (!removesKey && !removesSection && !isOther && (isAscii || !isUtf16(content))) {
+  if (!removesKey && !removesSection && !isOther && (isAscii || !isUtf16(content)))
     REQUIRE(value(section, key) == expected(text));
-  }
   for (const Entry &entry : before) {
     const bool named = sameName(entry.section, section) && (removesSection || sameName(entry.key, key));
     if (!named && !isOther) REQUIRE(value(entry.section, entry.key) == entry.value);
   }
   // the kept profile is the one in the file
   const std::vector<Entry> kept = entries();
-  std::filesystem::remove(file().name());
   file().write(content);
   REQUIRE(entries() == kept);
   REQUIRE(file().content() == content);
@@ -235,17 +201,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   const int encoding = size > 0 && !text.empty() ? data[0] / 4 % 4 : 0;
   const std::string content = encoding == 1 || encoding == 2 ? utf16Of(text, encoding == 2) : std::string(text);
   file().write(content);
-  cutNames(nullptr);
-  const bool cut = hasNul(content); // names end early where they are handed out
+  cut(nullptr, nullptr);
+  const bool ends = hasNul(content); // names end early where they are handed out
   for (const Entry &entry : entries()) {
-    REQUIRE(entry.value || cut); // what is listed is found
-    cutNames(entry.section.c_str());
+    REQUIRE(entry.value || ends); // what is listed is found
+    cut(entry.section.c_str(), nullptr);
     if (!entry.value) continue;
-    cutValues(entry.section, entry.key, *entry.value);
-    number(entry.section, entry.key, *entry.value);
+    cut(entry.section.c_str(), entry.key.c_str());
+    GetPrivateProfileIntA(entry.section.c_str(), entry.key.c_str(), 0, file().name());
   }
   std::string piece(text.substr(0, text.find_first_of(std::string_view("\0\r\n\x01", 4))));
   if (trimmed(piece).empty()) piece = "x";
-  for (size_t i = 0; i < writes && !cut; ++i) change(data + 1 + 3 * i, piece);
+  for (size_t i = 0; i < writes && !ends; ++i) change(data + 1 + 3 * i, piece);
   return 0;
 }

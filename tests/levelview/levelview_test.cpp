@@ -1,5 +1,6 @@
 // The example as its users see it: what it prints, its exit status, and the one line of a failure.
 
+#include "support/desktop.h"
 #include "support/files.h"
 #include "support/program.h"
 #include "wq.h"
@@ -9,6 +10,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
@@ -56,32 +58,37 @@ Signal noise(uint32_t rate, uint16_t bits, uint16_t channels, uint32_t frames) {
   return signal;
 }
 
-std::string line(const std::string &key, double value, int decimals) {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.*f", decimals, value);
-  return key + ": " + (std::isinf(value) ? "-inf" : text) + "\n";
-}
-
+// Each line of a report, in a hand of the test's own.
 std::string expectedReport(const Signal &signal, double range) {
-  const size_t frames = signal.samples.size() / signal.channels;
-  std::string report = line("rate", signal.rate, 0) + line("channels", signal.channels, 0) +
-                       line("bits", signal.bits, 0) + line("frames", static_cast<double>(frames), 0) +
-                       line("bytes", static_cast<double>(signal.data().size()), 0) +
-                       line("duration_ms", static_cast<double>(frames) * 1000 / signal.rate, 3);
+  std::string report;
+  const auto line = [&](const std::string &key, double value, int decimals) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.*f", decimals, value);
+    report += key + ": " + (std::isinf(value) ? "-inf" : text) + "\n";
+  };
+  const auto frames = static_cast<double>(signal.samples.size() / signal.channels);
+  report += "format: WAV, " + std::to_string(signal.bits) + "-bit PCM\n";
+  line("rate", signal.rate, 0), line("channels", signal.channels, 0), line("bits", signal.bits, 0);
+  line("frames", frames, 0), line("bytes", static_cast<double>(signal.data().size()), 0);
+  line("duration_ms", frames * 1000 / signal.rate, 3);
   for (size_t channel = 0; channel < signal.channels; ++channel) {
-    double peak = 0, squares = 0;
+    double peak = 0, squares = 0, sum = 0;
+    int clipped = 0;
     for (size_t i = channel; i < signal.samples.size(); i += signal.channels) {
       const double value = std::ldexp(static_cast<double>(signal.samples[i]), 1 - signal.bits);
       peak = std::fmax(peak, std::fabs(value));
       squares += value * value;
+      sum += value;
+      clipped += value == -1 || value == 1 - std::ldexp(1, 1 - signal.bits);
     }
-    const double rms = std::sqrt(squares / static_cast<double>(frames));
+    const double rms = std::sqrt(squares / frames);
     const std::string name = "ch" + std::to_string(channel + 1) + ".";
-    report += line(name + "peak_v", peak * range, 6) + line(name + "rms_v", rms * range, 6) +
-              line(name + "peak_dbv", 20 * std::log10(peak * range), 2) +
-              line(name + "rms_dbv", 20 * std::log10(rms * range), 2) +
-              line(name + "peak_db", 20 * std::log10(peak), 2) + line(name + "peak_percent", peak * 100, 2) +
-              line(name + "rms_percent", rms * 100, 2);
+    line(name + "peak_v", peak * range, 6), line(name + "rms_v", rms * range, 6);
+    line(name + "peak_dbv", 20 * std::log10(peak * range), 2), line(name + "rms_dbv", 20 * std::log10(rms * range), 2);
+    line(name + "peak_db", 20 * std::log10(peak), 2);
+    line(name + "peak_percent", peak * 100, 2), line(name + "rms_percent", rms * 100, 2);
+    line(name + "crest_db", rms > 0 ? 20 * std::log10(peak / rms) : 0, 2);
+    line(name + "dc_percent", sum / frames * 100, 4), line(name + "clipped", clipped, 0);
   }
   return report;
 }
@@ -122,14 +129,12 @@ class LevelviewTest : public testing::Test {
 } // namespace
 
 TEST_F(LevelviewTest, ReportsLevels) {
-  std::vector<Signal> signals = {{8000, 8, 1, {-128}},
-                                 {8000, 16, 1, {-32768, -32768}},
-                                 {1, 32, 2, {0, INT32_MIN}}, // full scale
-                                 {8000, 8, 2, {0, 1, 0, 1}},
-                                 {8000, 16, 2, {9, 0, -9, 0}},
-                                 {8000, 32, 1, {0}}, // silence
-                                 {8000, 8, 1, {64, 0, 0, -64}},
-                                 {8000, 32, 1, {-1}}};
+  // clang-format off
+  std::vector<Signal> signals = {
+      {8000, 8, 1, {-128}}, {8000, 16, 1, {-32768, -32768}}, {1, 32, 2, {0, INT32_MIN}}, // full scale
+      {8000, 8, 2, {0, 1, 0, 1}}, {8000, 16, 2, {9, 0, -9, 0}}, {8000, 32, 1, {0}}, // silence
+      {8000, 8, 1, {64, 0, 0, -64}}, {8000, 32, 1, {-1}}};
+  // clang-format on
   for (const uint16_t bits : {uint16_t{8}, uint16_t{16}, uint16_t{32}})
     for (const uint16_t channels : {uint16_t{1}, uint16_t{2}}) signals.push_back(noise(44100, bits, channels, 777));
   const std::string list = "LIST" + number(14, 4) + "INFOISFT" + number(2, 4) + "x";
@@ -141,66 +146,95 @@ TEST_F(LevelviewTest, ReportsLevels) {
 }
 
 TEST_F(LevelviewTest, ReportsWhatATruncatedFileHolds) {
-  for (const uint32_t declared : {404u, UINT32_MAX})
+  for (const uint32_t declared : {404u, 0u, UINT32_MAX}) // the last two by a recorder that was killed
     for (const uint16_t bits : {uint16_t{8}, uint16_t{16}}) {
       SCOPED_TRACE(testing::Message() << declared << " bytes, " << bits << " bits");
       const Signal signal = noise(8000, bits, bits == 8 ? 1 : 2, 100);
       const std::string held = signal.data();
       std::string out = report(stored(signal.header(declared) + held));
-      const std::string expected =
-          "truncated: declared " + std::to_string(declared) + " bytes, found " + std::to_string(held.size()) + "\n";
+      const std::string found = std::to_string(held.size());
+      const std::string expected = declared == 404
+                                       ? "truncated: declared 404 bytes, found " + found + "\n"
+                                       : "unfinished: the header tells no length, found " + found + " bytes\n";
       const size_t at = out.find(expected);
       ASSERT_NE(at, std::string::npos) << out;
       EXPECT_EQ(out.erase(at, expected.size()), expectedReport(signal, 1.0));
     }
-  // A last frame that is there in part counts as bytes, not as a frame.
+  // A last frame that is there in part counts as bytes, not as a frame. Where no more is declared, nothing is missing.
   const Signal signal = {8000, 16, 2, {100, 200, 300, 400}};
-  const std::string out = report(stored(signal.header(12) + signal.data() + "xyz"));
-  EXPECT_EQ(valueOf(out, "truncated"), "declared 12 bytes, found 11");
-  EXPECT_EQ(valueOf(out, "frames") + " " + valueOf(out, "bytes") + " " + valueOf(out, "ch2.peak_percent"), "2 11 1.22");
-}
-
-// A size that is no whole number of frames, in a file that holds all of it.
-TEST_F(LevelviewTest, ReportsAPartOfAFrameAsNoTruncation) {
-  const Signal signal = {8000, 16, 2, {100, 200, 300, 400}};
-  const std::string out = report(stored(signal.header(11) + signal.data() + "xyz"));
-  EXPECT_EQ(valueOf(out, "truncated"), "(none)");
-  EXPECT_EQ(valueOf(out, "frames"), "2");
+  for (const auto &[declared, missing, sizes] :
+       {std::tuple(12u, "declared 12 bytes, found 11", "2 11"), {11u, "(none)", "2 11"}}) {
+    const std::string out = report(stored(signal.header(declared) + signal.data() + "xyz"));
+    EXPECT_EQ(valueOf(out, "truncated"), missing);
+    EXPECT_EQ(valueOf(out, "frames") + " " + valueOf(out, "bytes"), sizes);
+    EXPECT_EQ(valueOf(out, "ch2.peak_percent"), "1.22");
+  }
 }
 
 TEST_F(LevelviewTest, TellsWhyAFileIsRefused) {
   const Signal sound = {8000, 16, 2, {1, 2, 3, 4}};
   const std::string file = sound.file();
-  const struct {
-    std::string content, reason;
-  } rows[] = {
+  const std::pair<std::string, std::string> rows[] = {
       {"Just some text, longer than any header of a sound file would be.", "not RIFF/WAVE"},
       {file.substr(0, 8) + "AVI " + file.substr(12), "not RIFF/WAVE"},
       {file.substr(0, 11), "not RIFF/WAVE"},
-      {file.substr(0, 12) + "LIST" + number(4, 4) + "INFO" + file.substr(12), "format chunk not first"},
       {sound.header(8, "", 0xFFFE) + sound.data(), "format tag 65534"},
       {Signal{8000, 16, 0, {}}.header(8), "0 channels"},
       {Signal{8000, 16, 258, {}}.header(8), "258 channels"},
-      {Signal{8000, 24, 2, {}}.header(12) + "twelve bytes", "24 bits"},
       {file.substr(0, 36), "no data chunk"},
       {file.substr(0, 36) + "dadata" + file.substr(40), "no data chunk"},
       {sound.header(8), "no samples"},
       {sound.header(3) + "abc", "no samples"},
       {file.substr(0, 42), "no samples"},
       // whose reasons are told in more words
-      {sound.header(UINT32_MAX) + "abc", ""},
       {file.substr(0, 14), ""},
       {file.substr(0, 35), ""},
       {file.substr(0, 32) + number(0, 2) + file.substr(34), ""},
       {file.substr(0, 32) + number(2, 2) + file.substr(34), ""},
   };
-  for (const auto &row : rows) {
-    SCOPED_TRACE(row.reason);
-    const std::string name = stored(row.content, "refused file.wav");
-    expectFailure(runProgram("levelview", {"--report", name}), 1, name, row.reason);
+  for (const auto &[content, reason] : rows) {
+    SCOPED_TRACE(reason);
+    const std::string name = stored(content, "refused file.wav");
+    expectFailure(runProgram("levelview", {"--report", name}), 1, name, reason);
   }
   for (const std::string &name : {folder_.file("missing.wav"), folder_.path()})
     expectFailure(runProgram("levelview", {"--settings", folder_.file("none.ini"), name}), 1, name, "cannot open");
+}
+
+// Other files than plain ones. A reader that looks for the word "data" alone would take the wrong one in a list.
+TEST_F(LevelviewTest, ReportsFilesThatTheLibraryDoesNotRead) {
+  if (onWindows()) GTEST_SKIP() << "libsndfile isn't there";
+  const Signal plain = {8000, 16, 2, {100, 200, -300, 400}};
+  const std::string file = plain.file(), list = "LIST" + number(16, 4) + "INFOICMT" + number(4, 4) + "data";
+  for (const std::string &content : {file.substr(0, 12) + list + file.substr(12), plain.file(list)}) {
+    const std::string out = report(stored(content));
+    EXPECT_EQ(valueOf(out, "frames") + " " + valueOf(out, "ch2.peak_percent"), "2 1.22") << out;
+  }
+  const Signal packed = {48000, 24, 1, {0x7FFFFF, -0x800000, 0, 0x400000}};
+  for (const uint32_t declared : {12u, 0u}) {
+    const std::string out = report(stored(packed.header(declared) + packed.data()));
+    EXPECT_EQ(valueOf(out, "bits") + " " + valueOf(out, "frames") + " " + valueOf(out, "bytes"), "24 4 12");
+    EXPECT_EQ(valueOf(out, "ch1.clipped") + " " + valueOf(out, "ch1.peak_percent") + " " +
+                  valueOf(out, "ch1.rms_percent"),
+              "2 100.00 75.00");
+    EXPECT_EQ(valueOf(out, "unfinished") == "(none)", declared != 0);
+  }
+  const std::string rest = stored(file, "pipe.wav");
+  const std::string told = folder_.file("told.txt");
+  EXPECT_EQ(std::system(("cat " + rest + " | ./levelview --report /dev/stdin > " + told).c_str()), 0);
+  EXPECT_EQ(valueOf(readFile(told), "frames"), "2") << readFile(told);
+}
+
+// 20 seconds of a tone at -23 dBFS are -23 LUFS, within the tenth that EBU Tech 3341 allows.
+TEST_F(LevelviewTest, MeasuresLoudness) {
+  if (onWindows()) GTEST_SKIP() << "libebur128 isn't there";
+  Signal tone = {48000, 16, 2, {}};
+  for (int i = 0; i < 2 * 20 * 48000; ++i)
+    tone.samples.push_back(
+        std::lround(32768 * std::pow(10, -23 / 20.0) * std::sin(2 * 3.14159265358979 * 1000 * (i / 2) / 48000)));
+  const std::string out = report(stored(tone.file()), {"--report", "--loudness"});
+  EXPECT_NEAR(std::atof(valueOf(out, "loudness_lufs").c_str()), -23, 0.1);
+  EXPECT_NEAR(std::atof(valueOf(out, "ch1.true_peak_dbtp").c_str()), -23, 0.2);
 }
 
 // Several files and the WAV files of a folder: each file's report under its name, then a table; what is refused is told
@@ -306,30 +340,12 @@ TEST_F(LevelviewTest, CommandLinesRightAndWrong) {
   const std::string name = stored(signal.file(), "a file.wav");
   // @ stands for the file, _ for an empty argument
   const std::string settings = folder_.file("none.ini");
-  for (const char *line : {"",
-                           "--report",
-                           "--make",
-                           "--range 2",
-                           "--range",
-                           "@ --range",
-                           "--loud @",
-                           "-r @",
-                           "- @",
-                           "@ @",
-                           "--make @ @",
-                           "--range 0 @",
-                           "--range -1 @",
-                           "--range one @",
-                           "--range 1V @",
-                           "--range _ @",
-                           "--range inf @",
-                           "--range nan @",
-                           "--range 1e999 @",
-                           "@ --log",
-                           "--log _ @",
-                           "--zoom 0 @",
-                           "--at -1 @",
-                           "@ --settings"}) {
+  // clang-format off
+  for (const char *line : {
+           "", "--report", "--make", "--range 2", "--range", "@ --range", "--loud @", "-r @", "- @", "@ @", "--make @ @",
+           "--range 0 @", "--range -1 @", "--range one @", "--range 1V @", "--range _ @", "--range inf @",
+           "--range nan @", "--range 1e999 @", "@ --log", "--log _ @", "--zoom 0 @", "--at -1 @", "@ --settings"}) {
+    // clang-format on
     SCOPED_TRACE(line);
     std::vector<std::string> arguments = {"--settings", settings};
     std::istringstream words(line);

@@ -33,7 +33,7 @@ struct Noise {
         plain.high = std::max(plain.high, static_cast<int32_t>(values[at]));
         plain.squares += static_cast<double>(values[at] * values[at]);
       }
-      EXPECT_EQ(std::pair(extents[channel].low, extents[channel].high), std::pair(plain.low, plain.high))
+      EXPECT_EQ(std::tuple(extents[channel].low, extents[channel].high), std::tuple(plain.low, plain.high))
           << from << " to " << to;
       EXPECT_NEAR(extents[channel].squares, plain.squares, plain.squares * 1e-6) << from << " to " << to;
     }

@@ -131,8 +131,12 @@ TEST_F(Files, AreFoundAndSearchedFor) {
 
   WIN32_FIND_DATAA entry;
   const HANDLE find = FindFirstFileA(at("b*").c_str(), &entry);
-  EXPECT_TRUE(entry.dwFileAttributes == FILE_ATTRIBUTE_ARCHIVE && entry.nFileSizeLow == 2 && entry.nFileSizeHigh == 0);
-  EXPECT_TRUE(!CloseHandle(find) && FindClose(find) && !FindClose(nullptr)); // is closed by a function of its own
+  EXPECT_EQ(entry.dwFileAttributes, DWORD{FILE_ATTRIBUTE_ARCHIVE});
+  EXPECT_EQ(entry.nFileSizeLow, 2u);
+  EXPECT_EQ(entry.nFileSizeHigh, 0u);
+  EXPECT_FALSE(CloseHandle(find)) << "it is closed by a function of its own";
+  EXPECT_TRUE(FindClose(find));
+  EXPECT_FALSE(FindClose(nullptr));
   EXPECT_EQ(answer(FindNextFileA(INVALID_HANDLE_VALUE, &entry)), "6");
 
   run("make one ok; make two ok; make two\\sub ok; put one/a.txt 1 ok; put two/a.txt 1 ok; put two/b.txt 1 ok; "

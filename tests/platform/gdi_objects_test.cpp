@@ -1,20 +1,17 @@
 // Contexts, objects, mapping, regions, bitmaps and copying.
 
-#include "platform/platform.h"
-#include "support/files.h"
+#include "platform/canvas.h"
 #include "support/handles.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
 #include <random>
 
-// A context with a bitmap of its own.
-struct Picture {
-  explicit Picture(HANDLE made) : bitmap(made) { SelectObject(dc, made); }
-  explicit Picture(int size) : Picture(CreateBitmap(size, size, 1, 32, nullptr)) {}
-  ~Picture() { DeleteDC(dc), DeleteObject(bitmap); }
+using GdiObjects = HandlesTest;
+
+struct Picture : Canvas {
+  using Canvas::Canvas;
+  explicit Picture(int size) : Canvas(size, size) {}
   // Rows of 4, a letter for each pixel: black, white, red, green, blue, grey, others.
   std::string text() const {
     constexpr COLORREF kColors[] = {0, 0xFFFFFF, 0xFF, 0xFF00, 0xFF0000, 0x808080};
@@ -23,34 +20,43 @@ struct Picture {
       all += ".#rgbe?"[std::find(kColors, std::end(kColors), GetPixel(dc, i % 4, i / 4)) - kColors];
     return all;
   }
-  HDC dc = CreateCompatibleDC(nullptr);
-  HANDLE bitmap;
-};
-
-struct GdiObjects : testing::Test {
-  ~GdiObjects() override { EXPECT_EQ(openHandles(), before); }
-  const std::vector<size_t> before = openHandles();
 };
 
 TEST_F(GdiObjects, OutliveTheirDeletionWhileTheyAreSelected) {
-  Picture a(2), b(2);
+  const Picture a(2), b(2);
   LOGPEN pen{};
-  const HGDIOBJ made = CreatePen(PS_DOT, -3, 0x2030405), old = SelectObject(a.dc, made);
-  EXPECT_TRUE(old == GetStockObject(BLACK_PEN) && SelectObject(b.dc, made) == old && DeleteObject(made));
-  EXPECT_TRUE(SelectObject(a.dc, old) == made && SelectObject(a.dc, made) == old && SelectObject(a.dc, old));
-  EXPECT_TRUE(GetObjectA(made, sizeof pen, &pen) && pen.lopnWidth.x == 3 && pen.lopnColor == 0x2030405);
-  EXPECT_TRUE(SelectObject(b.dc, old) == made && !GetObjectA(made, sizeof pen, &pen) && !SelectObject(b.dc, made));
-  EXPECT_FALSE(SelectObject(b.dc, a.bitmap) || CreateHatchBrush(12, 0) || SelectObject(a.dc, nullptr));
-  EXPECT_TRUE(DeleteObject(GetStockObject(GRAY_BRUSH)) && GetObjectA(GetStockObject(GRAY_BRUSH), 0, nullptr));
-  PALETTEENTRY entry{};
-  const LOGPALETTE one{0x300, 1, {{1, 2, 3, 4}}};
-  const HPALETTE palette = CreatePalette(&one);
-  EXPECT_TRUE(GetPaletteEntries(palette, 0, 3, &entry) == 1 && entry.peBlue == 3 && UnrealizeObject(palette));
-  EXPECT_TRUE(SelectPalette(a.dc, palette, FALSE) == GetStockObject(DEFAULT_PALETTE) && DeleteObject(palette));
-  EXPECT_TRUE(SetROP2(a.dc, 17) == 0 && SetROP2(a.dc, R2_NOT) == R2_COPYPEN && GetROP2(a.dc) == R2_NOT);
+  const HGDIOBJ made = CreatePen(PS_DOT, -3, 0x2030405), old = GetStockObject(BLACK_PEN);
+  EXPECT_EQ(SelectObject(a.dc, made), old);
+  EXPECT_EQ(SelectObject(b.dc, made), old);
+  EXPECT_TRUE(DeleteObject(made));
+  EXPECT_EQ(SelectObject(a.dc, old), made);
+  EXPECT_EQ(SelectObject(a.dc, made), old) << "still there, as the other context has it";
+  EXPECT_EQ(SelectObject(a.dc, old), made);
+  EXPECT_TRUE(GetObjectA(made, sizeof pen, &pen));
+  EXPECT_EQ(pen.lopnWidth.x, 3);
+  EXPECT_EQ(pen.lopnColor, COLORREF{0x2030405});
+  EXPECT_EQ(SelectObject(b.dc, old), made);
+  EXPECT_FALSE(GetObjectA(made, sizeof pen, &pen)) << "nobody has it any more";
+  EXPECT_FALSE(SelectObject(b.dc, made));
+
+  EXPECT_FALSE(SelectObject(b.dc, a.bitmap)) << "a bitmap is in one context";
+  EXPECT_FALSE(SelectObject(a.dc, nullptr));
+  EXPECT_FALSE(CreateHatchBrush(12, 0));
+  EXPECT_TRUE(DeleteObject(GetStockObject(GRAY_BRUSH)));
+  EXPECT_TRUE(GetObjectA(GetStockObject(GRAY_BRUSH), 0, nullptr)) << "stock objects stay";
+  EXPECT_EQ(SetROP2(a.dc, 17), 0);
+  EXPECT_EQ(SetROP2(a.dc, R2_NOT), R2_COPYPEN);
+  EXPECT_EQ(GetROP2(a.dc), R2_NOT);
+}
+
+TEST_F(GdiObjects, ContextsGoBackTheWayTheyCame) {
   const HDC screen = GetDC(nullptr), display = CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
-  EXPECT_TRUE(!ReleaseDC(nullptr, a.dc) && !ReleaseDC(nullptr, display) && GetDeviceCaps(screen, LOGPIXELSX) == 96);
-  EXPECT_TRUE(ReleaseDC(nullptr, screen) && !ReleaseDC(nullptr, screen) && DeleteDC(display) && !DeleteDC(display));
+  EXPECT_EQ(GetDeviceCaps(screen, LOGPIXELSX), 96);
+  EXPECT_FALSE(ReleaseDC(nullptr, display));
+  EXPECT_TRUE(DeleteDC(display));
+  EXPECT_FALSE(DeleteDC(display));
+  EXPECT_TRUE(ReleaseDC(nullptr, screen));
+  EXPECT_FALSE(ReleaseDC(nullptr, screen));
 }
 
 TEST_F(GdiObjects, MapAndClip) {
@@ -62,13 +68,15 @@ TEST_F(GdiObjects, MapAndClip) {
     POINT point{atX, atY};
     SetMapMode(a.dc, mode), SetWindowExtEx(a.dc, x, y, nullptr), SetViewportExtEx(a.dc, right, down, nullptr);
     SetWindowOrgEx(a.dc, fromX, fromY, nullptr), SetViewportOrgEx(a.dc, toX, toY, nullptr);
-    EXPECT_TRUE(LPtoDP(a.dc, &point, 1) && point.x == thenX && point.y == thenY) << mode;
+    EXPECT_TRUE(LPtoDP(a.dc, &point, 1));
+    EXPECT_EQ(std::make_pair(point.x, point.y), std::make_pair(LONG{thenX}, LONG{thenY})) << mode;
   }
   RECT r{};
   const HRGN first = CreateRectRgn(4, 4, 0, 0), second = CreateRectRgn(2, 2, 9, 3), result = CreateRectRgn(0, 0, 0, 0);
   using Box = std::vector<LONG>; // and the kind before it
   const Box combined[] = {{2, 2, 2, 4, 3}, {3, 0, 0, 9, 4}, {3, 0, 0, 9, 4}, {3, 0, 0, 4, 4}};
-  EXPECT_TRUE(GetClipRgn(a.dc, result) == 0 && !CombineRgn(result, first, nullptr, RGN_OR));
+  EXPECT_EQ(GetClipRgn(a.dc, result), 0);
+  EXPECT_EQ(CombineRgn(result, first, nullptr, RGN_OR), ERROR);
   for (int mode = RGN_AND; mode < RGN_COPY; ++mode) {
     SelectClipRgn(a.dc, first), ExtSelectClipRgn(a.dc, second, mode), CombineRgn(result, first, second, mode);
     for (const bool clip : {false, true}) {
@@ -76,14 +84,16 @@ TEST_F(GdiObjects, MapAndClip) {
       EXPECT_EQ(combined[mode - 1], (Box{GetRgnBox(result, &r), r.left, r.top, r.right, r.bottom})) << mode << clip;
     }
   }
-  EXPECT_TRUE(SelectClipRgn(a.dc, nullptr) == SIMPLEREGION && !ExtSelectClipRgn(a.dc, nullptr, RGN_AND));
+  EXPECT_EQ(SelectClipRgn(a.dc, nullptr), SIMPLEREGION);
+  EXPECT_EQ(ExtSelectClipRgn(a.dc, nullptr, RGN_AND), ERROR);
   EXPECT_EQ(ExcludeClipRect(a.dc, 2, 0, 1, -1) + IntersectClipRect(a.dc, -1, -2, 2, 0), 2 * COMPLEXREGION);
-  EXPECT_TRUE(GetClipBox(a.dc, &r) == COMPLEXREGION && r.left == -1 && r.top == -2 && r.right == 2 && r.bottom == 0);
+  EXPECT_EQ((Box{GetClipBox(a.dc, &r), r.left, r.top, r.right, r.bottom}), (Box{COMPLEXREGION, -1, -2, 2, 0}));
   PatBlt(a.dc, -9, -9, 99, 99, WHITENESS), SetViewportOrgEx(a.dc, 1, 2, nullptr);
   EXPECT_EQ(a.text(), "###.##......");
   for (const HRGN region : {first, second, result}) DeleteObject(region);
 }
 
+// How files are read is told in the tests of the library's bitmaps.
 TEST_F(GdiObjects, BitmapsComeFromAllForms) {
   using namespace std::string_literals;
   const std::string codes = "\1\2\0\3\1\5\4\0\0\0\0\2\1\0\2\3\0\1"s; // a run, single ones, a new row, a jump, a run
@@ -96,23 +106,17 @@ TEST_F(GdiObjects, BitmapsComeFromAllForms) {
       {16, 1, BI_BITFIELDS, 0, "\0\x0F\xF0\0\x0F\0\xFF\x0F"s, "rgb#????????"},
       {24, 1, BI_RGB, 0, "\0\0\xFF\0\xFF\0\xFF\0\0\x80\x80\x80"s, "rgbe????????"},
       {8, 3, BI_RLE8, 18, codes, ".....gg.r#eb"},
-      {8, 3, BI_RLE8, 10, codes, "........r#eb"},
       {4, 3, BI_RLE4, 4, "\4\x25\0\1"s, "........rere"},
       {8, 3, BI_RLE8, 0, codes, ""},
       {24, 1, BI_BITFIELDS, 0, codes, ""}};
-  const TempFolder folder;
-  const std::string name = folder.file("a.bmp"), mark = "BM\0\0\0\0\0\0\0\0\x36\4\0\0"s;
   const HDC screen = GetDC(nullptr);
   for (const auto &[bits, height, compression, size, bytes, pixels] : rows) {
-    BITMAPINFO info[26]{}; // room for 256 colours
-    info->bmiHeader = {40, 4, height, 1, bits, compression, size, 0, 0, 0, 0};
+    BITMAPINFO info[8]{};
+    info->bmiHeader = {40, 4, height, 1, bits, compression, size, 0, 0, 6, 0};
     const DWORD colors[] = {0, 0xFFFFFF, 0xFF0000, 0xFF00, 0xFF, 0x808080}, masks[] = {0xF00, 0xF0, 0xF};
     std::memcpy(info->bmiColors, compression == BI_BITFIELDS ? masks : colors, compression == BI_BITFIELDS ? 12 : 24);
     const HBITMAP made = CreateDIBitmap(screen, &info->bmiHeader, CBM_INIT, bytes.data(), info, DIB_RGB_COLORS);
     EXPECT_EQ(made ? Picture(made).text() : "", pixels) << bits;
-    if (!made || height < 0) continue;
-    writeFile(name, mark + std::string(reinterpret_cast<const char *>(info), 40 + 1024) + bytes);
-    EXPECT_EQ(Picture(LoadImageA(nullptr, name.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE)).text(), pixels);
   }
   ReleaseDC(nullptr, screen);
   const auto resource = [](int id, int width) {
@@ -121,6 +125,46 @@ TEST_F(GdiObjects, BitmapsComeFromAllForms) {
   };
   EXPECT_EQ(resource(101, 0) + resource(101, 1) + resource(102, 0) + resource(102, 8),
             "rgb?.e#?r???.???.#..????..##????");
+}
+
+TEST_F(GdiObjects, PixelsAreReadInRows) {
+  using namespace std::string_literals;
+  const Picture picture(CreateBitmap(3, 4, 1, 32, nullptr));
+  for (int y = 0; y < 4; ++y)
+    for (int x = 0; x < 3; ++x) SetPixel(picture.dc, x, y, RGB('0' + x, 'a' + y, '!'));
+  const auto row = [](char y) { return "!"s + y + "0!" + y + "1!" + y + "2..."; };
+  const std::string black(12, '.');
+  // bits, width, height, first row, rows, pixels: NUL is a point, what was not written a hash
+  const std::tuple<WORD, LONG, LONG, UINT, UINT, std::string> rows[] = {
+      {24, 3, 4, 0, 4, row('d') + row('c') + row('b') + row('a')},
+      {24, 3, -4, 0, 4, row('a') + row('b') + row('c') + row('d')},
+      {24, 3, 4, 1, 2, row('c') + row('b')},
+      {24, 3, 4, 2, 9, row('b') + row('a')},
+      {24, 3, 2, 0, 4, row('b') + row('a')},
+      {24, 3, 6, 0, 6, black + black + row('d') + row('c') + row('b') + row('a')},
+      {32, 3, 4, 3, 1, "!a0.!a1.!a2."},
+      {24, 5, 4, 3, 1, "!a0!a1!a2......."},
+      {24, 2, 4, 3, 1, "!a0!a1.."},
+      {5, 3, 4, 0, 4, ""}};
+  for (const auto &[bits, width, height, first, count, pixels] : rows) {
+    BITMAPINFO info{};
+    info.bmiHeader = {40, width, height, 1, bits, BI_RGB, 0, 0, 0, 0, 0};
+    std::string bytes(100, '#');
+    const int copied =
+        GetDIBits(picture.dc, static_cast<HBITMAP>(picture.bitmap), first, count, bytes.data(), &info, 0);
+    std::replace(bytes.begin(), bytes.end(), '\0', '.');
+    const size_t pitch = static_cast<size_t>((width * bits + 31) / 32 * 4);
+    const size_t ofBitmap = std::min<size_t>(pixels.size() / pitch, 4); // not those that are black
+    EXPECT_EQ(static_cast<size_t>(copied), ofBitmap) << bits << ' ' << width << ' ' << height;
+    EXPECT_EQ(bytes, pixels + std::string(100 - pixels.size(), '#')) << bits << ' ' << width << ' ' << height;
+    EXPECT_EQ(info.bmiHeader.biSizeImage, copied ? pitch * static_cast<size_t>(std::abs(height)) : 0) << bits;
+  }
+  BITMAPINFO form[4]{};
+  form->bmiHeader.biSize = 40;
+  EXPECT_NE(GetDIBits(picture.dc, static_cast<HBITMAP>(picture.bitmap), 0, 0, nullptr, form, 0), 0);
+  const BITMAPINFOHEADER &told = form->bmiHeader;
+  EXPECT_EQ(std::tuple(told.biWidth, told.biHeight, told.biPlanes, told.biBitCount, told.biSizeImage),
+            std::tuple(3, 4, 1, 32, 48u));
 }
 
 TEST_F(GdiObjects, StringsOfTheProgramAreLoaded) { // a text that has no room is cut at a whole character
@@ -167,7 +211,8 @@ TEST_F(GdiObjects, BlitsCombineAndMove) {
         expected |= (table >> (4 * (kPattern >> bit & 1) + 2 * (from >> bit & 1) + (to >> bit & 1)) & 1) << bit;
       ASSERT_EQ(GetPixel(b.dc, at % 9, at / 9), expected) << table << ' ' << at;
     }
-    ASSERT_TRUE(GetPixel(b.dc, 0, 3) == old[27] && GetPixel(b.dc, 7, 7) == old[70]);
+    ASSERT_EQ(GetPixel(b.dc, 0, 3), old[27]) << "beside it";
+    ASSERT_EQ(GetPixel(b.dc, 7, 7), old[70]) << "below it";
   }
   DeleteObject(SelectObject(b.dc, GetStockObject(WHITE_BRUSH)));
 }
@@ -179,7 +224,7 @@ TEST_F(GdiObjects, ABlitWithoutAPatternLeavesTheBrushOut) {
   SelectObject(to.dc, hatched);
   SetBkMode(to.dc, TRANSPARENT);
   for (DWORD table = 0; table < 256; table += 0x11) { // of each the same for either bit of the pattern
-    BitBlt(from.dc, 0, 0, 8, 8, nullptr, 0, 0, BLACKNESS), BitBlt(to.dc, 0, 0, 8, 8, nullptr, 0, 0, WHITENESS);
+    from.fill(RGB(0, 0, 0)), to.fill(RGB(255, 255, 255));
     SetPixel(from.dc, 3, 4, RGB(255, 255, 255));
     BitBlt(to.dc, 0, 0, 8, 8, from.dc, 0, 0, table << 16);
     int wrong = 0;

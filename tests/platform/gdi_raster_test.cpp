@@ -1,72 +1,54 @@
 // Lines, shapes, edges and controls, pixel for pixel.
 
-#include "platform/platform.h"
+#include "platform/canvas.h"
 #include "support/handles.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <cstring>
 #include <functional>
 #include <string>
 #include <tuple>
 #include <utility>
 #include <vector>
 
+using GdiRaster = HandlesTest;
+
 constexpr COLORREF kGround = RGB(0, 0, 255), kPen = RGB(255, 0, 0), kBrush = RGB(0, 255, 0), kBack = RGB(255, 255, 0);
 
-// A context with a blue bitmap, a red pen, a green brush and a yellow background.
-struct Board {
-  explicit Board(int width = 12, int height = 9, UINT bits = 32) : width(width), height(height) {
-    SelectObject(dc, bitmap = CreateBitmap(width, height, 1, bits, nullptr));
+// A blue bitmap with a red pen, a green brush and a yellow background.
+struct Board : Canvas {
+  explicit Board(int width = 12, int height = 9, UINT bits = 32) : Canvas(width, height, bits) {
     SelectObject(dc, brush);
     SetBkColor(dc, kBack);
     use(PS_SOLID, 1);
     fill(kGround);
   }
-  ~Board() { DeleteDC(dc), DeleteObject(bitmap), DeleteObject(brush), DeleteObject(pen); }
+  ~Board() { SelectObject(dc, GetStockObject(BLACK_PEN)), DeleteObject(pen), DeleteObject(brush); }
   void use(int style, int thick, COLORREF color = kPen) {
     const HPEN made = CreatePen(style, thick, color);
     SelectObject(dc, made);
     DeleteObject(std::exchange(pen, made));
   }
-  void fill(COLORREF color) { fill(CreateSolidBrush(color)); }
-  void fill(HBRUSH with) {
-    const RECT all{0, 0, width, height};
-    EXPECT_TRUE(FillRect(dc, &all, with) && DeleteObject(with));
-  }
-  void line(int x, int y, int toX, int toY) { EXPECT_TRUE(MoveToEx(dc, x, y, nullptr) && LineTo(dc, toX, toY)); }
-  int count(COLORREF color) const {
-    int sum = 0;
-    for (int i = 0; i < width * height; ++i) sum += GetPixel(dc, i % width, i / width) == color;
-    return sum;
+  void line(int x, int y, int toX, int toY) const {
+    EXPECT_TRUE(MoveToEx(dc, x, y, nullptr));
+    EXPECT_TRUE(LineTo(dc, toX, toY));
   }
   // Rows, each with a slash: . ground, p pen, b brush, k background; a number says how many of a letter there are.
   std::string text() const {
+    const std::pair<COLORREF, char> letters[] = {{kGround, '.'}, {kPen, 'p'}, {kBrush, 'b'}, {kBack, 'k'}, {0, '?'}};
     std::string all;
     for (int y = 0; y < height; ++y, all += '/')
       for (int x = 0, run = 1; x < width; ++x, ++run) {
         const COLORREF color = GetPixel(dc, x, y);
         if (x + 1 < width && GetPixel(dc, x + 1, y) == color) continue;
-        all += (run > 1 ? std::to_string(run) : "") + (color == kGround  ? '.'
-                                                       : color == kPen   ? 'p'
-                                                       : color == kBrush ? 'b'
-                                                       : color == kBack  ? 'k'
-                                                                         : '?');
+        const auto *const letter = std::find_if(std::begin(letters), std::end(letters) - 1,
+                                                [&](const auto &entry) { return entry.first == color; });
+        all += (run > 1 ? std::to_string(run) : "") + letter->second;
         run = 0;
       }
     return all;
   }
-  const HDC dc = CreateCompatibleDC(nullptr);
   const HBRUSH brush = CreateSolidBrush(kBrush);
   HPEN pen = nullptr;
-  HBITMAP bitmap;
-  const int width, height;
-};
-
-struct GdiRaster : testing::Test {
-  ~GdiRaster() override { EXPECT_EQ(openHandles(), before); }
-  const std::vector<size_t> before = openHandles();
 };
 
 TEST_F(GdiRaster, ThinLinesTakeTheNearestPixelsAndLeaveTheLastOut) {
@@ -82,12 +64,15 @@ TEST_F(GdiRaster, ThinLinesTakeTheNearestPixelsAndLeaveTheLastOut) {
     int found = 0;
     for (int step = 0; step < steps; ++step)
       found += GetPixel(board.dc, 12 + nearest(step, dx, steps), 12 + nearest(step, dy, steps)) == kPen;
-    EXPECT_TRUE(found == steps && board.count(kPen) == steps) << dx << ',' << dy;
+    EXPECT_EQ(found, steps) << dx << ',' << dy;
+    EXPECT_EQ(board.count(kPen), steps) << dx << ',' << dy;
   }
   for (const int away : {26, 3000, 40000000}) { // what is seen doesn't depend on how far away the ends are
     board.fill(kGround);
     board.line(away, 12 + away / 2, -away, 12 - away / 2);
-    EXPECT_TRUE(board.count(kPen) == 25 && GetPixel(board.dc, 1, 12) == kPen && GetPixel(board.dc, 24, 24) == kPen);
+    EXPECT_EQ(board.count(kPen), 25) << away;
+    EXPECT_EQ(GetPixel(board.dc, 1, 12), kPen) << away;
+    EXPECT_EQ(GetPixel(board.dc, 24, 24), kPen) << away;
   }
 }
 
@@ -100,7 +85,8 @@ TEST_F(GdiRaster, DashesGoOnAlongAPolyline) {
     Board board(48, 3);
     board.use(style, 1);
     const POINT points[] = {{0, 0}, {7, 0}, {19, 0}, {48, 0}};
-    EXPECT_TRUE(Polyline(board.dc, points, 4) && SetBkMode(board.dc, TRANSPARENT));
+    EXPECT_TRUE(Polyline(board.dc, points, 4));
+    SetBkMode(board.dc, TRANSPARENT);
     board.line(0, 1, 48, 1);
     board.use(style, 3); // a wide pen has no dashes
     std::string gaps = row;
@@ -171,7 +157,6 @@ TEST_F(GdiRaster, EdgesAndFocusFrames) {
       {EDGE_RAISED, BF_RECT, "11111410003410..34133334444444", {0, 0, 6, 5}},
       {EDGE_SUNKEN, BF_RECT | BF_MIDDLE, "333330344410341110311110000000", {0, 0, 6, 5}},
       {EDGE_ETCHED, BF_TOP | BF_RIGHT | BF_ADJUST, "333330000030....30....30....30", {0, 2, 4, 5}},
-      {BDR_RAISEDINNER, BF_RECT | BF_SOFT | BF_ADJUST, "1111131....31....31....3333333", {1, 1, 5, 4}},
       {EDGE_BUMP, BF_BOTTOM | BF_LEFT | BF_FLAT, "31....31....31....311111333333", {0, 0, 6, 5}},
       {BDR_SUNKENOUTER, BF_DIAGONAL | BF_TOP | BF_RIGHT | BF_ADJUST, "....3....3....3....3....3.....", {0, 1, 5, 5}},
   };
@@ -180,8 +165,9 @@ TEST_F(GdiRaster, EdgesAndFocusFrames) {
     RECT rect{0, 0, 6, 5};
     EXPECT_TRUE(DrawEdge(board.dc, &rect, edge, flags));
     EXPECT_EQ(shades(board), picture) << edge << ' ' << flags;
-    EXPECT_EQ(std::memcmp(&rect, &inner, sizeof rect), 0)
-        << rect.left << ',' << rect.top << ',' << rect.right << ',' << rect.bottom;
+    EXPECT_EQ((std::vector{rect.left, rect.top, rect.right, rect.bottom}),
+              (std::vector{inner.left, inner.top, inner.right, inner.bottom}))
+        << edge << ' ' << flags;
   }
   Board board;
   const RECT rect{1, 1, 10, 7};
@@ -202,13 +188,71 @@ TEST_F(GdiRaster, TakesWhateverNumbersThereAre) {
       const RECT rect{a, b, b, a};
       const POINT points[] = {{a, b}, {b, a}, {a, a}, {b, b}};
       RECT edge = rect;
-      EXPECT_TRUE(FillRect(board.dc, &rect, board.brush) && Rectangle(board.dc, a, b, b, a));
+      EXPECT_TRUE(FillRect(board.dc, &rect, board.brush));
+      EXPECT_TRUE(Rectangle(board.dc, a, b, b, a));
       DrawFocusRect(board.dc, &rect), DrawEdge(board.dc, &edge, EDGE_RAISED, BF_RECT | BF_MIDDLE);
       Ellipse(board.dc, a, a, b, b), RoundRect(board.dc, a, a, b, b, b, a), Polygon(board.dc, points, 4);
       board.line(a, b, b, a);
       EXPECT_TRUE(PolyBezierTo(board.dc, points, 3));
     }
   }
-  EXPECT_TRUE(GetPixel(board.dc, 25, 0) == CLR_INVALID && GetPixel(board.dc, -1, 8) == CLR_INVALID);
+  EXPECT_EQ(GetPixel(board.dc, 25, 0), CLR_INVALID);
+  EXPECT_EQ(GetPixel(board.dc, -1, 8), CLR_INVALID);
   EXPECT_FALSE(LineTo(nullptr, 1, 1));
+}
+
+// The top byte of a colour: with its lowest bit the colour is an entry of the palette, the first one where there are not so
+// many. All other bits change nothing, but for numbers in a bitmap's own table.
+TEST_F(GdiRaster, ColoursComeFromThePalette) {
+  const struct {
+    COLORREF color, usual, own; // with the palette that a context begins with, and with one of two entries
+  } rows[] = {{PALETTEINDEX(1), 0x000080, 0x302010},
+              {PALETTEINDEX(5), 0x800080, 0x030201},
+              {PALETTEINDEX(20), 0x000000, 0x030201},
+              {0xABFF0001, 0x000080, 0x302010},
+              {PALETTERGB(0x56, 0x34, 0x12), 0x123456, 0x123456},
+              {0xFE123456, 0x123456, 0x123456},
+              {0x10FF0005, 0x000000, 0x000000},
+              {0xFFFFFFFF, 0x000000, 0x030201}};
+  const struct {
+    WORD version, count;
+    PALETTEENTRY entries[2];
+  } two{0x300, 2, {{1, 2, 3, 0}, {0x10, 0x20, 0x30, 0}}};
+  const HPALETTE palette = CreatePalette(reinterpret_cast<const LOGPALETTE *>(&two));
+  Board board, mono(12, 9, 1);
+  mono.fill(RGB(0, 0, 0));
+  const auto fillWith = [&](HBRUSH brush) { board.fill(brush); };
+  const auto lineOf = [&](int thick, COLORREF color) { board.use(PS_SOLID, thick, color), board.line(0, 3, 9, 3); };
+  const std::pair<const char *, std::function<void(COLORREF)>> ways[] = {
+      {"pixel",
+       [&](COLORREF color) {
+         const COLORREF set = SetPixel(board.dc, 4, 3, color);
+         EXPECT_EQ(set, GetPixel(board.dc, 4, 3));
+       }},
+      {"pen", [&](COLORREF color) { lineOf(1, color); }},
+      {"wide pen", [&](COLORREF color) { lineOf(3, color); }},
+      {"brush", [&](COLORREF color) { fillWith(CreateSolidBrush(color)); }},
+      {"hatch", [&](COLORREF color) { fillWith(CreateHatchBrush(HS_HORIZONTAL, color)); }},
+      {"background", [&](COLORREF color) { SetBkColor(board.dc, color), TextOutA(board.dc, 0, 0, "   ", 3); }},
+      {"blit", [&](COLORREF color) {
+         SetTextColor(board.dc, color), BitBlt(board.dc, 0, 0, 12, 9, mono.dc, 0, 0, SRCCOPY);
+         EXPECT_EQ(GetTextColor(board.dc), color); // it stays as it was set
+       }}};
+  for (const auto &[color, usual, own] : rows)
+    for (const auto &[name, draw] : ways)
+      for (const bool owned : {false, true}) {
+        const HPALETTE before = owned ? SelectPalette(board.dc, palette, FALSE) : nullptr;
+        board.fill(RGB(255, 255, 255)), SetBkColor(board.dc, kBack);
+        draw(color);
+        const COLORREF expected = owned ? own : usual;
+        EXPECT_EQ(GetPixel(board.dc, 4, 3), expected) << name << ' ' << std::hex << color << ' ' << owned;
+        if (before) SelectPalette(board.dc, before, FALSE);
+      }
+  // on one bit a pen has the background's colour only if it is named alike
+  SetBkColor(mono.dc, PALETTERGB(0xC0, 0xC0, 0xC0));
+  mono.use(PS_SOLID, 1, PALETTERGB(0xC0, 0xC0, 0xC0)), mono.line(0, 3, 9, 3);
+  EXPECT_EQ(GetPixel(mono.dc, 4, 3), RGB(255, 255, 255));
+  mono.use(PS_SOLID, 1, PALETTEINDEX(7)), mono.line(0, 3, 9, 3);
+  EXPECT_EQ(GetPixel(mono.dc, 4, 3), RGB(0, 0, 0));
+  DeleteObject(palette);
 }

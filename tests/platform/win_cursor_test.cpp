@@ -40,7 +40,6 @@ TEST_F(WinCursor, FollowsTheWindowUnderThePointer) {
   expect("own", "C: CURSOR C 1 MOUSE\nA: CURSOR C 1 MOUSE", "WE", [&] { move(c, 50, 40); });
   expect("none", "N: CURSOR N 1 MOUSE\nA: CURSOR N 1 MOUSE", "WE", [&] { move(n, 50, 40); });
   expect("top level", "A: CURSOR A 1 MOUSE", "arrow", [&] { move(a, 300, 200); });
-  expect("none", "N: CURSOR N 1 MOUSE\nA: CURSOR N 1 MOUSE", "arrow", [&] { move(n, 50, 40); });
   expect("disabled", "A: CURSOR A 1 MOUSE", "arrow", [&] { move(d, 50, 40); });
   expect("grandchild", "K: CURSOR K 1 MOUSE\nG: CURSOR K 1 MOUSE\nA: CURSOR K 1 MOUSE", "NS", [&] { move(k, 20, 20); });
   move(a, 300, 200), pump();

@@ -33,7 +33,8 @@ TEST_F(WinInput, TheMouseTellsTheWindowUnderIt) {
              {[&] { SetCursorPos(200, 110); }, "A< NCMOUSE 2 200,110"},
              {[&] { move(c, 60, 60); }, "C< MOUSE 60,60"}});
   TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, c, 0};
-  EXPECT_TRUE(TrackMouseEvent(&track) && SetCursorPos(404, 323));
+  EXPECT_TRUE(TrackMouseEvent(&track));
+  SetCursorPos(404, 323);
   EXPECT_EQ(pump(700), "A< MOUSE 300,200\nC< LEAVE");
 }
 
@@ -87,8 +88,8 @@ TEST_F(WinInput, KeysFollowTheFocusAndBecomeCharacters) {
   for (const Key &key : keys) press(key), pump();
   for (const Key &key : keys) release(key);
   EXPECT_EQ(typed, "55 13 27 9 8 1 ");
-  // the first as of the last message taken
-  EXPECT_TRUE(GetKeyState(VK_CONTROL) < 0 && GetAsyncKeyState(VK_CONTROL) >= 0);
+  EXPECT_LT(GetKeyState(VK_CONTROL), 0) << "as of the last message taken";
+  EXPECT_GE(GetAsyncKeyState(VK_CONTROL), 0);
 }
 
 // The next message: the window's title and a short name; "- " when there is none.
@@ -121,8 +122,6 @@ TEST_F(WinInput, MixedInputIsTakenThroughAnyFilter) {
   };
   const Row rows[] = {
       {{}, "| Cmove Cpress Crelease Cdown Cup Cright Cleft Bmove - "},
-      {{{nullptr, 0, 0, PM_NOREMOVE}, {nullptr, 0, 0, PM_NOREMOVE}},
-       "Cmove Cmove | Cmove Cpress Crelease Cdown Cup Cright Cleft Bmove - "},
       {{{nullptr, WM_KEYFIRST, WM_KEYLAST, PM_NOREMOVE},
         {nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE},
         {nullptr, WM_LBUTTONUP, WM_LBUTTONUP, PM_NOREMOVE},
@@ -199,9 +198,7 @@ TEST_F(WinInput, ARestingPointerTellsTheWindowThatComesUnderIt) {
   const Change changes[] = {{[&] { ShowWindow(p, SW_SHOWNA); }, "P< MOUSE 54,73"},
                             {[&] { ShowWindow(p, SW_HIDE); }, "A< MOUSE 300,200"},
                             {[&] { ShowWindow(p, SW_SHOWNA), SetWindowTextA(p, "p"); }, "P< MOUSE 54,73"},
-                            {[&] { InvalidateRect(p, nullptr, TRUE), SetWindowTextA(p, "q"); }, ""},
                             {place(p, 900, 260, 120, 120), "A< MOUSE 300,200"},
-                            {place(p, 900, 400, 100, 100), ""}, // elsewhere
                             {place(p, 360, 260, 120, 120), "P< MOUSE 44,63"},
                             {place(p, 360, 260, 130, 130), ""}, // nothing changes for the pointer
                             {place(p, 350, 250, 120, 120), "P< MOUSE 54,73", true},
@@ -221,24 +218,6 @@ TEST_F(WinInput, ARestingPointerTellsTheWindowThatComesUnderIt) {
     const std::string told = pump(60);
     if (changes[i].onlyWindows && onWine()) continue;
     EXPECT_EQ(told, changes[i].expected) << "change " << i;
-  }
-}
-
-TEST_F(WinInput, APointerIsGoneWhenAnotherWindowComesUnderIt) {
-  const HWND p = make("P", WS_POPUP, 350, 250, 120, 120);
-  const std::pair<const char *, std::function<void()>> comings[] = {
-      {"a child", [&] { MoveWindow(c, 250, 180, 100, 80, TRUE); }},
-      {"a window", [&] { DestroyWindow(c), ShowWindow(p, SW_SHOWNA); }}};
-  for (const auto &[who, comes] : comings) {
-    if (onWine() && who == std::string("a window")) continue; // of which Wine tells too late, or never
-    TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, a, 0};
-    pump(50), record("M");
-    EXPECT_TRUE(TrackMouseEvent(&track));
-    comes();
-    std::string told;
-    for (int tries = 0; tries < 60 && told.find("LEAVE") == std::string::npos; ++tries) told += pump(50) + '\n';
-    EXPECT_NE(told.find("A< LEAVE"), std::string::npos) << who << ": " << told;
-    EXPECT_EQ(pump(300).find("LEAVE"), std::string::npos) << who;
   }
 }
 

@@ -29,7 +29,9 @@ TEST_F(WinLife, CreationShowingAndTheEndTellInOrder) {
          "C: NCCREATE 10,20 30x40\nC: NCCALC\nC: CREATE 10,20 30x40\nC: SIZE 30,40\nC: MOVE 10,20\n"
          "A: NOTIFY CREATE 11 C\nC: SHOW 1\nC: CHANGING 0,0 0x0 57\nC: ERASE\nC: CHANGED 10,20 30x40\n"
          "C< PAINT 0,0,30,40"}});
-  EXPECT_TRUE(seen == 2 && GetDlgItem(top, 11) == child && make("P", WS_POPUP, 0, 0, 9, 9, top));
+  EXPECT_EQ(seen, 2);
+  EXPECT_EQ(GetDlgItem(top, 11), child);
+  make("P", WS_POPUP, 0, 0, 9, 9, top);
   play("L", {{[&] { SendMessageA(top, WM_SYSCOMMAND, SC_CLOSE, 0); },
               "A: COMMAND F060 0\nA: CLOSE\nA: CHANGING 0,0 0x0 97\nA: CHANGED 100,100 300x200\n"
               "P: DESTROY\nP: NCDESTROY\nA: DESTROY\nC: DESTROY\nC: NCDESTROY\nA: NCDESTROY"}});
@@ -58,22 +60,32 @@ TEST_F(WinLife, PlacementTellsWhatChanges) {
          "C: CHANGING 20,10 90x70 1C\nC: NCCALC 1\nC: CHANGED 20,10 90x70\nC: MOVE 20,10\nC: SIZE 90,70"},
         {[&] { EXPECT_TRUE(ShowWindow(top, SW_HIDE)); }, "A: SHOW\nA: CHANGING 0,0 0x0 83\nA: CHANGED 110,100 320x220"},
         // in a hidden parent a child has no place that shows
-        {[&] { EXPECT_TRUE(ShowWindow(child, SW_HIDE) && !ShowWindow(child, SW_SHOW) && DestroyWindow(child)); },
+        {[&] { ShowWindow(child, SW_HIDE), ShowWindow(child, SW_SHOW), DestroyWindow(child); },
          "C: SHOW\nC: SHOW 1\nA: NOTIFY DESTROY 0 C\nC: SHOW\nC: DESTROY\nC: NCDESTROY"}});
 }
 
 TEST_F(WinLife, StyleLimitsAndStateDecideThePlace) {
   RECT rect{};
-  EXPECT_TRUE(AdjustWindowRectEx(&rect, kTop, FALSE, WS_EX_CLIENTEDGE) && rectText(rect) == "-6,-25,6,6");
+  AdjustWindowRectEx(&rect, kTop, FALSE, WS_EX_CLIENTEDGE);
+  EXPECT_EQ(rectText(rect), "-6,-25,6,6");
   const HWND top = make("A", kTop, 100, 100, 300, 200), popup = make("P", WS_POPUP, 0, 0, 9, 9);
-  const int commands[] = {SW_MAXIMIZE,   SW_MINIMIZE, SW_RESTORE,       SW_RESTORE, SW_SHOWMINNOACTIVE,
-                          SW_SHOWNORMAL, SW_HIDE,     SW_SHOWMAXIMIZED, SW_RESTORE};
-  std::string got; // the result, visible, minimized, maximized
-  for (const int command : commands)
-    for (const BOOL state : {ShowWindow(top, command), IsWindowVisible(top), IsIconic(top), IsZoomed(top)})
-      got += state ? '1' : '0';
-  EXPECT_EQ(got + screenRect(top), "110111101101110011101100100001011100100,100,400,300");
-  EXPECT_TRUE(MoveWindow(top, 10, 10, 0, 0, TRUE) && MoveWindow(popup, 40000, -40000, 70000, -5, TRUE));
+  const std::pair<int, const char *> commands[] = {{SW_MAXIMIZE, "was visible zoomed"},
+                                                   {SW_MINIMIZE, "was visible iconic"},
+                                                   {SW_RESTORE, "was visible zoomed"},
+                                                   {SW_RESTORE, "was visible"},
+                                                   {SW_SHOWMINNOACTIVE, "was visible iconic"},
+                                                   {SW_SHOWNORMAL, "was visible"},
+                                                   {SW_HIDE, "was"},
+                                                   {SW_SHOWMAXIMIZED, " visible zoomed"},
+                                                   {SW_RESTORE, "was visible"}};
+  for (size_t i = 0; i < std::size(commands); ++i) {
+    std::string state = ShowWindow(top, commands[i].first) ? "was" : "";
+    state += IsWindowVisible(top) ? " visible" : "";
+    state += IsIconic(top) ? " iconic" : IsZoomed(top) ? " zoomed" : "";
+    EXPECT_EQ(state, commands[i].second) << "command " << i;
+  }
+  EXPECT_EQ(screenRect(top), "100,100,400,300");
+  MoveWindow(top, 10, 10, 0, 0, TRUE), MoveWindow(popup, 40000, -40000, 70000, -5, TRUE);
   EXPECT_EQ(screenRect(top) + ' ' + screenRect(popup), "10,10,122,37 32767,-32768,65534,-32768");
   answer = [](HWND, UINT message, WPARAM, LPARAM lParam, LRESULT &) {
     auto *sizes = reinterpret_cast<MINMAXINFO *>(lParam);
@@ -81,7 +93,8 @@ TEST_F(WinLife, StyleLimitsAndStateDecideThePlace) {
     if (message == WM_GETMINMAXINFO) sizes->ptMinTrackSize = {200, 150}, sizes->ptMaxTrackSize = {400, 300};
     return message == WM_GETMINMAXINFO;
   };
-  EXPECT_TRUE(MoveWindow(top, 0, 0, 20, 500, TRUE) && screenRect(top) == "77,0,277,300");
+  MoveWindow(top, 0, 0, 20, 500, TRUE);
+  EXPECT_EQ(screenRect(top), "77,0,277,300");
 }
 
 TEST_F(WinLife, FocusAndActivationMoveInOrder) {
@@ -95,7 +108,8 @@ TEST_F(WinLife, FocusAndActivationMoveInOrder) {
   };
   HWND owned{};
   play("F", {{[&] { SetFocus(child); }, active("B", "A", "B") + "\n" + focus("A", "C")},
-             {[&] { EXPECT_TRUE(SetFocus(child) == child && !SetFocus(dead) && EnableWindow(dead, FALSE)); }, ""},
+             {[&] { EXPECT_EQ(SetFocus(child), child); }, ""},
+             {[&] { EXPECT_EQ(SetFocus(dead), nullptr); }, ""},
              {[&] { EXPECT_EQ(SetActiveWindow(other), top); }, active("A", "B", "C")},
              {[&] { SetWindowPos(top, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); }, ""},
              {[&] { SetWindowPos(top, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE); }, active("B", "A", "B")},
@@ -116,7 +130,8 @@ TEST_F(WinLife, AStaleHandleFailsEverywhere) {
   PAINTSTRUCT s{};
   int call = 0;
   const auto no = [&](auto result) {
-    EXPECT_TRUE(!result && GetLastError() == ERROR_INVALID_WINDOW_HANDLE) << call;
+    EXPECT_FALSE(result) << "call " << call;
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_WINDOW_HANDLE) << "call " << call;
     ++call, SetLastError(ERROR_SUCCESS);
   };
   DestroyWindow(gone);
@@ -129,8 +144,13 @@ TEST_F(WinLife, AStaleHandleFailsEverywhere) {
         no(GetDC(w)), no(IsWindowVisible(w)), no(IsWindowEnabled(w)), no(GetWindow(w, GW_CHILD)),
         no(ValidateRect(w, &r)), no(InvalidateRect(w, &r, TRUE)), no(GetUpdateRect(w, &r, FALSE)),
         no(RedrawWindow(w, &r, nullptr, RDW_INVALIDATE)), no(BeginPaint(w, &s)), no(make("C", WS_CHILD, 0, 0, 9, 9, w));
-    EXPECT_FALSE(DestroyWindow(w) || EnableWindow(w, TRUE) || SetTimer(w, 1, 99, nullptr) || KillTimer(w, 1) ||
-                 IsWindow(w) || SetCapture(w) || IsChild(w, top));
+    EXPECT_FALSE(DestroyWindow(w));
+    EXPECT_FALSE(EnableWindow(w, TRUE));
+    EXPECT_FALSE(SetTimer(w, 1, 99, nullptr));
+    EXPECT_FALSE(KillTimer(w, 1));
+    EXPECT_FALSE(IsWindow(w));
+    EXPECT_FALSE(SetCapture(w));
+    EXPECT_FALSE(IsChild(w, top));
   }
 }
 

@@ -24,37 +24,22 @@ class WinListBox : public DesktopTest {
   }
   bool hear(UINT message, WPARAM wParam, LPARAM lParam, LRESULT &result) {
     const auto say = [this](const std::string &what, LPARAM number) { heard += what + std::to_string(number) + ' '; };
+    const auto *const gone = reinterpret_cast<const DELETEITEMSTRUCT *>(lParam);
+    const auto *const item = reinterpret_cast<const DRAWITEMSTRUCT *>(lParam);
+    result = TRUE;
     switch (message) {
     case WM_COMMAND:
       EXPECT_EQ(LOWORD(wParam), kId);
       EXPECT_EQ(reinterpret_cast<HWND>(lParam), list);
-      say("note ", static_cast<short>(HIWORD(wParam)));
-      return true;
+      return say("note ", static_cast<short>(HIWORD(wParam))), true;
     case WM_VKEYTOITEM: say("key ", LOWORD(wParam)), say("on ", HIWORD(wParam)), result = toKey; return true;
-    case WM_CHARTOITEM: say("char ", LOWORD(wParam)), result = -1; return true;
-    case WM_DELETEITEM: {
-      const auto &item = *reinterpret_cast<const DELETEITEMSTRUCT *>(lParam);
-      EXPECT_EQ(item.hwndItem, list);
-      say("delete ", item.itemID), say("with ", static_cast<LPARAM>(item.itemData));
-      return result = TRUE, true;
-    }
-    case WM_MEASUREITEM: {
-      auto &item = *reinterpret_cast<MEASUREITEMSTRUCT *>(lParam);
-      EXPECT_TRUE(item.CtlType == ODT_LISTBOX && item.CtlID == kId) << item.CtlType << ' ' << item.CtlID;
-      item.itemHeight = 20 + item.itemID % 3;
-      return result = TRUE, true;
-    }
-    case WM_COMPAREITEM: {
-      const auto &items = *reinterpret_cast<const COMPAREITEMSTRUCT *>(lParam);
-      result = items.itemData1 < items.itemData2 ? -1 : items.itemData1 > items.itemData2;
+    case WM_DELETEITEM:
+      EXPECT_EQ(gone->hwndItem, list);
+      return say("delete ", gone->itemID), say("with ", static_cast<LPARAM>(gone->itemData)), true;
+    case WM_DRAWITEM:
+      drawn += std::to_string(item->itemID) + ':' + std::to_string(item->itemAction) + ':' +
+               std::to_string(item->itemState) + ' ' + rectText(item->rcItem) + ' ';
       return true;
-    }
-    case WM_DRAWITEM: {
-      const auto &item = *reinterpret_cast<const DRAWITEMSTRUCT *>(lParam);
-      drawn += std::to_string(item.itemID) + ':' + std::to_string(item.itemAction) + ':' +
-               std::to_string(item.itemState) + ' ' + rectText(item.rcItem) + ' ';
-      return result = TRUE, true;
-    }
     default: return false;
     }
   }
@@ -63,7 +48,7 @@ class WinListBox : public DesktopTest {
     list = CreateWindowExA(0, "LISTBOX", "", WS_CHILD | WS_VISIBLE | style, 10, 10, width, 80, parent,
                            reinterpret_cast<HMENU>(kId), nullptr, nullptr);
     ASSERT_NE(list, nullptr);
-    if (!(style & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE))) ask(LB_SETITEMHEIGHT, 0, 18);
+    ask(LB_SETITEMHEIGHT, 0, 18);
     heard.clear(), drawn.clear();
   }
   LRESULT ask(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
@@ -108,99 +93,90 @@ class WinListBox : public DesktopTest {
     act(), pump(20);
     return std::exchange(heard, {}) + state();
   }
-  std::string tapped(BYTE key, Key with = {}) {
+  std::string holding(Key key, const std::function<void()> &act) {
     return after([&] {
-      if (with.first) press(with);
-      tap({key, 0}), with.first ? release(with) : void();
+      if (key.first) press(key);
+      act();
+      if (key.first) release(key);
     });
+  }
+  std::string tapped(BYTE key, Key with = {}) {
+    return holding(with, [=] { tap({key, 0}); });
   }
   std::string clicked(int x, int y, Key with = {}) {
     Sleep(GetDoubleClickTime() + 20);
-    return after([&] {
-      if (with.first) press(with);
-      move(list, x, y), click(), with.first ? release(with) : void();
-    });
+    return holding(with, [&] { move(list, x, y), click(); });
   }
 };
 
 TEST_F(WinListBox, LinesComeGoAndAreFound) {
   open();
-  for (const char *line : {"one", "two", "Three", ""}) ask(LB_ADDSTRING, 0, line);
-  EXPECT_EQ(ask(LB_INSERTSTRING, 1, "ins"), 1);
-  EXPECT_EQ(ask(LB_INSERTSTRING, -1, "end"), 5);
-  EXPECT_EQ(ask(LB_INSERTSTRING, 99, "bad"), LB_ERR);
-  EXPECT_EQ(all(), "one ins two Three  end");
-  EXPECT_EQ(ask(LB_GETTEXTLEN, 3), 5);
-  EXPECT_EQ(ask(LB_GETTEXTLEN, 50), LB_ERR);
-  EXPECT_EQ(text(6), "none");
-  const struct {
+  struct Step {
     UINT message;
-    int after;
+    int index;
     const char *text;
     LRESULT result;
-  } kSearches[] = {{LB_FINDSTRING, -1, "t", 2},          {LB_FINDSTRING, 2, "T", 3},
-                   {LB_FINDSTRING, 3, "t", 2},           {LB_FINDSTRING, -1, "nope", LB_ERR},
-                   {LB_FINDSTRINGEXACT, -1, "THREE", 3}, {LB_FINDSTRINGEXACT, -1, "thre", LB_ERR},
-                   {LB_SELECTSTRING, -1, "q", LB_ERR},   {LB_SELECTSTRING, -1, "o", 0}};
-  for (const auto &search : kSearches)
-    EXPECT_EQ(ask(search.message, search.after, search.text), search.result) << search.text;
-  EXPECT_EQ(state(), "cur 0 top 0 caret 0");
+    const char *expected; // lines and current line then
+  };
+  const Step steps[] = {{LB_ADDSTRING, 0, "two", 0, "two cur -1"},
+                        {LB_INSERTSTRING, 0, "One", 0, "One two cur -1"},
+                        {LB_INSERTSTRING, -1, "Three", 2, "One two Three cur -1"},
+                        {LB_INSERTSTRING, 99, "bad", LB_ERR, "One two Three cur -1"},
+                        {LB_FINDSTRING, -1, "t", 1, "One two Three cur -1"},
+                        {LB_FINDSTRING, 1, "T", 2, "One two Three cur -1"},
+                        {LB_FINDSTRINGEXACT, -1, "thre", LB_ERR, "One two Three cur -1"},
+                        {LB_SELECTSTRING, -1, "o", 0, "One two Three cur 0"},
+                        {LB_DELETESTRING, 0, nullptr, 2, "two Three cur -1"}, // the selected one
+                        {LB_SETCURSEL, 1, nullptr, 1, "two Three cur 1"},
+                        {LB_INSERTSTRING, 0, "front", 0, "front two Three cur 2"},
+                        {LB_DELETESTRING, 0, nullptr, 2, "two Three cur 1"},
+                        {LB_DELETESTRING, 40, nullptr, LB_ERR, "two Three cur 1"},
+                        {LB_SETCURSEL, -1, nullptr, LB_ERR, "two Three cur -1"}};
+  for (size_t i = 0; i < std::size(steps); ++i) {
+    EXPECT_EQ(ask(steps[i].message, steps[i].index, steps[i].text), steps[i].result) << "step " << i;
+    EXPECT_EQ(all() + " cur " + std::to_string(ask(LB_GETCURSEL)), steps[i].expected) << "step " << i;
+  }
+  EXPECT_EQ(ask(LB_GETTEXTLEN, 1), 5);
+  EXPECT_EQ(ask(LB_GETTEXTLEN, 50), LB_ERR);
+  EXPECT_EQ(text(6), "none");
   EXPECT_EQ(ask(LB_SETITEMDATA, 1, 555), TRUE);
   EXPECT_EQ(ask(LB_SETITEMDATA, 70, 5), LB_ERR);
-  EXPECT_EQ(ask(LB_GETITEMDATA, 0), 0);
-  EXPECT_EQ(ask(LB_DELETESTRING, 0), 5);
-  EXPECT_EQ(ask(LB_GETCURSEL), LB_ERR) << "the selected one has gone";
-  EXPECT_EQ(ask(LB_DELETESTRING, 40), LB_ERR);
+  ask(LB_DELETESTRING, 0);
   EXPECT_EQ(ask(LB_GETITEMDATA, 0), 555) << "it goes with its line";
-  EXPECT_EQ(ask(LB_SETCURSEL, 2), 2);
   EXPECT_EQ(heard, "");
-  EXPECT_EQ(ask(LB_DELETESTRING, 0), 4);
-  EXPECT_EQ(heard, "delete 0 with 555 ") << "only of lines with a word";
-  EXPECT_EQ(ask(LB_GETCURSEL), 1);
-  EXPECT_EQ(ask(LB_INSERTSTRING, 0, "front"), 0);
-  EXPECT_EQ(ask(LB_GETCURSEL), 2);
-  EXPECT_EQ(all(), "front two Three  end");
-  EXPECT_EQ(ask(LB_SETCURSEL, 20), LB_ERR);
-  EXPECT_EQ(ask(LB_SETCURSEL, static_cast<WPARAM>(-1)), LB_ERR);
-  EXPECT_EQ(ask(LB_GETCURSEL), LB_ERR);
   ask(LB_RESETCONTENT);
+  EXPECT_EQ(heard, "delete 0 with 555 ") << "only of lines with a word";
   EXPECT_EQ(ask(LB_GETCOUNT), 0);
 }
 
 TEST_F(WinListBox, SortedLinesStandInTheOrderOfWords) {
   open(LBS_SORT);
-  for (const char *line : {"pear", "Apple", "banana", "apple", "zoo", "a_b", "a b", "ab", "a1"})
-    ask(LB_ADDSTRING, 0, line);
-  EXPECT_EQ(all(), "a b a_b a1 ab apple Apple banana pear zoo");
-  EXPECT_EQ(ask(LB_INSERTSTRING, 0, "zz"), 0);
-  open(LBS_SORT | LBS_OWNERDRAWFIXED);
-  for (const LPARAM number : {42, 40, 41}) ask(LB_ADDSTRING, 0, number);
-  EXPECT_EQ(ask(LB_GETITEMDATA, 1), 41);
-  EXPECT_EQ(ask(LB_FINDSTRING, static_cast<WPARAM>(-1), LPARAM{42}), 2);
+  for (const char *line : {"pear", "Apple", "banana", "apple", "a_b", "a b", "ab", "a1"}) ask(LB_ADDSTRING, 0, line);
+  EXPECT_EQ(all(), "a b a_b a1 ab apple Apple banana pear");
 }
 
 TEST_F(WinListBox, SeveralAreSelected) {
-  open(kUsual | LBS_MULTIPLESEL);
-  fill(10);
-  EXPECT_EQ(state(), "cur 0 top 0 caret 0");
-  EXPECT_EQ(ask(LB_SETSEL, TRUE, 3), LB_OKAY);
-  EXPECT_EQ(ask(LB_SETSEL, TRUE, 5), LB_OKAY);
-  EXPECT_EQ(state(), "cur 5 top 2 caret 5 of 3,5");
-  EXPECT_EQ(ask(LB_SETSEL, TRUE, 50), LB_ERR);
-  EXPECT_EQ(ask(LB_SETCURSEL, 3), LB_ERR);
-  ask(LB_SELITEMRANGE, TRUE, MAKELPARAM(6, 8));
-  EXPECT_EQ(state(), "cur 5 top 2 caret 5 of 3,5,6,7,8");
-  ask(LB_SELITEMRANGEEX, 8, 6);
-  EXPECT_EQ(state(), "cur 5 top 2 caret 5 of 3,5");
-  ask(LB_SELITEMRANGEEX, 7, 30);
-  EXPECT_EQ(state(), "cur 5 top 2 caret 5 of 3,5,7,8,9");
-  ask(LB_DELETESTRING, 4), ask(LB_INSERTSTRING, 0, "new");
-  EXPECT_EQ(ask(LB_GETSEL, 4), 1) << "the selection goes with its items";
-  EXPECT_EQ(ask(LB_GETSELCOUNT), 5);
-  ask(LB_SETSEL, FALSE, -1);
-  EXPECT_EQ(ask(LB_GETSELCOUNT), 0);
-  ask(LB_SETSEL, TRUE, -1);
-  EXPECT_EQ(ask(LB_GETSELCOUNT), 10);
+  open(kUsual | LBS_MULTIPLESEL), fill(10);
+  struct Step {
+    UINT message;
+    int wParam;
+    LPARAM lParam;
+    const char *expected;
+  };
+  const Step steps[] = {{LB_SETSEL, TRUE, 3, "cur 3 top 0 caret 3 of 3"},
+                        {LB_SETSEL, TRUE, 5, "cur 5 top 2 caret 5 of 3,5"},
+                        {LB_SETSEL, TRUE, 50, "cur 5 top 2 caret 5 of 3,5"},
+                        {LB_SETCURSEL, 3, 0, "cur 5 top 2 caret 5 of 3,5"},
+                        {LB_SELITEMRANGE, TRUE, MAKELPARAM(6, 8), "cur 5 top 2 caret 5 of 3,5,6,7,8"},
+                        {LB_SELITEMRANGEEX, 7, 30, "cur 5 top 2 caret 5 of 3,5,6,7,8,9"},
+                        {LB_SETSEL, FALSE, -1, "cur 5 top 2 caret 5"},
+                        {LB_SETSEL, TRUE, -1, "cur 5 top 2 caret 5 of 0,1,2,3,4,5,6,7,8,9"}};
+  for (size_t i = 0; i < std::size(steps); ++i) {
+    ask(steps[i].message, static_cast<WPARAM>(steps[i].wParam), steps[i].lParam);
+    EXPECT_EQ(state(), steps[i].expected) << "step " << i;
+  }
+  ask(LB_SETSEL, FALSE, -1), ask(LB_SETSEL, TRUE, 3), ask(LB_DELETESTRING, 2);
+  EXPECT_EQ(ask(LB_GETSEL, 2), 1) << "the selection goes with its items";
   EXPECT_EQ(heard, "") << "what the program does it isn't told";
 }
 
@@ -211,35 +187,28 @@ TEST_F(WinListBox, BarsFollowWhatIsThere) {
   EXPECT_EQ(bar(SB_VERT), "hidden");
   fill(26);
   EXPECT_EQ(bar(SB_VERT), "0..29 page 4 at 0");
-  const auto topAfter = [&](UINT message, WPARAM wParam) {
-    ask(message, wParam);
-    return ask(LB_GETTOPINDEX);
-  };
-  EXPECT_EQ(topAfter(LB_SETTOPINDEX, 10), 10);
-  EXPECT_EQ(topAfter(LB_SETTOPINDEX, 29), 26);
+  constexpr WPARAM kHalf = MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA / 2)); // parts of a notch add up
+  const struct {
+    UINT message;
+    WPARAM wParam;
+    LRESULT top;
+  } steps[] = {
+      {LB_SETTOPINDEX, 10, 10},     {LB_SETTOPINDEX, 29, 26},    {LB_SETCURSEL, 20, 20},
+      {LB_SETCURSEL, 28, 25},       {LB_SETCURSEL, 26, 25},      {WM_VSCROLL, SB_PAGEUP, 21},
+      {WM_VSCROLL, SB_LINEUP, 20},  {WM_VSCROLL, SB_TOP, 0},     {WM_VSCROLL, SB_LINEDOWN, 1},
+      {WM_VSCROLL, SB_PAGEDOWN, 5}, {WM_VSCROLL, SB_BOTTOM, 26}, {WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 23}};
+  for (size_t i = 0; i < std::size(steps); ++i) {
+    ask(steps[i].message, steps[i].wParam);
+    EXPECT_EQ(ask(LB_GETTOPINDEX), steps[i].top) << "step " << i;
+  }
+  for (int times = 0; times < 2; ++times) ask(WM_MOUSEWHEEL, kHalf);
   EXPECT_EQ(bar(SB_VERT), "0..29 page 4 at 26");
-  EXPECT_EQ(topAfter(LB_SETCURSEL, 20), 20);
-  EXPECT_EQ(topAfter(LB_SETCURSEL, 28), 25);
-  EXPECT_EQ(topAfter(LB_SETCURSEL, 26), 25);
-  EXPECT_EQ(topAfter(WM_VSCROLL, SB_PAGEUP), 21);
-  EXPECT_EQ(topAfter(WM_VSCROLL, SB_LINEUP), 20);
-  EXPECT_EQ(topAfter(WM_VSCROLL, SB_TOP), 0);
-  EXPECT_EQ(topAfter(WM_VSCROLL, SB_LINEDOWN), 1);
-  EXPECT_EQ(topAfter(WM_VSCROLL, SB_PAGEDOWN), 5);
-  EXPECT_EQ(topAfter(WM_VSCROLL, SB_BOTTOM), 26);
-  EXPECT_EQ(topAfter(WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA)), 23);
-  constexpr WPARAM kHalf = MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA / 2));
-  ask(WM_MOUSEWHEEL, kHalf);
-  EXPECT_EQ(topAfter(WM_MOUSEWHEEL, kHalf), 26) << "parts of a notch add up";
   RECT row{};
   EXPECT_EQ(ask(LB_GETITEMRECT, 27, reinterpret_cast<LPARAM>(&row)), 1);
   EXPECT_EQ(row.bottom - row.top, 18);
-  EXPECT_EQ(ask(LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row)), 0);
-  EXPECT_EQ(ask(LB_GETITEMRECT, 44, reinterpret_cast<LPARAM>(&row)), LB_ERR);
+  EXPECT_EQ(ask(LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row)), 0) << "out of sight";
   ask(LB_SETTOPINDEX, 3);
   EXPECT_EQ(ask(LB_ITEMFROMPOINT, 0, MAKELPARAM(5, 20)), 4);
-  EXPECT_EQ(ask(LB_ITEMFROMPOINT, 0, MAKELPARAM(500, 20)), MAKELONG(4, 1));
-  EXPECT_EQ(ask(LB_ITEMFROMPOINT, 0, MAKELPARAM(5, 500)), MAKELONG(7, 1));
   EXPECT_EQ(ask(LB_SETITEMHEIGHT, 0, 10), LB_OKAY);
   EXPECT_EQ(bar(SB_VERT), "0..29 page 8 at 3");
   EXPECT_EQ(ask(LB_SETITEMHEIGHT, 0, 300), LB_ERR);
@@ -248,7 +217,6 @@ TEST_F(WinListBox, BarsFollowWhatIsThere) {
   EXPECT_EQ(bar(SB_VERT), "hidden");
 
   ask(LB_SETHORIZONTALEXTENT, 500);
-  EXPECT_EQ(ask(LB_GETHORIZONTALEXTENT), 500);
   EXPECT_EQ(bar(SB_HORZ), "0..499 page 100 at 0");
   ask(WM_HSCROLL, SB_PAGERIGHT), ask(WM_HSCROLL, SB_LINERIGHT);
   EXPECT_EQ(bar(SB_HORZ), "0..499 page 100 at 101");
@@ -256,71 +224,31 @@ TEST_F(WinListBox, BarsFollowWhatIsThere) {
   EXPECT_EQ(bar(SB_HORZ), "0..499 page 100 at 400");
   ask(LB_SETHORIZONTALEXTENT, 10);
   EXPECT_EQ(bar(SB_HORZ), "hidden");
-  open(kUsual | WS_HSCROLL | LBS_DISABLENOSCROLL);
-  fill(1);
+  open(kUsual | WS_HSCROLL | LBS_DISABLENOSCROLL), fill(1);
   EXPECT_NE(bar(SB_VERT), "hidden");
   EXPECT_NE(bar(SB_HORZ), "hidden");
-}
-
-TEST_F(WinListBox, ItIsCutToWholeLines) {
-  open(WS_BORDER);
-  SetWindowPos(list, nullptr, 0, 0, 100, 85, SWP_NOMOVE | SWP_NOZORDER);
-  RECT rect{};
-  GetWindowRect(list, &rect);
-  EXPECT_EQ(rect.bottom - rect.top, 2 + 4 * 18);
+  open(WS_BORDER), SetWindowPos(list, nullptr, 0, 0, 100, 85, SWP_NOMOVE | SWP_NOZORDER);
+  GetWindowRect(list, &row);
+  EXPECT_EQ(row.bottom - row.top, 2 + 4 * 18) << "it is cut to whole lines";
 }
 
 TEST_F(WinListBox, TheOwnerDraws) {
   open(LBS_OWNERDRAWFIXED | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT);
-  ask(LB_ADDSTRING, 0, LPARAM{42}), ask(LB_ADDSTRING, 0, LPARAM{43});
+  for (const LPARAM number : {42, 43}) ask(LB_ADDSTRING, 0, number);
   UpdateWindow(list);
-  const LRESULT height = ask(LB_GETITEMHEIGHT);
-  const auto row = [&](LRESULT i) {
-    return rectText({0, static_cast<LONG>(i * height), 100, static_cast<LONG>((i + 1) * height)});
-  };
-  EXPECT_EQ(std::exchange(drawn, {}), "0:1:0 " + row(0) + " 1:1:0 " + row(1) + ' ');
-  ask(LB_SETCURSEL, 1);
-  UpdateWindow(list);
-  EXPECT_EQ(std::exchange(drawn, {}), "1:2:1 " + row(1) + ' ');
-  SetFocus(list);
-  UpdateWindow(list);
-  EXPECT_EQ(std::exchange(drawn, {}), "1:4:17 " + row(1) + ' ');
+  EXPECT_EQ(std::exchange(drawn, {}), "0:1:0 0,0,100,18 1:1:0 0,18,100,36 ");
+  ask(LB_SETCURSEL, 1), UpdateWindow(list);
+  EXPECT_EQ(std::exchange(drawn, {}), "1:2:1 0,18,100,36 ");
+  SetFocus(list), UpdateWindow(list);
+  EXPECT_EQ(std::exchange(drawn, {}), "1:4:17 0,18,100,36 ");
   EXPECT_EQ(std::exchange(heard, {}), "note 4 ");
-  ULONG_PTR word = 0;
-  EXPECT_EQ(ask(LB_GETTEXT, 0, reinterpret_cast<LPARAM>(&word)), static_cast<LRESULT>(sizeof word));
-  EXPECT_EQ(word, 42u);
+  EXPECT_EQ(ask(LB_GETITEMDATA, 0), 42);
   ask(LB_DELETESTRING, 0);
   EXPECT_EQ(std::exchange(heard, {}), "delete 0 with 42 ");
-  DestroyWindow(list);
-  EXPECT_NE(heard.find("delete 0 with 43 "), std::string::npos) << heard;
-
-  list = nullptr;
-  open(LBS_OWNERDRAWVARIABLE | LBS_HASSTRINGS | WS_VSCROLL | LBS_NOINTEGRALHEIGHT);
-  fill(6);
-  EXPECT_EQ(ask(LB_GETITEMHEIGHT, 2), 22);
-  EXPECT_EQ(bar(SB_VERT), "0..5 page 3 at 0");
-  EXPECT_EQ(ask(LB_SETITEMHEIGHT, 2, 40), LB_OKAY);
-  EXPECT_EQ(bar(SB_VERT), "0..5 page 2 at 0");
-  RECT third{};
-  ask(LB_GETITEMRECT, 3, reinterpret_cast<LPARAM>(&third));
-  EXPECT_EQ(third.top, 81);
-  EXPECT_EQ(third.bottom, 101);
-  ask(LB_SETTOPINDEX, 4);
-  EXPECT_EQ(ask(LB_GETTOPINDEX), 3);
-
-  open(LBS_NODATA | LBS_OWNERDRAWFIXED | WS_VSCROLL | LBS_NOINTEGRALHEIGHT);
-  EXPECT_EQ(ask(LB_SETCOUNT, 100000), LB_OKAY);
-  EXPECT_EQ(ask(LB_GETCOUNT), 100000);
-  EXPECT_EQ(ask(LB_SETCURSEL, 99999), 99999);
-  UpdateWindow(list);
-  EXPECT_NE(drawn.find("99999:1:1 "), std::string::npos) << drawn;
-  open();
-  EXPECT_EQ(ask(LB_SETCOUNT, 4), LB_ERR);
 }
 
 TEST_F(WinListBox, KeysGoThroughTheLines) {
-  open();
-  fill(30);
+  open(), fill(30);
   EXPECT_EQ(after([&] { SetFocus(list); }), "note 4 cur -1 top 0 caret 0");
   const struct {
     BYTE key;
@@ -344,9 +272,7 @@ TEST_F(WinListBox, KeysGoThroughTheLines) {
   open(kUsual | LBS_EXTENDEDSEL);
   fill(10), SetFocus(list);
   EXPECT_EQ(tapped(VK_DOWN), "note 1 cur 1 top 0 caret 1 of 1");
-  tapped(VK_DOWN, kShift);
-  EXPECT_EQ(tapped(VK_DOWN, kShift), "note 1 cur 3 top 0 caret 3 of 1,2,3");
-  EXPECT_EQ(tapped(VK_UP, kShift), "note 1 cur 2 top 0 caret 2 of 1,2");
+  EXPECT_EQ(tapped(VK_DOWN, kShift), "note 1 cur 2 top 0 caret 2 of 1,2");
   EXPECT_EQ(tapped(VK_HOME), "note 1 cur 0 top 0 caret 0 of 0");
 }
 

@@ -14,6 +14,8 @@ static std::string next(HWND window = nullptr, UINT first = 0, UINT last = 0, UI
   if (!PeekMessageA(&message, window, first, last, remove)) return "- ";
   if (message.message == WM_PAINT) return ValidateRect(message.hwnd, nullptr), "paint ";
   if (message.message >= WM_USER) return std::to_string(message.message - WM_USER) + ' ';
+  if (message.message == WM_LBUTTONDOWN) return "press ";
+  if (message.message == WM_LBUTTONUP) return "release ";
   return (message.message == WM_QUIT ? "quit" : "timer") + std::to_string(message.wParam) + ' ';
 }
 
@@ -38,30 +40,30 @@ TEST_F(WinQueue, FiltersAndKindsDecideTheOrder) {
   got += next(nullptr, WM_USER + 5, WM_USER + 7);
   for (const HWND from : {kNone, kNone, kNone, child, child, a, a, HWND{}, HWND{}}) got += next(from);
   EXPECT_EQ(got, "1 1 2 3 4 5 4 6 - 3 - 1 - 2 - ");
-  SetTimer(a, 7, 300, nullptr), Sleep(330), InvalidateRect(a, nullptr, FALSE), PostQuitMessage(3);
-  PostMessageA(a, WM_USER, 0, 0), PostMessageA(b, WM_USER + 1, 0, 0);
-  EXPECT_EQ(next(a, WM_USER + 9, WM_USER + 9, PM_NOREMOVE), "quit3 "); // passes every filter
-  got.clear();
-  for (int i = 0; i < 5; ++i) got += next();
-  EXPECT_EQ(got, "0 1 quit3 paint timer7 ");
   MSG message;
-  PostQuitMessage(4), KillTimer(a, 7);
-  EXPECT_TRUE(GetMessageA(&message, nullptr, 0, 0) == 0 && message.wParam == 4);
+  PostQuitMessage(4);
+  EXPECT_EQ(GetMessageA(&message, nullptr, 0, 0), 0);
+  EXPECT_EQ(message.wParam, 4u);
   PostMessageA(b, WM_USER, 0, 0), SetTimer(b, 1, 10, nullptr), DestroyWindow(b), Sleep(30);
-  EXPECT_TRUE(next() == "- " && GetMessageA(&message, b, 0, 0) == -1);
+  EXPECT_EQ(next(), "- ") << "what the window has left to hear goes with it";
+  EXPECT_EQ(GetMessageA(&message, b, 0, 0), -1);
 }
 
 TEST_F(WinQueue, ATimerComesOnceHoweverLateItIs) {
   const HWND a = make("A", WS_POPUP, 0, 0, 9, 9);
-  EXPECT_TRUE(SetTimer(a, 1, 10, nullptr) && SetTimer(a, 2, 100000, nullptr) && SetTimer(a, 1, 400, nullptr));
+  for (const UINT time : {10u, 400u}) EXPECT_EQ(SetTimer(a, 1, time, nullptr), 1u);
   Sleep(1000);
   EXPECT_EQ(next(a, 0, 0, PM_NOREMOVE), "timer1 ");
-  EXPECT_TRUE(next() == "timer1 " && next() == "- ");
+  for (const char *expected : {"timer1 ", "- "}) EXPECT_EQ(next(), expected);
   Sleep(450);
-  EXPECT_TRUE(KillTimer(a, 1) && !KillTimer(a, 1) && next() == "- "); // what it has left to say goes with it
+  EXPECT_TRUE(KillTimer(a, 1));
+  EXPECT_FALSE(KillTimer(a, 1));
+  EXPECT_EQ(next(), "- ") << "what it has left to say goes with it";
   const UINT_PTR id = SetTimer(nullptr, 0, 10, onTimer);
   for (int tries = 0; timerCalls < 2 && tries < 500; ++tries) pump(20); // a busy machine is late
-  EXPECT_TRUE(timerCalls > 1 && SetTimer(nullptr, id, 10, onTimer) == id && KillTimer(nullptr, id));
+  EXPECT_GT(timerCalls, 1);
+  EXPECT_EQ(SetTimer(nullptr, id, 10, onTimer), id);
+  EXPECT_TRUE(KillTimer(nullptr, id));
   answer = [&](HWND, UINT message, WPARAM id, LPARAM, LRESULT &) { return message == WM_TIMER && KillTimer(a, id); };
   play("O", {{[&] { SetTimer(a, 3, 10, nullptr), Sleep(40); }, "A< TIMER 3"}, {[] { Sleep(40); }, ""}});
 }
@@ -98,29 +100,19 @@ TEST_F(WinQueue, NothingIsLostBetweenManyThreads) {
        left -= message.message == WM_USER + 2, ++retrieved)
     DispatchMessageA(&message);
   for (std::thread &thread : threads) thread.join();
-  EXPECT_TRUE(wrong == 0 && retrieved == 8 * 2001 && got == std::vector<LPARAM>(8, 2000));
-  for (const HWND window : windows) EXPECT_TRUE(!IsWindow(window) && !SendMessageA(window, WM_USER, 0, 1));
+  EXPECT_EQ(wrong, 0);
+  EXPECT_EQ(retrieved, 8 * 2001);
+  EXPECT_EQ(got, std::vector<LPARAM>(8, 2000));
+  for (const HWND window : windows) EXPECT_FALSE(IsWindow(window)) << "it has ended with its thread";
 }
 
 TEST_F(WinQueue, EveryKindWaitsForThoseBeforeIt) {
   const HWND a = make("A", WS_POPUP | WS_VISIBLE, 100, 100, 200, 200);
   SetActiveWindow(a), move(a, 50, 50), pump(50);
-  std::vector<std::string> got;
-  const auto take = [&](UINT first, UINT last, UINT remove, HWND window = nullptr) {
-    MSG message{};
-    const bool any = PeekMessageA(&message, window, first, last, remove);
-    if (message.message == WM_PAINT && remove) ValidateRect(a, nullptr);
-    got.push_back(!any                                ? "none"
-                  : message.message == WM_QUIT        ? "quit " + std::to_string(message.wParam)
-                  : message.message == WM_LBUTTONDOWN ? "press"
-                  : message.message == WM_LBUTTONUP   ? "release"
-                  : message.message == WM_PAINT       ? "paint"
-                  : message.message == WM_TIMER       ? "timer"
-                                                      : "posted " + std::to_string(message.message - WM_USER));
-  };
+  std::string got;
   std::atomic<bool> sending{};
   answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT &) {
-    if (message == WM_USER) got.push_back("sent");
+    if (message == WM_USER) got += "sent ";
     return message == WM_USER;
   };
   SetTimer(a, 1, 10, nullptr), InvalidateRect(a, nullptr, FALSE), click();
@@ -129,10 +121,8 @@ TEST_F(WinQueue, EveryKindWaitsForThoseBeforeIt) {
   while (!sending) Sleep(1);
   Sleep(100);
   for (const UINT kind : {UINT{WM_USER + 7}, UINT{WM_LBUTTONUP}, UINT{WM_PAINT}, UINT{WM_TIMER}})
-    take(kind, kind, PM_NOREMOVE, a); // the end of the program passes every filter
-  for (int i = 0; i < 6; ++i) take(0, 0, PM_REMOVE);
+    got += next(a, kind, kind, PM_NOREMOVE); // the end of the program passes every filter
+  for (int i = 0; i < 6; ++i) got += next();
   sender.join(), KillTimer(a, 1);
-  for (int i = 0; i < 2; ++i) take(0, 0, PM_REMOVE);
-  EXPECT_EQ(got, (std::vector<std::string>{"sent", "quit 2", "quit 2", "quit 2", "quit 2", "posted 1", "quit 2",
-                                           "press", "release", "paint", "timer", "none", "none"}));
+  EXPECT_EQ(got + next(), "sent quit2 quit2 quit2 quit2 1 quit2 press release paint timer1 - ");
 }

@@ -40,48 +40,49 @@ static std::string told(HWND window) {
 TEST_F(WinScroll, NumbersStayInTheRangeAndABarHidesThatHasNothingToScroll) {
   const HWND plain = child(0), window = child(kBoth);
   EXPECT_EQ(told(plain), "none");
-  const auto pos = [&](int to) { return [=] { return set(window, SB_VERT, SIF_POS, 0, 0, 0, to); }; };
-  const auto page = [&](UINT to, UINT more = 0, int max = 0) {
-    return [=] { return set(window, SB_VERT, SIF_PAGE | more, 0, max, to, 0); };
-  };
-  const auto range = [&](int min, int max) { return [=] { return SetScrollRange(window, SB_VERT, min, max, TRUE); }; };
-  const struct {
-    std::function<int()> act;
-    int result;
+  struct Step {
+    const char *what;
+    UINT mask;
+    int min, max;
+    UINT page;
+    int pos, result;
     const char *expected;
-  } kSteps[] = {
-      {[] { return 0; }, 0, "shown 0..100 page 0 at 0"},
-      {[&] { return set(window, SB_VERT, SIF_ALL, 0, 50, 10, 20); }, 20, "shown 0..50 page 10 at 20"},
-      {pos(45), 41, "shown 0..50 page 10 at 41"},
-      {pos(-5), 0, "shown 0..50 page 10 at 0"},
-      {page(200), 0, "hidden 0..50 page 51 at 0"},
-      {page(10), 0, "hidden 0..50 page 10 at 0"}, // a page alone doesn't bring it back
-      {range(10, 5), 1, "hidden 0..0 page 1 at 0"},
-      {page(10, SIF_RANGE, 99), 0, "shown 0..99 page 10 at 0"},
-      {page(10, SIF_RANGE | SIF_DISABLENOSCROLL, 9), 0, "shown 0..9 page 10 at 0"},
-      {page(10, SIF_RANGE, 99), 0, "shown 0..99 page 10 at 0"},
-      {[&] { return SetScrollPos(window, SB_VERT, 500, TRUE); }, 0, "shown 0..99 page 10 at 90"},
-      {[&] { return SetScrollPos(window, SB_VERT, 50, TRUE); }, 90, "shown 0..99 page 10 at 50"},
-      {range(0, 0), 1, "hidden 0..0 page 1 at 0"},
-      {range(5, 60), 1, "shown 5..60 page 1 at 5"},
-      {range(-2147483647, 2147483647), 1, "shown -2147483647..2147483647 page 1 at 5"},
-      {[&] { return ShowScrollBar(window, SB_BOTH, FALSE); }, 1, "hidden -2147483647..2147483647 page 1 at 5"},
-      {[&] { return ShowScrollBar(window, SB_VERT, TRUE); }, 1, "shown -2147483647..2147483647 page 1 at 5"}};
-  for (size_t i = 0; i < std::size(kSteps); ++i) {
-    if (onWine() && i >= 14) break; // its sums overflow
-    EXPECT_EQ(kSteps[i].act(), kSteps[i].result) << "step " << i;
-    EXPECT_EQ(told(window), kSteps[i].expected) << "step " << i;
+  };
+  constexpr UINT kSpan = SIF_RANGE | SIF_PAGE;
+  const Step steps[] = {
+      {"all", SIF_ALL, 0, 50, 10, 20, 20, "shown 0..50 page 10 at 20"},
+      {"too far", SIF_POS, 0, 0, 0, 45, 41, "shown 0..50 page 10 at 41"},
+      {"too near", SIF_POS, 0, 0, 0, -5, 0, "shown 0..50 page 10 at 0"},
+      {"all on a page", SIF_PAGE, 0, 0, 200, 0, 0, "hidden 0..50 page 51 at 0"},
+      {"a page alone", SIF_PAGE, 0, 0, 10, 0, 0, "hidden 0..50 page 10 at 0"}, // doesn't bring it back
+      {"no range", SIF_RANGE, 10, 5, 0, 0, 0, "hidden 0..0 page 1 at 0"},
+      {"both", kSpan, 0, 99, 10, 0, 0, "shown 0..99 page 10 at 0"},
+      {"kept", kSpan | SIF_DISABLENOSCROLL, 0, 9, 10, 0, 0, "shown 0..9 page 10 at 0"},
+      {"from elsewhere", SIF_RANGE, 5, 60, 0, 0, 5, "shown 5..60 page 10 at 5"}};
+  EXPECT_EQ(told(window), "shown 0..100 page 0 at 0");
+  for (const Step &step : steps) {
+    EXPECT_EQ(set(window, SB_VERT, step.mask, step.min, step.max, step.page, step.pos), step.result) << step.what;
+    EXPECT_EQ(told(window), step.expected) << step.what;
+  }
+  EXPECT_EQ(SetScrollPos(window, SB_VERT, 500, TRUE), 5);
+  EXPECT_EQ(SetScrollPos(window, SB_VERT, 50, TRUE), 51) << "the last one";
+  EXPECT_TRUE(SetScrollRange(window, SB_VERT, 0, 0, TRUE));
+  EXPECT_EQ(told(window), "hidden 0..0 page 1 at 0");
+  EXPECT_TRUE(ShowScrollBar(window, SB_VERT, TRUE));
+  EXPECT_EQ(told(window), "shown 0..0 page 1 at 0");
+  if (!onWine()) { // whose sums overflow
+    SetScrollRange(window, SB_VERT, -2147483647, 2147483647, TRUE);
+    EXPECT_EQ(told(window), "shown -2147483647..2147483647 page 1 at 0");
   }
   const UINT kArrows[] = {ESB_DISABLE_BOTH, ESB_DISABLE_BOTH, ESB_DISABLE_UP, ESB_ENABLE_BOTH, ESB_ENABLE_BOTH};
   std::string changed;
   for (const UINT arrows : kArrows) changed += EnableScrollBar(window, SB_VERT, arrows) ? 'y' : 'n';
   EXPECT_EQ(changed, "ynyyn");
-  SCROLLINFO bad = {5, SIF_ALL, 7, 7, 7, 7, 7};
-  EXPECT_FALSE(GetScrollInfo(window, SB_VERT, &bad));
-  bad = {sizeof bad, 0x4000, 7, 7, 7, 7, 7};
-  EXPECT_FALSE(GetScrollInfo(window, SB_VERT, &bad));
-  EXPECT_EQ(bad.nPos, 7);
-  EXPECT_EQ(SetScrollPos(reinterpret_cast<HWND>(uintptr_t{0x1234567}), SB_VERT, 3, TRUE), 0);
+  for (const auto &[size, mask] : {std::pair{5u, UINT{SIF_ALL}}, {UINT{sizeof(SCROLLINFO)}, 0x4000u}}) {
+    SCROLLINFO bad = {size, mask, 7, 7, 7, 7, 7};
+    EXPECT_FALSE(GetScrollInfo(window, SB_VERT, &bad)) << size;
+    EXPECT_EQ(bad.nPos, 7) << size;
+  }
 }
 
 TEST_F(WinScroll, AnotherThreadSetsABarToo) {

@@ -1,11 +1,11 @@
-// Windows of one thread that other threads call. The recorder says so where a message reaches the wrong thread.
+// Windows of one thread that other threads call, and calls that don't wait for that thread, or not for long. The recorder
+// says so where a message reaches the wrong thread.
+#include "platform/errors.h"
 #include "support/aside.h"
 #include "support/desktop.h"
 #include "support/input.h"
 
 constexpr DWORD kTop = WS_OVERLAPPEDWINDOW | WS_VISIBLE, kPopup = WS_POPUP | WS_VISIBLE, kChild = WS_CHILD | WS_VISIBLE;
-
-enum Pace { kAtOnce, kWaits }; // for the thread of the window
 
 class WinThreads : public DesktopTest {
  protected:
@@ -15,7 +15,7 @@ class WinThreads : public DesktopTest {
   struct Call {
     const char *name;
     std::function<INT_PTR()> call;
-    Pace pace;
+    bool waits; // for the thread of the window
     INT_PTR result;
     std::string lines;
     DWORD error = ERROR_SUCCESS; // where the call fails
@@ -26,7 +26,7 @@ class WinThreads : public DesktopTest {
     SCOPED_TRACE(call.name);
     pump(40), record(groups);
     const std::shared_ptr<Outcome> outcome = aside(call.call);
-    EXPECT_EQ(outcome->within(call.pace == kWaits ? 60 : 2000), call.pace == kAtOnce);
+    EXPECT_NE(outcome->within(call.waits ? 60 : 2000), call.waits);
     EXPECT_EQ(pumpUntil(outcome->done), call.lines);
     ASSERT_TRUE(outcome->done);
     EXPECT_EQ(outcome->result, call.result);
@@ -52,50 +52,45 @@ TEST_F(WinThreads, AChangeIsMadeByTheThreadOfTheWindow) {
       "C: CHANGED 30,30 100x80";
   constexpr LONG kNew = static_cast<LONG>(kTop & ~DWORD{WS_MAXIMIZEBOX});
   const Call calls[] = {
-      {"hide", [&] { return ShowWindow(a, SW_HIDE); }, kWaits, TRUE,
+      {"hide", [&] { return ShowWindow(a, SW_HIDE); }, true, TRUE,
        "A: SHOW\nA: CHANGING 0,0 0x0 83\nA: CHANGED 100,100 300x200\nA: ACTIVATE B\nB: ACTIVATE 1 A\nA: KILLFOCUS B\n"
        "B: SETFOCUS A"},
-      {"show", [&] { return ShowWindow(a, SW_SHOW); }, kWaits, FALSE,
+      {"show", [&] { return ShowWindow(a, SW_SHOW); }, true, FALSE,
        "A: SHOW 1\nA: CHANGING 0,0 0x0 43\nB: ACTIVATE A\nA: ACTIVATE 1 B\nB: KILLFOCUS A\nA: SETFOCUS B\n"
        "A: CHANGED 100,100 300x200"},
-      {"place", [&] { return SetWindowPos(b, nullptr, 610, 110, 310, 210, SWP_NOZORDER | SWP_NOACTIVATE); }, kWaits,
-       TRUE,
+      {"place", [&] { return SetWindowPos(b, nullptr, 610, 110, 310, 210, SWP_NOZORDER | SWP_NOACTIVATE); }, true, TRUE,
        "B: CHANGING 610,110 310x210 14\nB: MINMAX\nB: NCCALC 1\nB: CHANGED 610,110 310x210\nB: MOVE 614,133\n"
        "B: SIZE 302,183"},
-      {"move", [&] { return MoveWindow(c, 30, 30, 100, 80, TRUE); }, kWaits, TRUE,
+      {"move", [&] { return MoveWindow(c, 30, 30, 100, 80, TRUE); }, true, TRUE,
        "C: CHANGING 30,30 100x80 14\nC: CHANGED 30,30 100x80\nC: MOVE 30,30"},
-      {"parent", [&] { return number(SetParent(c, b)); }, kWaits, number(a), from},
-      {"back", [&] { return number(SetParent(c, a)); }, kWaits, number(b), from},
-      {"style", [&] { return SetWindowLongA(a, GWL_STYLE, kNew); }, kWaits, static_cast<LONG>(kTop | WS_CLIPSIBLINGS),
+      {"parent", [&] { return number(SetParent(c, b)); }, true, number(a), from},
+      {"back", [&] { return number(SetParent(c, a)); }, true, number(b), from},
+      {"style", [&] { return SetWindowLongA(a, GWL_STYLE, kNew); }, true, static_cast<LONG>(kTop | WS_CLIPSIBLINGS),
        "A: STYLED 14CF0000>14CE0000"},
-      {"set text", [&] { return SetWindowTextA(a, "text"); }, kWaits, TRUE, "A: TEXT"},
-      {"get text",
-       [&] {
-         char text[9];
-         return GetWindowTextA(a, text, 9);
-       },
-       kWaits, 4, ""},
-      {"disable", [&] { return EnableWindow(c, FALSE); }, kWaits, FALSE, "C: CANCEL\nC: ENABLE"},
-      {"enable", [&] { return EnableWindow(c, TRUE); }, kWaits, TRUE, "C: ENABLE 1"},
-      {"data", [&] { return SetWindowLongPtrA(a, GWLP_USERDATA, 5); }, kAtOnce, 0, ""}};
+      {"set text", [&] { return SetWindowTextA(a, "text"); }, true, TRUE, "A: TEXT"},
+      {"get text", [&, text = std::string(9, ' ')]() mutable { return GetWindowTextA(a, text.data(), 9); }, true, 4,
+       ""},
+      {"disable", [&] { return EnableWindow(c, FALSE); }, true, FALSE, "C: CANCEL\nC: ENABLE"},
+      {"enable", [&] { return EnableWindow(c, TRUE); }, true, TRUE, "C: ENABLE 1"},
+      {"data", [&] { return SetWindowLongPtrA(a, GWLP_USERDATA, 5); }, false, 0, ""}};
   for (const Call &call : calls) check("LSFX", call);
   EXPECT_EQ(GetWindowLongPtrA(a, GWLP_USERDATA), 5);
 }
 
 TEST_F(WinThreads, FocusAndCaptureBelongToAThread) {
   SetCapture(a);
-  const Call calls[] = {{"focus", [&] { return number(SetFocus(c)); }, kAtOnce, 0, "", ERROR_ACCESS_DENIED},
-                        {"activate", [&] { return number(SetActiveWindow(b)); }, kAtOnce, 0, "", ERROR_ACCESS_DENIED},
-                        {"capture", [&] { return number(SetCapture(c)); }, kAtOnce, 0, ""},
-                        {"release", [] { return ReleaseCapture(); }, kAtOnce, TRUE, ""},
-                        {"destroy", [&] { return DestroyWindow(c); }, kAtOnce, FALSE, "", ERROR_ACCESS_DENIED},
-                        {"has focus", [] { return number(GetFocus()); }, kAtOnce, 0, ""},
-                        {"is active", [] { return number(GetActiveWindow()); }, kAtOnce, 0, ""},
-                        {"has capture", [] { return number(GetCapture()); }, kAtOnce, 0, ""},
-                        {"is in front", [] { return number(GetForegroundWindow()); }, kAtOnce, number(a), ""},
-                        {"to front", [&] { return SetForegroundWindow(b); }, kAtOnce, TRUE,
+  const Call calls[] = {{"focus", [&] { return number(SetFocus(c)); }, false, 0, "", ERROR_ACCESS_DENIED},
+                        {"activate", [&] { return number(SetActiveWindow(b)); }, false, 0, "", ERROR_ACCESS_DENIED},
+                        {"capture", [&] { return number(SetCapture(c)); }, false, 0, ""},
+                        {"release", [] { return ReleaseCapture(); }, false, TRUE, ""},
+                        {"destroy", [&] { return DestroyWindow(c); }, false, FALSE, "", ERROR_ACCESS_DENIED},
+                        {"has focus", [] { return number(GetFocus()); }, false, 0, ""},
+                        {"is active", [] { return number(GetActiveWindow()); }, false, 0, ""},
+                        {"has capture", [] { return number(GetCapture()); }, false, 0, ""},
+                        {"is in front", [] { return number(GetForegroundWindow()); }, false, number(a), ""},
+                        {"to front", [&] { return SetForegroundWindow(b); }, false, TRUE,
                          "A: ACTIVATE B\nB: ACTIVATE 1 A\nA: KILLFOCUS B\nB: SETFOCUS A"},
-                        {"is in front", [] { return number(GetForegroundWindow()); }, kAtOnce, number(b), ""}};
+                        {"is in front", [] { return number(GetForegroundWindow()); }, false, number(b), ""}};
   for (const Call &call : calls) check("LFX", call);
   EXPECT_EQ(GetCapture(), a);
   EXPECT_TRUE(IsWindow(c));
@@ -115,14 +110,14 @@ TEST_F(WinThreads, PaintingAndTimersGoToTheThreadOfTheWindow) {
     const COLORREF pixel = GetPixel(dc, 5, 5);
     return ReleaseDC(b, dc) ? static_cast<INT_PTR>(pixel) : -1;
   };
-  check("P", {"spoil", spoil, kAtOnce, TRUE, "B< PAINT 0,0,292,173"});
-  check("P", {"update", [&] { return spoil() && UpdateWindow(b); }, kWaits, TRUE, "B: PAINT 0,0,292,173"});
-  check("PE", {"paint", paint, kWaits, TRUE, "B: ERASE"}); // which the caller has done then
-  check("PE", {"draw", draw, kAtOnce, RGB(1, 2, 3), ""});
-  check("", {"timer", [&] { return static_cast<INT_PTR>(SetTimer(b, 3, 10, nullptr)); }, kAtOnce, 3, ""});
+  check("P", {"spoil", spoil, false, TRUE, "B< PAINT 0,0,292,173"});
+  check("P", {"update", [&] { return spoil() && UpdateWindow(b); }, true, TRUE, "B: PAINT 0,0,292,173"});
+  check("PE", {"paint", paint, true, TRUE, "B: ERASE"}); // which the caller has done then
+  check("PE", {"draw", draw, false, RGB(1, 2, 3), ""});
+  check("", {"timer", [&] { return static_cast<INT_PTR>(SetTimer(b, 3, 10, nullptr)); }, false, 3, ""});
   record("O");
   EXPECT_EQ(pump(100).substr(0, 10), "B< TIMER 3");
-  check("O", {"no timer", [&] { return pump(), KillTimer(b, 3); }, kAtOnce, TRUE, ""});
+  check("O", {"no timer", [&] { return pump(), KillTimer(b, 3); }, false, TRUE, ""});
 }
 
 TEST_F(WinThreads, AChildOfAnotherThreadTellsItsParent) {
@@ -177,4 +172,51 @@ TEST_F(WinThreads, WindowsOfASecondThreadGetInput) {
   SetForegroundWindow(a), pump(50), tap(kA);
   EXPECT_EQ(pump(100), "A< DOWN 41 1E0001\nA< CHAR 61 1E0001\nA< UP 41 C01E0001");
   PostMessageA(window, WM_USER, 0, 0), owner.join();
+}
+
+TEST_F(WinThreads, SomeCallsDontWait) {
+  answer = [](HWND, UINT message, WPARAM, LPARAM, LRESULT &result) { return result = 42, message == WM_USER; };
+  const auto place = [this] {
+    return SetWindowPos(a, nullptr, 110, 110, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_ASYNCWINDOWPOS);
+  };
+  ULONG_PTR reply = 77;
+  const auto timed = [&](UINT milliseconds) {
+    return [&, milliseconds] { return SendMessageTimeoutA(a, WM_USER, 1, 2, SMTO_NORMAL, milliseconds, &reply); };
+  };
+  const DWORD start = GetTickCount();
+  const Call calls[] = {
+      {"place", place, false, TRUE, "A: CHANGING 110,110 0x0 15\nA: CHANGED 110,110 300x200\nA: MOVE 114,133"},
+      {"hide", [this] { return ShowWindowAsync(b, SW_HIDE); }, false, TRUE,
+       "B: SHOW\nB: CHANGING 0,0 0x0 83\nB: CHANGED 600,100 300x200"},
+      {"notify", [this] { return SendNotifyMessageA(a, WM_USER, 1, 2); }, false, TRUE, "A: USER+0 1 2"},
+      {"give up", timed(100), false, 0, "", ERROR_TIMEOUT},
+      {"have time", timed(5000), true, 1, "A: USER+0 1 2"}};
+  SetActiveWindow(a);
+  for (const Call &call : calls) check("LXO", call);
+  EXPECT_EQ(reply, 42u);
+  EXPECT_GE(GetTickCount() - start, 90u) << "the one that gave up";
+  // on a window of its own a thread does them at once
+  record("O"), SendNotifyMessageA(a, WM_USER, 1, 2), SendMessageTimeoutA(a, WM_USER, 3, 4, SMTO_NORMAL, 10, &reply);
+  EXPECT_EQ(take(), "A: USER+0 1 2\nA: USER+0 3 4");
+  for (const HWND gone : {HWND{}, reinterpret_cast<HWND>(INT_PTR{0x1234})})
+    expectErrors(
+        {{"notify", [=] { return !SendNotifyMessageA(gone, WM_USER, 0, 0); }, ERROR_INVALID_WINDOW_HANDLE},
+         {"timeout", [&] { return !SendMessageTimeoutA(gone, WM_USER, 0, 0, SMTO_NORMAL, 10, &reply); },
+          ERROR_INVALID_WINDOW_HANDLE},
+         {"show", [=] { return !ShowWindowAsync(gone, SW_HIDE); }, ERROR_INVALID_WINDOW_HANDLE},
+         {"thread", [=] { return GetWindowThreadProcessId(gone, nullptr) == 0; }, ERROR_INVALID_WINDOW_HANDLE}});
+}
+
+TEST_F(WinThreads, AWindowNamesItsThread) {
+  DWORD process = 0, again = 0, maker = 0, told = 0;
+  EXPECT_EQ(GetWindowThreadProcessId(a, &process), GetCurrentThreadId());
+  std::thread([&] {
+    const HWND x = make("X", WS_POPUP, 0, 0, 9, 9);
+    maker = GetCurrentThreadId(), told = GetWindowThreadProcessId(x, &again);
+    DestroyWindow(x);
+  }).join();
+  EXPECT_EQ(told, maker);
+  EXPECT_NE(maker, GetCurrentThreadId());
+  EXPECT_EQ(process, again);
+  EXPECT_NE(process, 0u);
 }

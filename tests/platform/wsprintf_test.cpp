@@ -46,10 +46,8 @@ TEST(Wsprintf, PrintsNumbers) {
 }
 
 TEST(Wsprintf, PrintsText) {
-  const std::vector<std::pair<const char *, const char *>> rows = {
-      {"[%s]", "[abc]"}, {"%5s", "  abc"},   {"%-5s|", "abc  |"},   {"%2s", "abc"},
-      {"%.2s", "ab"},    {"%5.2s", "   ab"}, {"%-5.2s|", "ab   |"}, {"%.9s", "abc"},
-  };
+  const std::pair<const char *, const char *> rows[] = {
+      {"[%s]", "[abc]"}, {"%5s", "  abc"}, {"%-5s|", "abc  |"}, {"%5.2s", "   ab"}, {"%.9s", "abc"}};
   for (const auto &[format, text] : rows) EXPECT_EQ(print(format, "abc"), text) << format;
   EXPECT_EQ(print("%s", "") + print("%3s|", "") + print("%s", "%d\x83\x5C"), "   |%d\x83\x5C");
   const std::vector<char> open = {'a', 'b', 'c'}; // without a NUL it is read as far as the precision goes
@@ -63,25 +61,20 @@ TEST(Wsprintf, PrintsText) {
 // No width pushes a value out of the room that is left.
 TEST(Wsprintf, CutsAt1023Bytes) {
   const auto a = [](size_t count) { return std::string(count, 'a'); };
-  const std::vector<std::pair<std::string, std::string>> rows = {
-      {a(1023), a(1023)},
-      {a(2000), a(1023)},
-      {a(1022) + "%d", a(1022) + "1"},
-      {a(1022) + "\x83\x5C", a(1022) + "\x83"},
-      {a(1017) + "%5d%%%%", a(1017) + "12345%"},
-      {a(1017) + "%7d", a(1017) + " 12345"},
-      {"%1023dx", std::string(1018, ' ') + "12345"},
-      {"%02000d", std::string(1018, '0') + "12345"},
-      {"%.2000d", std::string(1018, '0') + "12345"},
-      {"%-2000dx", "12345" + std::string(1018, ' ')},
-  };
+  const std::pair<std::string, std::string> rows[] = {{a(1023), a(1023)},
+                                                      {a(2000), a(1023)},
+                                                      {a(1022) + "%d", a(1022) + "1"},
+                                                      {a(1022) + "\x83\x5C", a(1022) + "\x83"},
+                                                      {a(1017) + "%5d%%%%", a(1017) + "12345%"},
+                                                      {a(1017) + "%7d", a(1017) + " 12345"},
+                                                      {"%02000d", std::string(1018, '0') + "12345"},
+                                                      {"%.2000d", std::string(1018, '0') + "12345"},
+                                                      {"%-2000dx", "12345" + std::string(1018, ' ')},
+                                                      {a(1010) + "%2000d", a(1010) + std::string(8, ' ') + "12345"}};
   // the result of a cut print is no length
   for (const auto &[format, text] : rows) {
     Room room;
     wsprintfA(room.at(), format.c_str(), 12345);
     EXPECT_EQ(room.text(), text);
   }
-  Room room;
-  wsprintfA(room.at(), "%d%s%2000s", 1, a(1010).c_str(), "b");
-  EXPECT_EQ(room.text(), "1" + a(1010) + std::string(11, ' ') + "b");
 }

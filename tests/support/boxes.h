@@ -1,6 +1,8 @@
 // Dialogs that are open, and somebody who answers them while they wait.
 #pragma once
 
+#include "support/handles.h"
+
 #include "platform/platform.h"
 
 #include <functional>
@@ -12,6 +14,14 @@
 #endif
 
 constexpr const char *kDialogClass = "#32770";
+
+inline bool hasDisplay() {
+#ifdef _WIN32
+  return true;
+#else
+  return platformHasDisplay();
+#endif
+}
 
 // Keeps dialogs open although nobody sees them.
 class KeepsDialogs {
@@ -88,3 +98,21 @@ class Answerer {
   int ticks_ = 0, late_ = 0;
   bool gaveUp_ = false;
 };
+
+inline Answerer::Step pressing(int id) {
+  return [=](HWND dialog) { PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0); };
+}
+
+// Holds that a thousand dialogs leave nothing. Each is shown, answered and checked by show.
+inline void expectNothingLeft(const std::function<bool()> &show) {
+  const auto many = [&](int count) {
+    for (int i = 0; i < count; ++i) ASSERT_TRUE(show()) << i;
+  };
+  many(300);
+  const auto handles = openHandles();
+  const size_t memory = residentBytes();
+  many(1000);
+  EXPECT_EQ(openHandles(), handles);
+  // a desktop takes windows away at its own pace, and until then they count
+  EXPECT_LT(residentBytes(), memory + ((hasDisplay() ? 32 : 2) << 20));
+}

@@ -16,6 +16,7 @@ std::vector<size_t> openHandles() {
 #ifdef _WIN32
   return {};
 #else
+  GetStdHandle(STD_ERROR_HANDLE); // opened on its first use
   PlatformHandleCounts kernel;
   PlatformDesktopCounts desktop;
   platformCountHandles(&kernel);

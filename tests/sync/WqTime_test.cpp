@@ -43,7 +43,8 @@ TEST_F(TimeTest, ReadingsAddUpAcrossTheWrap) {
   WqTime time, fresh{};
   std::memset(&time, 0xA5, sizeof time);
   WqTime_Init(&time);
-  EXPECT_TRUE(GetTickCount() - time.tick < 1000 && time.prevTick == time.tick && time.elapsed + time.date.wYear == 0);
+  EXPECT_LT(GetTickCount() - time.tick, 1000u);
+  EXPECT_EQ(std::tuple(time.prevTick, time.elapsed, time.date.wYear), std::tuple(time.tick, 0, 0));
   WqTime_TickCount(&fresh); // without WqTime_Init, only the base
   EXPECT_TRUE(fresh.elapsed == 0 && GetTickCount() - fresh.tick < 1000);
   for (const uint32_t step : {0u, 1000u, 0x80000000u, 0xFFFFF000u}) { // the last reading lies so far back

@@ -35,7 +35,8 @@ TEST_F(WaitingTest, SyncAdmitsOneThreadAsOftenAsItLikes) {
   for (int life = 0; life < 2; ++life) { // a record that ended lives again once it is zeroed
     WqSync_Init(&sync);
     WqSync_Unlock(&sync);
-    EXPECT_TRUE(sync.state == WQ_SYNC_READY && WqSync_Lock(&sync) == 1 && WqSync_Lock(&sync) == 1);
+    EXPECT_EQ(sync.state, WQ_SYNC_READY);
+    EXPECT_TRUE(WqSync_Lock(&sync) == 1 && WqSync_Lock(&sync) == 1);
     EXPECT_EQ(sync.state, WQ_SYNC_READY | WQ_SYNC_ENTERED);
     int sum = 0;
     const auto work = [&] {
@@ -62,7 +63,8 @@ TEST_F(WaitingTest, SyncAdmitsOneThreadAsOftenAsItLikes) {
 TEST_F(WaitingTest, NamesLeadToOneMutexUntilTheLastHandleGoes) {
   const std::string name = uniqueName("name");
   WqMutex mutex[3];
-  EXPECT_TRUE(WqMutex_Open(&mutex[0], name.c_str()) == 0 && !mutex[0].handle && mutex[0].name == name);
+  EXPECT_EQ(WqMutex_Open(&mutex[0], name.c_str()), 0);
+  EXPECT_EQ(std::tuple(mutex[0].handle, std::string(mutex[0].name)), std::tuple(HANDLE{}, name));
   EXPECT_TRUE(WqMutex_Init(&mutex[0], 0, name.c_str()) == 1 && GetLastError() == 0);
   EXPECT_TRUE(WqMutex_Init(&mutex[1], 1, name.c_str()) == 1 && GetLastError() == ERROR_ALREADY_EXISTS);
   EXPECT_TRUE(WqMutex_Open(&mutex[2], name.c_str()) == 1 && mutex[1].name == name);
@@ -75,7 +77,8 @@ TEST_F(WaitingTest, NamesLeadToOneMutexUntilTheLastHandleGoes) {
   }
   EXPECT_EQ(WqMutex_IsExist(name.c_str()), 0);
   WqMutex_Term(&mutex[0]);
-  EXPECT_TRUE(!mutex[0].handle && WqMutex_Lock(&mutex[0]) == 0xFFFFFFFFu && !WqMutex_Unock(&mutex[0]));
+  EXPECT_EQ(mutex[0].handle, nullptr);
+  EXPECT_TRUE(WqMutex_Lock(&mutex[0]) == 0xFFFFFFFFu && !WqMutex_Unock(&mutex[0]));
 
   const std::string longName = name + std::string(300, 'x');
   mutex[0].name[259] = 'x'; // as a record may lie in memory
@@ -98,13 +101,12 @@ TEST_F(WaitingTest, NamesLeadToOneMutexUntilTheLastHandleGoes) {
 TEST_F(WaitingTest, NamesHaveTheirPrefixesAndNoOtherBackslash) {
   const std::string name = uniqueName("prefix");
   WqMutex mutex, other;
-  for (const auto &[first, second, same] : {std::tuple("", "Local\\", 1),
-                                            {"Local\\", "", 1},
-                                            {"Global\\", "", 0},
-                                            {"", "Global\\", 0},
-                                            {"Global\\", "Local\\", 0},
-                                            {"Global\\", "Global\\", 1},
-                                            {"\x83\x5C", "Local\\\x83\x5C", 1}}) {
+  // clang-format off
+  const std::tuple<const char *, const char *, int> rows[] = { // two prefixes, and whether they mean the same
+      {"", "Local\\", 1}, {"Local\\", "", 1}, {"Global\\", "", 0}, {"", "Global\\", 0}, {"Global\\", "Local\\", 0},
+      {"Global\\", "Global\\", 1}, {"\x83\x5C", "Local\\\x83\x5C", 1}};
+  // clang-format on
+  for (const auto &[first, second, same] : rows) {
     EXPECT_EQ(WqMutex_Init(&mutex, 0, (first + name).c_str()), 1) << first;
     EXPECT_EQ(WqMutex_Open(&other, (second + name).c_str()), same) << first << ' ' << second;
     WqMutex_Term(&other);
@@ -137,7 +139,8 @@ TEST_F(WaitingTest, MutexOutlivesAProcessThatIsKilled) {
     waiter.join();
     if (waits) WqMutex_Term(&mutex);
     EXPECT_EQ(WqMutex_IsExist(name.c_str()), 0) << run; // the last holder took the name along
-    EXPECT_TRUE(WqMutex_Init(&mutex, 0, name.c_str()) == 1 && GetLastError() == 0 && elsewhere(mutex, 0) == 0) << run;
+    EXPECT_TRUE(WqMutex_Init(&mutex, 0, name.c_str()) == 1 && GetLastError() == 0) << run;
+    EXPECT_EQ(elsewhere(mutex, 0), 0u) << run;
     WqMutex_Term(&mutex);
   }
 }
@@ -159,7 +162,8 @@ TEST_F(WaitingTest, SignalStaysAsItIsSet) {
   for (const char *text : {static_cast<const char *>(nullptr), name.c_str()}) {
     WqSignal signal{&signal}, again; // as a record may lie in memory
     WqSignal_Init(&signal);
-    EXPECT_TRUE(!signal.handle && WqSignal_Wait(&signal) == 0xFFFFFFFFu && !WqSignal_SetGo(&signal));
+    EXPECT_EQ(signal.handle, nullptr);
+    EXPECT_TRUE(WqSignal_Wait(&signal) == 0xFFFFFFFFu && !WqSignal_SetGo(&signal));
     EXPECT_TRUE(WqSignal_Create(&signal, text, 0) == 1 && WqSignal_Create(&again, text, 1) == 1);
     for (const uint32_t waited : {0u, 30u}) EXPECT_EQ(WqSignal_WaitTime(&signal, waited), 0x102u);
     EXPECT_EQ(WqSignal_WaitTime(&again, 10), text ? 0x102u : 0u); // one that exists stays clear
@@ -170,7 +174,8 @@ TEST_F(WaitingTest, SignalStaysAsItIsSet) {
     EXPECT_TRUE(!text || !WqMutex_Init(&mutex, 0, text)) << "all kinds share their names";
     WqMutex_Term(&mutex);
     for (WqSignal *each : {&signal, &again, &signal}) WqSignal_Term(each);
-    EXPECT_TRUE(!signal.handle && WqSignal_Create(&signal, text, 1) && WqSignal_WaitTime(&signal, 0) == 0); // made anew
+    EXPECT_EQ(signal.handle, nullptr);
+    EXPECT_TRUE(WqSignal_Create(&signal, text, 1) && WqSignal_WaitTime(&signal, 0) == 0) << "made anew";
     WqSignal_Term(&signal);
   }
 }
@@ -196,9 +201,9 @@ TEST_F(WaitingTest, SemaphoreDoesNothing) {
   WqSemaphore semaphore{{1, 2, 3}};
   EXPECT_EQ(WqSemaphore_Create(&semaphore, 5, "name") + WqSemaphore_TryLock(&semaphore), 0);
   for (const auto call : {WqSemaphore_Lock, WqSemaphore_Unlock, WqSemaphore_Term}) call(&semaphore);
-  EXPECT_TRUE(semaphore.words[0] == 1 && semaphore.words[1] == 2 && semaphore.words[2] == 3);
+  EXPECT_EQ(std::vector(semaphore.words, semaphore.words + 3), (std::vector<uint32_t>{1, 2, 3}));
   WqSemaphore_Init(&semaphore);
-  EXPECT_EQ(semaphore.words[0] | semaphore.words[1] | semaphore.words[2], 0u);
+  EXPECT_EQ(std::vector(semaphore.words, semaphore.words + 3), std::vector<uint32_t>(3));
 }
 
 } // namespace

@@ -37,14 +37,14 @@ WqWord asked(WqWord arg1, WqWord arg2, WqWord arg3, uint32_t format, WqWord user
 } // namespace
 
 TEST_F(WqClipBoardTest, FormatsHaveBits) {
-  EXPECT_EQ(found({}), 0u);
-  EXPECT_EQ(found({CF_TEXT}), 0x2082u) << "with the two that are made of it";
-  EXPECT_EQ(found({CF_RIFF, CF_WAVE}), 0x1800u);
-  EXPECT_EQ(found({0x200, 0x20F}), 0x80010000u);
-  EXPECT_EQ(found({0x210, 0x2FF}), 0x00008001u);
-  EXPECT_EQ(found({0x211}), 0x2u) << "the bit of CF_TEXT";
-  EXPECT_EQ(found({CF_LOCALE, 0x1FF, 0x300 - 0x80, RegisterClipboardFormatA("wq test format")}), 1u << 16)
-      << "the others have none";
+  const UINT named = RegisterClipboardFormatA("wq test format");
+  // clang-format off
+  const std::pair<std::vector<UINT>, uint32_t> rows[] = {
+      {{}, 0}, {{CF_TEXT}, 0x2082}, {{CF_RIFF, CF_WAVE}, 0x1800}, // text comes with the two that are made of it
+      {{0x200, 0x20F}, 0x80010000}, {{0x210, 0x2FF}, 0x00008001}, {{0x211}, 0x2}, // the last has the bit of CF_TEXT
+      {{CF_LOCALE, 0x1FF, 0x300 - 0x80, named}, 1u << 16}}; // the others have none
+  // clang-format on
+  for (const auto &[formats, bits] : rows) EXPECT_EQ(found(formats), bits);
   EXPECT_EQ(found({0x201, CF_RIFF}, made(nullptr, {10, 10, 60, 60}).hwnd), 1u << CF_RIFF) << "of somebody else";
 
   putClip(nullptr, CF_TEXT, clipOf(narrow("text")));

@@ -1,9 +1,12 @@
 // The debug window: its settings, what is printed into it, how it is laid out, and the flash of repaint requests.
 
+#include "drawing/canvas.h"
 #include "support/aside.h"
 #include "support/desktop.h"
 #include "support/files.h"
 #include "windows/objects.h"
+
+#include <set>
 
 namespace {
 
@@ -42,10 +45,11 @@ class WqDbgWndTest : public ObjectTest {
     GetPrivateProfileStringA("StartUp", "DbgWnd", "none", text, sizeof text, cfg.path);
     return text;
   }
-  static std::string place() {
-    RECT rect = {};
-    GetWindowRect(window(), &rect);
-    return rectText(rect);
+  static std::string place() { return screenRect(window()); }
+  // Goes on with the loop until a call on another thread is over.
+  static void serve(const std::function<INT_PTR()> &call) {
+    const auto outcome = aside(call);
+    for (const DWORD start = GetTickCount(); !outcome->done && GetTickCount() - start < 5000;) WqWnd_WaitQueEmpty();
   }
 
  private:
@@ -53,9 +57,6 @@ class WqDbgWndTest : public ObjectTest {
 };
 
 TEST_F(WqDbgWndTest, ItsPlaceIsKeptInTheSettings) {
-  WqCfg_Write(&cfg, WQ_CFG_WRITE);
-  EXPECT_EQ(stored(), "none");
-  WqCfg_Write(&cfg, WQ_CFG_READ);
   WqDbgWnd_Config(&cfg);
   ASSERT_NE(list(), nullptr) << "without settings it is made";
   EXPECT_FALSE(WqDbgWnd_IsShow()) << "but not shown";
@@ -68,24 +69,17 @@ TEST_F(WqDbgWndTest, ItsPlaceIsKeptInTheSettings) {
 
 TEST_F(WqDbgWndTest, TheSettingsSayWhereAndWhether) {
   store("50,60,350,260,0");
-  WqDbgWnd_Config(&cfg);
-  EXPECT_EQ(window(), nullptr);
-  WqDbgWnd_Print("lost");
-  WqDbgWnd_Show(0);
+  WqDbgWnd_Config(&cfg), WqDbgWnd_Print("lost"), WqDbgWnd_Show(0);
   EXPECT_EQ(window(), nullptr);
   WqDbgWnd_Show(1);
   EXPECT_TRUE(WqDbgWnd_IsShow());
-  EXPECT_EQ(place().substr(0, 6), "50,60,");
-  EXPECT_EQ(lines(), "");
-  WqCfg_Write(&cfg, WQ_CFG_WRITE);
-  WqDbgWnd_Config(&cfg);
-  EXPECT_EQ(stored().substr(0, 6), "50,60,");
-  EXPECT_EQ(stored().back(), '0');
+  EXPECT_EQ(place().substr(0, 6) + lines(), "50,60,");
+  WqCfg_Write(&cfg, WQ_CFG_WRITE), WqDbgWnd_Config(&cfg);
+  EXPECT_EQ(stored().substr(0, 6) + stored().back(), "50,60,0");
 }
 
 TEST_F(WqDbgWndTest, AnUnreadablePlaceIsNotTaken) {
-  store("9,9,9,9,1");
-  WqDbgWnd_Config(&cfg);
+  store("9,9,9,9,1"), WqDbgWnd_Config(&cfg);
   EXPECT_EQ(place().substr(0, 4), "0,0,");
 }
 
@@ -102,17 +96,13 @@ TEST_F(WqDbgWndTest, LinesArePrinted) {
   uint8_t bytes[1 + 36] = {};
   for (uint8_t i = 0; i < 36; ++i) bytes[i + 1] = static_cast<uint8_t>(0xA0 + i);
   const uint8_t *const data = bytes + 1; // which needs no boundary
-  const auto dumped = [](auto dump, const void *from, uint32_t count) {
-    WqDbgWnd_Clear(), dump(from, count);
-    return lines();
-  };
-  EXPECT_EQ(dumped(WqDbgWnd_DumpHex2, data, 0), "");
-  EXPECT_EQ(dumped(WqDbgWnd_DumpHex2, data, 8), "00000000:A0 A1 A2 A3 A4 A5 A6 A7 |");
-  EXPECT_EQ(dumped(WqDbgWnd_DumpHex2, data, 9), "00000000:A0 A1 A2 A3 A4 A5 A6 A7 |00000008:A8 |");
-  EXPECT_EQ(dumped(WqDbgWnd_DumpHex4, data, 2), "00000000:A1A0 A3A2 |");
-  const std::string wide = dumped(WqDbgWnd_DumpHex8, data, 9);
-  EXPECT_EQ(wide.substr(0, 18), "00000000:A3A2A1A0 ");
-  EXPECT_EQ(wide.substr(wide.find('|')), "|00000008:C3C2C1C0 |") << "labels count items";
+  const auto dumped = [data](auto dump, uint32_t count) { return WqDbgWnd_Clear(), dump(data, count), lines(); };
+  EXPECT_EQ(dumped(WqDbgWnd_DumpHex2, 0), "");
+  EXPECT_EQ(dumped(WqDbgWnd_DumpHex2, 9), "00000000:A0 A1 A2 A3 A4 A5 A6 A7 |00000008:A8 |");
+  EXPECT_EQ(dumped(WqDbgWnd_DumpHex2, 8), "00000000:A0 A1 A2 A3 A4 A5 A6 A7 |");
+  EXPECT_EQ(dumped(WqDbgWnd_DumpHex4, 2), "00000000:A1A0 A3A2 |");
+  const std::string wide = dumped(WqDbgWnd_DumpHex8, 9); // labels count items
+  EXPECT_EQ(wide.substr(0, 18) + wide.substr(wide.find('|')), "00000000:A3A2A1A0 |00000008:C3C2C1C0 |");
 }
 
 TEST_F(WqDbgWndTest, ClosingHidesItAndKeepsItsLines) {
@@ -129,8 +119,7 @@ TEST_F(WqDbgWndTest, ClosingHidesItAndKeepsItsLines) {
   EXPECT_TRUE(WqDbgWnd_IsShow());
   EXPECT_EQ(lines(), "kept|hidden|");
   WqDbgWnd_TopMost();
-  const auto outcome = aside([] { return WqDbgWnd_Print("from elsewhere"), 0; });
-  for (const DWORD start = GetTickCount(); !outcome->done && GetTickCount() - start < 5000;) WqWnd_WaitQueEmpty();
+  serve([] { return WqDbgWnd_Print("from elsewhere"), 0; });
   EXPECT_EQ(lines(), "kept|hidden|from elsewhere|");
 }
 
@@ -139,27 +128,16 @@ TEST_F(WqDbgWndTest, ARepaintRequestFlashesAndTells) {
   Window &target = made(nullptr, {300, 300, 500, 500});
   ValidateRect(target.hwnd, nullptr);
   const RECT part = {10, 10, 60, 60};
-  const auto pixel = [&](int at) {
-    const HDC dc = GetDC(target.hwnd);
-    const COLORREF color = GetPixel(dc, at, at);
-    ReleaseDC(target.hwnd, dc);
-    return color;
-  };
-  bool black = false, white = false;
-  for (int i = 0; i < 100; ++i) {
-    WqInvalidateRectDbg(target.hwnd, &part, 0);
-    black |= pixel(30) == RGB(0, 0, 0) && pixel(10) == RGB(255, 255, 255);
-    white |= pixel(30) == RGB(255, 255, 255) && pixel(10) == RGB(0, 0, 0);
-  }
-  EXPECT_TRUE(black);
-  EXPECT_TRUE(white);
+  const auto pixel = [&](int at) { return pixelOf(target.hwnd, at, at); };
+  std::set<std::pair<COLORREF, COLORREF>> seen; // inside and on the outline
+  for (int i = 0; i < 100; ++i) WqInvalidateRectDbg(target.hwnd, &part, 0), seen.insert({pixel(30), pixel(10)});
+  EXPECT_EQ(seen, (std::set<std::pair<COLORREF, COLORREF>>{{0, 0xFFFFFF}, {0xFFFFFF, 0}}));
   EXPECT_FALSE(GetUpdateRect(target.hwnd, nullptr, FALSE)) << "nothing is invalid";
   EXPECT_EQ(lines(), "");
   WqInvalidateRectDbg(target.hwnd, nullptr, 1);
   EXPECT_EQ(pixel(0), RGB(255, 255, 255) - pixel(100)) << "the whole client area, with its outline";
   WqInvalidateRectDbg(nullptr, &part, 0);
-  const auto outcome = aside([&] { return WqInvalidateRectDbg(target.hwnd, &part, 0), 0; });
-  for (const DWORD start = GetTickCount(); !outcome->done && GetTickCount() - start < 5000;) WqWnd_WaitQueEmpty();
+  serve([&] { return WqInvalidateRectDbg(target.hwnd, &part, 0), 0; });
   EXPECT_EQ(lines(), "WqInvalidateRect(); Background erased.\n|WqInvalidateRect(); Invalidate whole Desctop! \n|"
                      "WqInvalidateRect(); current thread != window thread.\n|");
 }

@@ -42,24 +42,16 @@ class FileDialogTest : public ObjectTest {
 };
 
 TEST_F(FileDialogTest, TheRecordTiesItsTextsTogether) {
-  EXPECT_EQ(static_cast<void *>(&dialog), static_cast<void *>(&dialog.ofn));
-  EXPECT_EQ(dialog.ofn.lpstrTitle, dialog.title);
-  EXPECT_EQ(dialog.ofn.lpstrFile, dialog.fileName);
-  EXPECT_EQ(dialog.ofn.lpstrDefExt, dialog.defExt);
-  EXPECT_EQ(dialog.ofn.lpstrInitialDir, dialog.dir);
-  EXPECT_EQ(dialog.ofn.lpstrFilter, dialog.filter);
+  const OPENFILENAMEA &ofn = dialog.ofn;
+  EXPECT_EQ(std::tuple(ofn.lpstrTitle, ofn.lpstrFile, ofn.lpstrDefExt, ofn.lpstrInitialDir, ofn.lpstrFilter),
+            std::tuple(dialog.title, dialog.fileName, dialog.defExt, dialog.dir, dialog.filter));
   EXPECT_EQ(dialog.dir, currentFolder());
   wqMain.mainWnd = made(nullptr, {0, 0, 200, 100}).hwnd;
-  WqFileDialog_AddExt(&dialog, "Wave", "wav", 0);
-  WqFileDialog_SetOC(&dialog, 0xFF);
-  EXPECT_EQ(dialog.mode, 3u);
-  EXPECT_EQ(dialog.ofn.Flags, 0xA1024u);
-  EXPECT_EQ(dialog.ofn.hwndOwner, wqMain.mainWnd);
-  EXPECT_EQ(dialog.ofn.nMaxFile, 260u);
+  WqFileDialog_AddExt(&dialog, "Wave", "wav", 0), WqFileDialog_SetOC(&dialog, 0xFF);
+  EXPECT_EQ(std::tuple(dialog.mode, ofn.Flags, ofn.hwndOwner, ofn.nMaxFile),
+            std::tuple(3u, 0xA1024u, wqMain.mainWnd, 260u));
   WqFileDialog_SetOCEx(&dialog, 0, OFN_READONLY);
-  EXPECT_EQ(dialog.mode, 0u);
-  EXPECT_EQ(dialog.ofn.Flags, 0xA1027u);
-  EXPECT_EQ(WqFileDialog_IsReadOnly(&dialog), 1);
+  EXPECT_EQ(std::tuple(dialog.mode, ofn.Flags, WqFileDialog_IsReadOnly(&dialog)), std::tuple(0u, 0xA1027u, 1));
   EXPECT_STREQ(dialog.filter, "Wave(*.wav)") << "stays";
   WqFileDialog_SetOC(nullptr, 1);
 }
@@ -91,9 +83,7 @@ TEST_F(FileDialogTest, AChosenFileAndItsFolderStayInTheRecord) {
   WqFileDialog_AddExt(&dialog, "Wave", "wav", 1);
   std::string seen;
   EXPECT_NE(show({[&](HWND box) { seen = textOf(box), type("a.wav")(box); }}), 0);
-  EXPECT_EQ(seen, "Choose");
-  EXPECT_EQ(dialog.fileName, folder_ + "\\a.wav");
-  EXPECT_EQ(dialog.dir, folder_);
+  EXPECT_EQ(seen + ' ' + dialog.fileName + ' ' + dialog.dir, "Choose " + folder_ + "\\a.wav " + folder_);
   EXPECT_EQ(dialog.mode, WQ_FILEDIALOG_OPEN);
   EXPECT_EQ(currentFolder(), before);
   EXPECT_TRUE(IsWindowEnabled(wqMain.mainWnd));
@@ -101,8 +91,7 @@ TEST_F(FileDialogTest, AChosenFileAndItsFolderStayInTheRecord) {
 
   WqFileDialog_FileName(&dialog, "kept");
   EXPECT_EQ(show({type("typed", IDCANCEL)}), 0);
-  EXPECT_STREQ(dialog.fileName, "kept");
-  EXPECT_EQ(dialog.dir, folder_);
+  EXPECT_EQ(dialog.fileName + std::string(" ") + dialog.dir, "kept " + folder_);
 
   WqFileDialog_FileName(&dialog, "");
   WqFileDialog_SetOC(&dialog, 0);
@@ -112,16 +101,12 @@ TEST_F(FileDialogTest, AChosenFileAndItsFolderStayInTheRecord) {
 
 TEST_F(FileDialogTest, ARecordIsShownOnceAtATime) {
   wqMain.mainWnd = made(nullptr, {0, 0, 200, 100}).hwnd;
-  WqFileDialog_SetOC(&dialog, WQ_FILEDIALOG_OPEN);
-  WqFileDialog_Dir(&dialog, folder_.c_str());
+  WqFileDialog_SetOC(&dialog, WQ_FILEDIALOG_OPEN), WqFileDialog_Dir(&dialog, folder_.c_str());
+  uint32_t mode = 0;
   int inner = -1;
-  EXPECT_NE(show({[&](HWND box) {
-              EXPECT_EQ(dialog.mode, WQ_FILEDIALOG_OPEN | WQ_FILEDIALOG_SHOWN);
-              inner = WqFileDialog_Show(&dialog);
-              type("a.wav")(box);
-            }}),
-            0);
-  EXPECT_EQ(inner, 0);
+  const auto again = [&](HWND box) { mode = dialog.mode, inner = WqFileDialog_Show(&dialog), type("a.wav")(box); };
+  EXPECT_NE(show({again}), 0);
+  EXPECT_EQ(std::tuple(mode, inner), std::tuple(WQ_FILEDIALOG_OPEN | WQ_FILEDIALOG_SHOWN, 0));
 }
 
 TEST_F(FileDialogTest, AFolderIsChosenWithACaption) {
@@ -136,14 +121,13 @@ TEST_F(FileDialogTest, AFolderIsChosenWithACaption) {
       PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(id), 0);
     };
   };
-  {
-    const Answerer answerer({press(IDCANCEL)});
-    EXPECT_EQ(WqDir_Dlg(folder_.c_str(), "Caption", "prompt", 0, chosen), 0);
-  }
-  EXPECT_STREQ(chosen, "kept");
-  EXPECT_EQ(seen, "Caption owned");
-  const Answerer answerer({press(IDOK)});
-  EXPECT_EQ(WqDir_Dlg(folder_.c_str(), "Caption", "prompt", 1, chosen), 1);
+  const auto choose = [&](int id, int bits) {
+    const Answerer answerer({press(id)});
+    return WqDir_Dlg(folder_.c_str(), "Caption", "prompt", bits, chosen);
+  };
+  EXPECT_EQ(choose(IDCANCEL, 0), 0);
+  EXPECT_EQ(std::string(chosen) + ' ' + seen, "kept Caption owned");
+  EXPECT_EQ(choose(IDOK, 1), 1);
   EXPECT_EQ(chosen, folder_);
   CoUninitialize();
 }

@@ -62,7 +62,7 @@ TEST_F(WqTimerTest, AnElementCountsTheTimeSinceTheLastUpdate) {
     WqTimerElem_Init(&elem), WqTimerElem_Param(&elem, 1, note, 2, period);
     for (const uint32_t tick : ticks) due += static_cast<char>('0' + WqTimerElem_Update(&elem, tick));
     WqTimerElem_Param(&elem, 1, note, 2, 9);
-    EXPECT_TRUE(due == expected && elem.lastTick == ticks.back()) << period << ": " << due;
+    EXPECT_EQ(std::tuple(due, elem.lastTick), std::tuple(expected, ticks.back())) << period;
   }
 }
 
@@ -70,19 +70,23 @@ TEST_F(WqTimerTest, ElementsComeAndGoWhileTheServiceRuns) {
   insert(1), WqTimer_Start();
   const UINT_PTR timer = wqMain.timer.timerId;
   WqTimer_Start();
-  EXPECT_TRUE(take().empty() && ids().empty() && wqMain.timer.running && timer && wqMain.timer.timerId == timer);
+  EXPECT_EQ(take() + ids(), "") << "those from before it runs are not taken";
+  EXPECT_TRUE(wqMain.timer.running && timer);
+  EXPECT_EQ(wqMain.timer.timerId, timer);
   insert(1), insert(2), insert(3), insert(2);
   EXPECT_EQ(take() + " " + ids(), "1:1 2:1 3:1 2:1 2321");
   for (int n = 1; n <= 2; ++n) {
     const uint32_t blocks = wqMain.allocCount;
     AllocationFailure failure(n);
     insert(4);
-    EXPECT_TRUE(failure.happened() && told.empty() && ids() == "2321" && wqMain.allocCount == blocks);
+    EXPECT_TRUE(failure.happened());
+    EXPECT_EQ(std::tuple(take() + ids(), wqMain.allocCount), std::tuple(std::string("2321"), blocks));
   }
   WqTimer_Remove(2), WqTimer_Remove(9);
   EXPECT_EQ(take() + " " + ids(), "2:2 2:2 31");
   WqTimer_Stop(), WqTimer_Stop(), insert(5), WqTimer_Remove(1);
-  EXPECT_TRUE(!wqMain.timer.running && !wqMain.timer.timerId && told.empty() && ids() == "31");
+  EXPECT_TRUE(!wqMain.timer.running && !wqMain.timer.timerId);
+  EXPECT_EQ(take() + ids(), "31");
   WqTimer_Start(), tick(), tick();
   EXPECT_EQ(take(), "3:0 1:0") << "those from before go on";
 }

@@ -36,36 +36,41 @@ TEST_F(WqWndTest, AnObjectIsFilledInFirst) {
   WqWnd wnd, empty{};
   std::memset(&wnd, 0x55, sizeof wnd), WqWnd_Init(&wnd);
   empty.id = WQ_ID_BASE, empty.bkgrndBmp = -1, empty.createParam = wnd.createParam;
-  EXPECT_TRUE(listed(wqMain.wndList) == Objects{&wnd} && bytesOf(wnd) == bytesOf(empty));
+  EXPECT_EQ(listed(wqMain.wndList), Objects{&wnd});
+  EXPECT_EQ(bytesOf(wnd), bytesOf(empty));
   const SIZE size = {3, 4};
   const POINT point = {5, 6};
   WqWnd_ID(&wnd, 0x12), WqWnd_ID(&wnd, 0x21), WqWnd_BkgrndBitmap(&wnd, 7, &size, &point);
   WqWnd_SnapL(&wnd, &empty), WqWnd_SnapT(&wnd, nullptr), WqWnd_SnapR(&wnd, &wnd), WqWnd_SnapB(&wnd, &empty);
   WqWnd_Ds(&wnd, WQ_DS_KEEP_W), WqWnd_ClearSnap(&wnd, WQ_DS_SNAP_L | WQ_DS_SNAP_R);
-  EXPECT_TRUE(wnd.id == 0x40000033 && wnd.flags == (WQ_DS_KEEP_W | WQ_DS_SNAP_T | WQ_DS_SNAP_B));
-  EXPECT_TRUE(wnd.snapLeft == &empty && !wnd.snapTop && wnd.snapRight == &wnd && wnd.snapBottom == &empty);
-  EXPECT_TRUE(wnd.bkgrndBmp == 7 && wnd.bkgrndSize.cy == 4 && wnd.bkgrndPos.x == 5 && WqWnd_Config(&wnd) == 1);
+  EXPECT_EQ(std::tuple(wnd.id, wnd.flags), std::tuple(0x40000033u, WQ_DS_KEEP_W | WQ_DS_SNAP_T | WQ_DS_SNAP_B));
+  EXPECT_EQ((Objects{wnd.snapLeft, wnd.snapTop, wnd.snapRight, wnd.snapBottom}),
+            (Objects{&empty, nullptr, &wnd, &empty}));
+  EXPECT_EQ(std::tuple(wnd.bkgrndBmp, wnd.bkgrndSize.cy, wnd.bkgrndPos.x), std::tuple(7, 4, 5));
   const std::string fits(79, 'x'), whole(80, 'q');
   WqWndParam &made = *wnd.createParam, param;
   WqWnd_Style(&wnd, 1), WqWnd_Style(&wnd, 2), WqWnd_ExStyle(&wnd, 4), WqWnd_Layered(&wnd, 50);
   WqWnd_Title(&wnd, (fits + "\x83\x5C").c_str()), WqWnd_ClassName(&wnd, (fits + "yz").c_str());
-  EXPECT_TRUE(made.style == 3 && made.exStyle == (4 | WS_EX_LAYERED) && made.title == fits &&
-              made.className == fits + "y");
+  EXPECT_EQ(std::tuple(made.style, made.exStyle), std::tuple(3u, 4u | WS_EX_LAYERED));
+  EXPECT_EQ(made.title + std::string("|") + made.className, fits + '|' + fits + 'y');
   std::memset(&param, 'q', sizeof param), WqWnd_InitHeapParam(&wnd, &param);
-  EXPECT_TRUE(made.style == 0x71717171 && made.className == whole && made.title == whole);
+  EXPECT_EQ(made.style, 0x71717171u);
+  EXPECT_EQ(made.title + std::string("|") + made.className, whole + '|' + whole);
   WqWnd_Term(&wnd), WqWnd_Term(&wnd);
   EXPECT_EQ(wqMain.allocCount, blocks + 1) << "the node of the list";
-  const std::string before = bytesOf(wnd);
+  const std::string before = bytesOf(wnd); // without parameters and a window nothing happens:
   WqWnd_Style(&wnd, 1), WqWnd_ExStyle(&wnd, 1), WqWnd_Title(&wnd, "x"), WqWnd_ClassName(&wnd, "x");
   WqWnd_InitHeapParam(&wnd, &param), WqWnd_SetMsgReq(&wnd, 3), WqWnd_MaxSize(&wnd, 1, 1), WqWnd_MixSize(&wnd, 1, 1);
   WqWnd_Layered(&wnd, 50), WqWnd_LayeredOff(&wnd), WqWnd_Enable(&wnd, 1), WqWnd_Focus(&wnd), WqWnd_Center(&wnd, &wnd);
   WqWnd_InvalidateRect(&wnd, nullptr), WqWnd_Update(&wnd), WqWnd_EnableMenuItem(&wnd, SC_CLOSE, 1);
-  EXPECT_TRUE(bytesOf(wnd) == before && !WqWnd_Create(&wnd) && !WqWnd_Show(&wnd, 1) && !WqWnd_Show(&wnd, 0));
-  EXPECT_TRUE(!WqWnd_GetDC(&wnd) && !WqWnd_OrderTop(&wnd) && !WqWnd_HitTest(&wnd, &point));
+  EXPECT_EQ(std::tuple(WqWnd_Create(&wnd), WqWnd_Show(&wnd, 1), WqWnd_Show(&wnd, 0)), std::tuple(HWND{}, 0, 0));
+  EXPECT_EQ(std::tuple(WqWnd_GetDC(&wnd), WqWnd_OrderTop(&wnd), WqWnd_HitTest(&wnd, &point)), std::tuple(HDC{}, 0, 0));
+  EXPECT_EQ(bytesOf(wnd), before);
   for (int n = 1; n <= 2; ++n) { // of the node and of the parameters
     AllocationFailure failure(n);
     WqWnd_Init(&wnd);
-    EXPECT_TRUE(failure.happened() && !wnd.createParam && !wnd.id && !wnd.bkgrndBmp && !WqWnd_Create(&wnd));
+    EXPECT_TRUE(failure.happened());
+    EXPECT_EQ(std::tuple(wnd.createParam, wnd.id, wnd.bkgrndBmp), std::tuple(nullptr, 0u, 0));
   }
 }
 
@@ -81,28 +86,37 @@ TEST_F(WqWndTest, AWindowIsMadeWithWidthAndHeightOneMore) {
   WqWnd_ID(&child, 5), WqWnd_Title(&child, "child"), WqWnd_Ds(&child, WQ_DS_KEEP_W), WqWnd_Style(&child, WS_BORDER);
   EXPECT_EQ(WqWnd_Create(&child), child.hwnd);
   EXPECT_EQ(seen, (std::vector<uint32_t>{WM_CREATE, WQM_LAYOUT}));
-  EXPECT_TRUE(edges(child.rect) == (Edges{10, 20, 60, 50}) && placeOf(child) == edges(child.rect));
+  EXPECT_EQ(edges(child.rect), (Edges{10, 20, 60, 50}));
+  EXPECT_EQ(placeOf(child), edges(child.rect));
   char name[40] = "";
   GetClassNameA(child.hwnd, name, sizeof name);
-  EXPECT_TRUE(GetWindowLongA(child.hwnd, GWL_ID) == 0x40000005 && !std::strcmp(name, "WQ_WND_CLASS") &&
-              titleOf(child.hwnd) == "child");
-  EXPECT_TRUE(listed(frame.dependants) == Objects{&child} && child.msgReq == 1);
-  EXPECT_TRUE(!child.createParam && !WqWnd_Create(&child) && IsWindow(child.hwnd) && !WqWnd_RegClass(wqMain.instance));
+  EXPECT_EQ(name + titleOf(child.hwnd), "WQ_WND_CLASSchild");
+  EXPECT_EQ(GetWindowLongA(child.hwnd, GWL_ID), 0x40000005);
+  EXPECT_FALSE(WqWnd_RegClass(wqMain.instance)) << "there is one already";
+  const HWND first = child.hwnd;
+  EXPECT_EQ(WqWnd_Create(&child), nullptr) << "a second time";
+  EXPECT_EQ(std::tuple(child.hwnd, child.createParam), std::tuple(first, static_cast<WqWndParam *>(nullptr)));
+  EXPECT_EQ(listed(frame.dependants), Objects{&child});
   WqWnd_SetMsgReq(&child, 4);
-  EXPECT_TRUE(listed(frame.dependants) == (Objects{&child, &child}) && child.msgReq == 5);
+  EXPECT_EQ(listed(frame.dependants), (Objects{&child, &child}));
+  EXPECT_EQ(child.msgReq, 5u);
   WqWnd_DelMsgReq(&child, 4), frame.msgReq = 7, WqWnd_DelMsgReq(&frame, 2);
-  EXPECT_TRUE(!frame.dependants && child.msgReq == 1 && frame.msgReq == 5);
+  EXPECT_EQ(std::tuple(frame.dependants, child.msgReq, frame.msgReq), std::tuple(nullptr, 1u, 5u));
 
   WNDCLASSA foreignClass = {};
   foreignClass.lpfnWndProc = DefWindowProcA, foreignClass.lpszClassName = "foreign", RegisterClassA(&foreignClass);
   Window &foreign = object(&frame), &unknown = object(&frame);
   WqWnd_ClassName(&foreign, "foreign"), WqWnd_ClassName(&unknown, "no such class");
-  EXPECT_TRUE(IsWindow(WqWnd_Create(&foreign)) && foreign.hwnd && WqWnd_Show(&foreign, 0) && !foreign.hwnd);
-  EXPECT_TRUE(!WqWnd_Create(&unknown) && !unknown.hwnd && !unknown.createParam);
+  EXPECT_TRUE(IsWindow(WqWnd_Create(&foreign)) && foreign.hwnd);
+  EXPECT_TRUE(WqWnd_Show(&foreign, 0) && !foreign.hwnd);
+  EXPECT_EQ(WqWnd_Create(&unknown), nullptr);
+  EXPECT_TRUE(!unknown.hwnd && !unknown.createParam);
   for (const uint32_t last : {uint32_t{WM_CREATE}, WQM_LAYOUT}) { // ends while it is made
     Window &brief = object(&frame, {}, [=](const WqMsg &msg) { return msg.msg == last ? DestroyWindow(msg.hwnd) : 0; });
     WqWnd_SnapL(&brief, nullptr), brief.result = -1;
-    EXPECT_TRUE(!WqWnd_Create(&brief) && !brief.hwnd && !brief.createParam && !frame.dependants) << last;
+    EXPECT_EQ(WqWnd_Create(&brief), nullptr) << last;
+    EXPECT_TRUE(!brief.hwnd && !brief.createParam) << last;
+    EXPECT_EQ(frame.dependants, nullptr) << last;
   }
 }
 
@@ -117,22 +131,25 @@ TEST_F(WqWndTest, TheWindowTakesWhatItsObjectIsTold) {
     BYTE alpha = 77;
     DWORD flags = 0;
     WqWnd_Layered(&wnd, percent), GetLayeredWindowAttributes(wnd.hwnd, nullptr, &alpha, &flags);
-    EXPECT_TRUE(alpha == expected && flags == LWA_ALPHA) << percent;
+    EXPECT_EQ(std::tuple(int{alpha}, flags), std::tuple(expected, DWORD{LWA_ALPHA})) << percent;
   }
   WqWnd_LayeredOff(&wnd);
   EXPECT_TRUE(!has(wnd, GWL_EXSTYLE, WS_EX_LAYERED) && has(wnd, GWL_EXSTYLE, WS_EX_TOOLWINDOW));
   for (const int on : {0, 5}) {
     WqWnd_Enable(&wnd, on), WqWnd_EnableMenuItem(&wnd, SC_CLOSE, on);
-    const UINT state = GetMenuState(GetSystemMenu(wnd.hwnd, FALSE), SC_CLOSE, MF_BYCOMMAND);
-    EXPECT_TRUE(!IsWindowEnabled(wnd.hwnd) == !on && (state & MF_DISABLED) == (on ? MF_DISABLED : 0u)) << on;
+    EXPECT_EQ(IsWindowEnabled(wnd.hwnd) != 0, on != 0);
+    EXPECT_EQ(GetMenuState(GetSystemMenu(wnd.hwnd, FALSE), SC_CLOSE, MF_BYCOMMAND) & MF_DISABLED,
+              on ? MF_DISABLED : 0u);
   }
   SetFocus(nullptr), WqWnd_Focus(&wnd);
-  EXPECT_TRUE(GetFocus() == wnd.hwnd && WqWnd_OrderTop(&wnd) && has(wnd, GWL_EXSTYLE, WS_EX_TOPMOST));
-  EXPECT_TRUE(placeOf(wnd) == edges(wnd.rect) && ReleaseDC(wnd.hwnd, WqWnd_GetDC(&wnd)));
+  EXPECT_EQ(GetFocus(), wnd.hwnd);
+  EXPECT_TRUE(WqWnd_OrderTop(&wnd) && has(wnd, GWL_EXSTYLE, WS_EX_TOPMOST));
+  EXPECT_TRUE(ReleaseDC(wnd.hwnd, WqWnd_GetDC(&wnd)));
+  EXPECT_EQ(placeOf(wnd), edges(wnd.rect));
   const RECT part = {3, 4, 50, 60};
   RECT update = {};
-  WqWnd_Update(&wnd), WqWnd_InvalidateRect(&wnd, &part);
-  EXPECT_TRUE(GetUpdateRect(wnd.hwnd, &update, FALSE) && edges(update) == edges(part));
+  WqWnd_Update(&wnd), WqWnd_InvalidateRect(&wnd, &part), GetUpdateRect(wnd.hwnd, &update, FALSE);
+  EXPECT_EQ(edges(update), edges(part));
   WqWnd_Update(&wnd);
   EXPECT_FALSE(GetUpdateRect(wnd.hwnd, nullptr, FALSE));
   const std::pair<POINT, int> hits[] = {{{100, 100}, 1}, {{99, 150}, 0}, {{300, 200}, 1}, {{301, 200}, 0}};
@@ -145,13 +162,15 @@ TEST_F(WqWndTest, ShowingMakesHidesAndEnds) {
   EXPECT_EQ(WqWnd_Show(&wnd, 0), 0);
   for (int i = 0; i < 2; ++i) {
     EXPECT_TRUE(WqWnd_Show(&wnd, -1) == 1 && IsWindowVisible(wnd.hwnd));
-    EXPECT_TRUE(WqWnd_Show(&wnd, 0) == 1 && IsWindow(wnd.hwnd) && !IsWindowVisible(wnd.hwnd));
+    EXPECT_TRUE(WqWnd_Show(&wnd, 0) == 1 && !IsWindowVisible(wnd.hwnd));
   }
   HWND hwnd = wnd.hwnd;
   wnd.id = WQ_ID_BASE;
-  EXPECT_TRUE(WqWnd_Show(&wnd, 0) == 1 && !wnd.hwnd && !IsWindow(hwnd) && !WqWnd_Show(&wnd, 1) && !WqWnd_Show(&wnd, 0));
+  EXPECT_EQ(WqWnd_Show(&wnd, 0), 1);
+  EXPECT_TRUE(!wnd.hwnd && !IsWindow(hwnd));
+  EXPECT_EQ(std::tuple(WqWnd_Show(&wnd, 1), WqWnd_Show(&wnd, 0)), std::tuple(0, 0)) << "it can't be made again";
   WqWnd_Init(&wnd), WqWnd_Show(&wnd, 1), SendMessageA(wnd.hwnd, WM_CLOSE, 0, 0);
-  EXPECT_TRUE(!wnd.createParam && !wnd.hwnd && !WqWnd_Show(&wnd, 1));
+  EXPECT_EQ(std::tuple(wnd.createParam, wnd.hwnd, WqWnd_Show(&wnd, 1)), std::tuple(nullptr, nullptr, 0));
   EXPECT_EQ(listed(wqMain.wndList), (Objects{&wnd, &wnd}));
 }
 

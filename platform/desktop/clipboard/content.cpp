@@ -10,7 +10,7 @@ namespace {
 
 using From = ClipItem::From;
 
-// The owner's own handles are the owner's to free; a block that the program has freed may be another one now.
+// Frees an item's data. The owner frees its own handles itself. freeBlock skips a block that the program has freed.
 void freeItem(ClipItem &item) {
   const bool own = item.from == From::program && clipKindOf(item.format) == ClipKind::own;
   if (item.handle && !own) {
@@ -66,7 +66,7 @@ void ClipContent::give(UINT format, HANDLE handle, BlockBytes block) {
   item->handle = handle;
   item->block = std::move(block);
   if (rendered) return;
-  for (ClipItem &one : items_) // what was made of the former data
+  for (ClipItem &one : items_) // their data were made from the former ones
     if (one.from == From::made) freeItem(one);
 }
 

@@ -1,4 +1,4 @@
-// What lies on the clipboard, in the order in which it came there.
+// The content of the clipboard, in the order in which its formats were added.
 #pragma once
 
 #include "platform/desktop/clipboard/exchange.h"
@@ -10,42 +10,42 @@ namespace platform {
 
 struct ClipItem {
   enum class From {
-    program, // given with its data, or promised
-    others,  // another program has it
-    made     // from another one of its family
+    program, // by the program, with data or as a promise
+    others,  // by another program
+    made     // from another format of the same family
   };
 
   UINT format;
   From from;
-  HANDLE handle = nullptr; // null as long as the data aren't there
-  BlockBytes block;        // of the handle, where it stands for one
-  std::string type;        // by which another program has it
+  HANDLE handle = nullptr; // null until the data are there
+  BlockBytes block;        // the memory behind the handle, if it is a block
+  std::string type;        // the type that another program offers it by
 };
 
 class ClipContent {
  public:
   const std::vector<ClipItem> &items() const { return items_; }
   ClipItem *find(UINT format);
-  // The one from which a made one is made: such as are there before such as aren't. Null when there is none.
+  // The item from which a made item gets its data, preferably one with data. Null if there is none.
   const ClipItem *sourceOf(UINT format);
-  // The one whose data go to other programs as a type. Null when there is none.
+  // The item whose data other programs get as a type. Null if there is none.
   const ClipItem *forType(const std::string &type);
   bool hasPromises() const;
 
-  // Puts the program's data there, or a promise, in the place of others of the same format.
+  // Sets the data of a format by the program, or promises them if handle is null.
   void give(UINT format, HANDLE handle, BlockBytes block);
   void addOfOthers(UINT format, const std::string &type);
-  // What another program has given is the program's own from here on. What it hasn't goes, and its private formats.
+  // Makes the items of another program the program's own. Items without data go, and so do private formats.
   void adopt();
-  // Adds what can be made of the rest.
+  // Adds the formats that can be made from the present ones.
   void addMade();
-  // Data that have come. Those of a format that has some already, or that is gone, are freed.
+  // Takes over data that have arrived. They are freed if the format is gone or has data already.
   void keep(UINT format, HANDLE handle);
-  // Takes promises away, and what could be made of nothing else. Result: whether there were any.
+  // Removes promises, and formats that could only be made from them. Result: whether there were promises.
   bool dropPromises();
   void clear();
 
-  // The types by which other programs can have it.
+  // The types that other programs can ask for.
   std::vector<std::string> types() const;
 
  private:

@@ -10,7 +10,7 @@ namespace platform {
 
 namespace {
 
-constexpr LCID kLocale = 0x0411; // that of code page 932
+constexpr LCID kLocale = 0x0411; // the locale of code page 932
 
 HANDLE blockOf(const void *bytes, size_t size) {
   const HGLOBAL block = size > 0 ? GlobalAlloc(GMEM_MOVEABLE, size) : nullptr;
@@ -21,7 +21,7 @@ HANDLE blockOf(const void *bytes, size_t size) {
 }
 HANDLE blockOf(const std::string &bytes) { return blockOf(bytes.data(), bytes.size()); }
 
-// A text of any of the formats, up to its NUL.
+// The text of any text format, up to its NUL.
 std::u16string textOf(const ClipData &data) {
   const std::span<const uint8_t> bytes = data.block.span();
   if (data.format == CF_UNICODETEXT) {
@@ -42,7 +42,7 @@ HANDLE blockOfText(UINT format, const std::u16string &text) {
 
 HANDLE makeText(UINT format, const ClipData &from) {
   if (from.format == CF_UNICODETEXT && from.block.size < sizeof(char16_t)) return nullptr;
-  if (format != CF_UNICODETEXT && from.format != CF_UNICODETEXT) // the same code page
+  if (format != CF_UNICODETEXT && from.format != CF_UNICODETEXT) // both are code page 932
     return blockOf(from.block.at.get(), from.block.size);
   return blockOfText(format, textOf(from));
 }
@@ -71,7 +71,7 @@ std::string pictureAsType(const ClipData &data, const std::string &type) {
   return bitmap ? pngOfImage(bitmap->image) : std::string();
 }
 
-// Lines end with LF in other programs' texts, and with CR LF here.
+// Texts of other programs end lines with LF, the clipboard's text formats with CR LF.
 std::string withoutReturns(std::string text) {
   size_t to = 0;
   for (size_t at = 0; at < text.size(); ++at)

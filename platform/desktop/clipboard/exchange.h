@@ -1,5 +1,5 @@
-// Data of one format made into another, and into what other programs take and give. Everything here works on its own copy
-// and needs no lock, since pictures and long texts take a while.
+// Converts clipboard data between formats, and to and from the types of other programs. Everything here works on its
+// own copy of the data and needs no lock, since pictures and long texts take a while.
 #pragma once
 
 #include "platform/kernel/globalmem.h"
@@ -14,23 +14,23 @@ struct ClipData {
   UINT format = 0;
   BlockBytes block;
   QImage picture; // of a bitmap
-  int bits = 0;   // that a pixel of the bitmap has
+  int bits = 0;   // per pixel of the bitmap
 };
 
-// What the handle of a format stands for. Nothing for a handle that is none.
+// The data behind the handle of a format; empty for an invalid handle.
 ClipData clipDataOf(UINT format, HANDLE handle);
 inline bool isNone(const ClipData &data) { return !data.block.at && data.picture.isNull(); }
 
-// New data of a format, made from one that is of the same family. Result: null for data that hold nothing of the kind.
+// New data of a format, made from another format of the same family. Result: null if the source holds no valid data.
 HANDLE makeClipData(UINT format, const ClipData &from);
-// The locale beside a text.
+// The data of CF_LOCALE.
 HANDLE makeClipLocale();
-// New data of a format from what another program has given as this type.
+// New data of a format, from data of a type that another program has given.
 HANDLE clipDataFromType(UINT format, const std::string &type, const std::string &bytes);
-// Data for another program, as one of the types of their format. Empty for data that hold nothing of the kind.
+// Data for another program, as one of their format's types. Empty if the source holds no valid data.
 std::string clipDataAsType(const ClipData &data, const std::string &type);
 
-// For data that nobody shall see any more.
+// Frees data that were not handed out.
 void freeClipData(UINT format, HANDLE handle);
 
 } // namespace platform

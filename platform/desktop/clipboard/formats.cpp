@@ -11,19 +11,19 @@ namespace platform {
 
 namespace {
 
-// Between programs on this layer: with the name of a registered format, or the number of another one.
+// Types between programs on this layer: with a registered format's name, or with any other format's number.
 constexpr std::string_view kNamedType = "application/x-windows-clipboard; format=\"";
 constexpr std::string_view kNumberedType = "application/x-windows-clipboard; number=";
 
 constexpr UINT kFirstRegistered = 0xC000, kLastRegistered = 0xFFFF;
 constexpr size_t kLongestName = 255;
 
-// That keeps everything first.
+// The first format of a family loses nothing.
 constexpr UINT kTexts[] = {CF_UNICODETEXT, CF_TEXT, CF_OEMTEXT}, kPictures[] = {CF_DIB, CF_DIBV5, CF_BITMAP};
 
 bool isIn(UINT format, UINT first, UINT last) { return format >= first && format <= last; }
 
-// Handles that mean nothing to another program, and what only goes with the text.
+// Whether a format never goes to other programs: its handle means nothing there, or it only accompanies a text.
 bool staysHere(UINT format) {
   constexpr UINT kStaying[] = {CF_METAFILEPICT, CF_ENHMETAFILE,     CF_LOCALE,
                                CF_OWNERDISPLAY, CF_DSPMETAFILEPICT, CF_DSPENHMETAFILE};
@@ -33,7 +33,7 @@ bool staysHere(UINT format) {
 }
 
 struct Registered {
-  std::vector<std::string> names; // the first has the first number
+  std::vector<std::string> names; // by number, from the first registered one on
   std::map<std::u16string, UINT> numbers;
 };
 
@@ -42,7 +42,7 @@ Registered &registered() {
   return *all;
 }
 
-// A type is ASCII and its parameter ends with a quotation mark, so other bytes of a name are written in hexadecimal.
+// A type is ASCII and its parameter ends with a quotation mark. So a name's other bytes are written in hexadecimal.
 std::string quoted(std::string_view name) {
   constexpr const char *kDigits = "0123456789ABCDEF";
   std::string text;

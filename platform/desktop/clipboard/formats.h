@@ -1,4 +1,4 @@
-// Formats of data on the clipboard: what stands for them in the program, and by what types other programs know them.
+// Clipboard formats: the kind of their handles, and the types by which other programs know them.
 #pragma once
 
 #include "platform/winapi.h"
@@ -10,27 +10,28 @@
 
 namespace platform {
 
-// What the handle of a format is.
+// The kind of a format's handle.
 enum class ClipKind {
-  block,  // of global memory
+  block,  // global memory
   bitmap, //
-  object, // another one to draw with
-  own     // the owner's: any number
+  object, // another drawing object
+  own     // any number of the owner's
 };
 ClipKind clipKindOf(UINT format);
 
-// Formats of which any can be made from any other: text, and pictures. In the order in which they are looked for and made.
-std::span<const UINT> clipFamilyOf(UINT format); // with the format; empty for one that has none
+// The family of a format, such as all text formats: each can be made from each other one. The order is that of
+// preference.
+std::span<const UINT> clipFamilyOf(UINT format); // includes the format; empty if it has no family
 bool isClipText(UINT format);
 
-// A registered format. Result: 0 for a name that is none.
+// Registers a format, or finds it. Result: 0 for an invalid name.
 UINT registerClipFormat(std::string_view name);
-// In code page 932. Empty for a number that has none.
+// The name of a registered format, in code page 932; empty for any other number.
 const std::string &clipFormatName(UINT format);
 
-// The types by which a format's data go to other programs; none where they stay in this one.
+// The types by which a format's data go to other programs; empty if they stay in this program.
 std::vector<std::string> typesOfClipFormat(UINT format);
-// The format that data of a type are; 0 for none. A name that is new gets registered.
+// The format of a type's data; 0 for none. The name in a type is registered if it is new.
 UINT clipFormatOfType(std::string_view type);
 
 inline constexpr const char *kTextType = "text/plain", *kUtf8Type = "text/plain;charset=utf-8";

@@ -1,4 +1,4 @@
-// Which controls there are.
+// The controls of this layer.
 
 #include "platform/winapi/controls.h"
 

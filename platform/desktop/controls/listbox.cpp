@@ -1,4 +1,4 @@
-// The list box's items and what of them is selected.
+// The items of a list box, and the selection.
 
 #include "platform/desktop/controls/listbox.h"
 
@@ -45,7 +45,7 @@ LRESULT ListBox::setData(int index, ULONG_PTR data) {
   return TRUE;
 }
 
-// Of an item and a text that is none yet, or a word.
+// Compares an item with a new text, or with a new item's data.
 int ListBox::compare(int index, LPARAM text) const {
   if (hasStrings()) return compareLines(lines_.at(static_cast<size_t>(index)), recordAt<const char>(text));
   COMPAREITEMSTRUCT record{};
@@ -60,7 +60,7 @@ int ListBox::compare(int index, LPARAM text) const {
   return static_cast<int>(ask(WM_COMPAREITEM, record.CtlID, addressOf(record)));
 }
 
-// In front of its equals.
+// The place of a new item in a sorted list, in front of equal ones.
 int ListBox::placeFor(LPARAM text) const {
   int from = 0, to = count_;
   while (from < to && to <= count_) {
@@ -113,7 +113,7 @@ LRESULT ListBox::erase(int index) {
   if (!isThere(index)) return LB_ERR;
   tellErased(index);
   if (gone_ || !isThere(index)) return LB_ERR;
-  refreshFrom(index); // while it is still known how far it reaches
+  refreshFrom(index); // its area is known only before the removal
   if (hasStrings()) lines_.erase(static_cast<size_t>(index));
   eraseAt(data_, index);
   eraseAt(selected_, index);
@@ -172,7 +172,7 @@ LRESULT ListBox::copyText(int index, LPARAM room) const {
   return length;
 }
 
-// From the item behind one round to that one.
+// Searches from the item behind a given one, round the end, up to the given one itself.
 LRESULT ListBox::find(int after, LPARAM text, bool whole) const {
   const std::string wanted = hasStrings() && text ? foldedLine(recordAt<const char>(text)) : "";
   if (hasStrings() && wanted.empty()) return LB_ERR;
@@ -268,7 +268,7 @@ LRESULT ListBox::setSelected(int index, bool selected) {
   return LB_OKAY;
 }
 
-// room: null only counts.
+// room: null to count only.
 int ListBox::selectedItems(int *room, int size) const {
   int found = 0;
   for (int index = 0; index < count_ && found < size; ++index)

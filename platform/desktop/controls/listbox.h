@@ -1,5 +1,5 @@
-// A list box. It belongs to one thread and works under the desktop's lock. What it asks and tells its parent runs
-// procedures of the program, which may change or end the list; so after each such call it looks what is there.
+// A list box. It belongs to one thread and works under the desktop's lock. Messages to its parent run procedures of the
+// program, which may change or destroy the list. So its state is looked at again after each message.
 #pragma once
 
 #include "platform/desktop/controls/listlines.h"
@@ -44,7 +44,7 @@ class ListBox : public Answerer {
   int selectedItems(int *room, int size) const;
   void setCaret(int index);
 
-  // ---- What is seen (listview.cpp)
+  // ---- The view (listview.cpp)
   std::optional<LRESULT> answerView(UINT message, WPARAM wParam, LPARAM lParam);
   void measureAll();
   int measured(int index) const;
@@ -93,21 +93,21 @@ class ListBox : public Answerer {
   bool drawn_ = true; // WM_SETREDRAW
 
   int count_ = 0;
-  ListLines lines_;              // with strings
-  std::deque<ULONG_PTR> data_;   // empty as long as all are 0
-  std::deque<uint8_t> selected_; // where several can be
-  std::deque<uint8_t> heights_;  // where each item has its own
-  int current_ = -1;             // where one can be
-  int caret_ = -1;               // the one with the focus
-  int anchor_ = -1;              // where a range begins
+  ListLines lines_;              // only with strings
+  std::deque<ULONG_PTR> data_;   // empty while all are 0
+  std::deque<uint8_t> selected_; // only with multiple selection
+  std::deque<uint8_t> heights_;  // only with variable heights
+  int current_ = -1;             // only with single selection
+  int caret_ = -1;               // the item with the focus
+  int anchor_ = -1;              // the item where a range begins
 
-  HFONT font_ = nullptr; // null: the system's
+  HFONT font_ = nullptr; // null for the system's
   int height_ = 1;       // of each item
   int top_ = 0;
-  int extent_ = 0, offset_ = 0; // pixels to the right that can be scrolled to, and are
+  int extent_ = 0, offset_ = 0; // in pixels: the width to scroll, and the place scrolled to
   bool hasFocus_ = false;
   bool captured_ = false;
-  int turned_ = 0; // of the wheel, not yet a line
+  int turned_ = 0; // the wheel's turn that makes no whole line yet
 
   bool isMultiple() const { return style_ & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL); }
   bool isDrawnByOwner() const { return style_ & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE); }
@@ -116,7 +116,7 @@ class ListBox : public Answerer {
   bool isVariable() const { return style_ & LBS_OWNERDRAWVARIABLE; }
 };
 
-// What of the records for the parent is the same in all of them.
+// A record for the parent with the members that all records have.
 template <typename Record> Record ListBox::recordFor(int index) const {
   Record record{};
   const Window *const self = recordOf(handle_);

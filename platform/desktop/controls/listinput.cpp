@@ -1,4 +1,4 @@
-// What the user does to a list box.
+// Input for a list box.
 
 #include "platform/desktop/controls/listbox.h"
 #include "platform/desktop/messages/devices.h"
@@ -54,7 +54,7 @@ void ListBox::pressed(POINT at, WPARAM keys) {
   SetTimer(handle_, kScroll, kScrollTime, nullptr);
 }
 
-// The selection follows the pointer; beyond an edge the list scrolls.
+// The selection follows the pointer. Beyond an edge the list scrolls.
 void ListBox::dragged(POINT at) {
   if (!captured_ || !count_) return;
   const RECT all = area();
@@ -80,7 +80,7 @@ void ListBox::released() {
 
 // ---- The keyboard
 
-// Where a key or a character takes the selection.
+// Moves the selection to an item, after a key or a character.
 void ListBox::goTo(int index, bool extends) {
   if (!count_) return;
   index = std::clamp(index, 0, count_ - 1);
@@ -126,7 +126,7 @@ void ListBox::keyDown(WPARAM key) {
   }
 }
 
-// To the next item that begins with the character.
+// Goes to the next item that begins with the character.
 void ListBox::typed(WPARAM character) {
   const char text[] = {static_cast<char>(character), '\0'};
   LRESULT wanted = -1;

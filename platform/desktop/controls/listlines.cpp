@@ -51,7 +51,7 @@ void ListLines::compact() {
 
 namespace {
 
-// In the order of sorting, of a character whose case is folded.
+// The sorting rank of a character in folded case.
 int rankOf(char16_t character) {
   constexpr int kDigits = 0x100, kLetters = 0x200;
   if (character >= '0' && character <= '9') return kDigits + character;
@@ -61,7 +61,7 @@ int rankOf(char16_t character) {
 
 bool isSlight(char16_t character) { return character == '-' || character == '\''; }
 
-// One that holds signs of the slight kind only in its second half of the comparison.
+// A text without the characters that count only between otherwise equal texts.
 std::u16string withoutSlight(std::u16string text) {
   std::erase_if(text, isSlight);
   return text;
@@ -76,7 +76,7 @@ int compareRanks(const std::u16string &one, const std::u16string &other) {
 
 char small(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
-// Byte by byte. Trail bytes are left alone, and so is the second case of wide letters, which have double-byte codes.
+// Walks through a text in small letters, byte by byte. Double-byte codes keep their case.
 template <typename Byte> bool walkFolded(const char *text, Byte byte) {
   for (; *text; ++text) {
     const bool isDouble = isLeadByte(static_cast<unsigned char>(*text)) && text[1];

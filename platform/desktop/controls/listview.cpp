@@ -1,4 +1,4 @@
-// What of a list box is seen: heights, scrolling, painting.
+// The view of a list box: heights, scrolling, painting.
 
 #include "platform/desktop/controls/listbox.h"
 #include "platform/desktop/guards.h"
@@ -13,8 +13,8 @@ namespace {
 
 template <typename Record> Record &recordAt(LPARAM address) { return *reinterpret_cast<Record *>(address); }
 
-constexpr int kHighest = 255;  // of an item
-constexpr int kWheelLines = 3; // for a notch
+constexpr int kHighest = 255;  // pixels of an item
+constexpr int kWheelLines = 3; // for each notch
 constexpr int kTextMargin = 1;
 constexpr UINT kSamePlace = SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
 
@@ -24,7 +24,7 @@ constexpr UINT kSamePlace = SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
 
 HFONT ListBox::font() const { return font_ ? font_ : static_cast<HFONT>(GetStockObject(SYSTEM_FONT)); }
 
-// That of the font's lines.
+// The height of items follows the font.
 void ListBox::setFont(HFONT font) {
   font_ = font;
   const HDC dc = GetDC(handle_);
@@ -36,7 +36,7 @@ void ListBox::setFont(HFONT font) {
   if (!isDrawnByOwner() || height_ == 1) height_ = std::clamp<int>(metrics.tmHeight, 1, kHighest);
 }
 
-// As the owner says.
+// The height of an item, as the owner answers.
 int ListBox::measured(int index) const {
   auto record = recordFor<MEASUREITEMSTRUCT>(index);
   record.itemHeight = static_cast<UINT>(height_);
@@ -72,7 +72,7 @@ RECT ListBox::area() const {
   return self ? self->clientArea() : RECT{0, 0, 0, 0};
 }
 
-// How many items are seen whole below one that is at the top.
+// The number of items that are wholly visible if a given one is at the top.
 int ListBox::rowsFrom(int top) const {
   const LONG room = area().bottom;
   if (!isVariable()) return static_cast<int>(room) / height_;
@@ -84,7 +84,7 @@ int ListBox::rowsFrom(int top) const {
 
 int ListBox::page() const { return std::max(1, rowsFrom(top_)); }
 
-// With it at the top the last item is at the bottom.
+// The item at the top when the last item is at the bottom.
 int ListBox::lastTop() const {
   if (!isVariable()) return std::max(0, count_ - page());
   const LONG room = area().bottom;
@@ -137,14 +137,14 @@ void ListBox::settleBars() {
   }
 }
 
-// Without LBS_NOINTEGRALHEIGHT the window shrinks to whole lines.
+// Without LBS_NOINTEGRALHEIGHT the window shrinks to a whole number of lines.
 void ListBox::resized() {
   const LONG part = area().bottom % height_;
   const Window *const self = recordOf(handle_);
   if (self && !(style_ & LBS_NOINTEGRALHEIGHT) && !isVariable() && part && area().bottom > height_) {
     SetWindowPos(handle_, nullptr, 0, 0, static_cast<int>(self->width()), static_cast<int>(self->height() - part),
                  kSamePlace);
-    return; // which comes here again
+    return; // the new size calls this function again
   }
   offset_ = std::clamp(offset_, 0, std::max(0, extent_ - static_cast<int>(area().right)));
   settleBars();
@@ -197,7 +197,7 @@ LRESULT ListBox::itemRect(int index, RECT &rect) const {
   return rect.bottom > 0 && rect.top < area().bottom;
 }
 
-// Below the last item it is the number of items.
+// The item at a height of the window; the number of items below the last one.
 int ListBox::rowAt(LONG y) const {
   int index = top_;
   for (LONG bottom = 0; index < count_ && (bottom += heightOf(index)) <= y;) ++index;
@@ -213,13 +213,13 @@ LRESULT ListBox::itemAt(POINT point) const {
 
 // ---- Painting
 
-// Draws an item again now, as far as it is seen.
+// Draws the visible part of an item at once.
 void ListBox::refreshItem(int index, UINT action) {
   if (!isThere(index) || !drawn_ || index < top_ || gone_) return;
   const RECT row = rowOf(index);
   const Window *const self = recordOf(handle_);
   if (!self || !isVisible(*self) || row.top >= area().bottom) return;
-  if (!self->update.isEmpty()) { // what is due to be painted is painted as a whole
+  if (!self->update.isEmpty()) { // pending paint covers the item
     InvalidateRect(handle_, &row, TRUE);
     return;
   }
@@ -241,7 +241,7 @@ void ListBox::refreshAll() {
   if (drawn_ && !gone_) InvalidateRect(handle_, nullptr, TRUE);
 }
 
-// The parent may choose it, and the context's colours.
+// The background brush. The parent may choose another brush and set the context's colours.
 HBRUSH ListBox::ground(HDC dc) const {
   SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
   SetBkColor(dc, GetSysColor(COLOR_WINDOW));
@@ -306,7 +306,7 @@ std::optional<LRESULT> ListBox::answerView(UINT message, WPARAM wParam, LPARAM l
   switch (message) {
   case WM_CREATE: measureAll(), settleBars(); return 0;
   case WM_SIZE: resized(); return 0;
-  case WM_ERASEBKGND: return TRUE; // the items and what is below them cover it
+  case WM_ERASEBKGND: return TRUE; // paint() fills the whole area
   case WM_PAINT: paint(); return 0;
   case WM_SETREDRAW:
     drawn_ = wParam;

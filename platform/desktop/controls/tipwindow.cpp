@@ -1,4 +1,4 @@
-// The tip of a tooltip control: when it comes and goes, what it says, where it stands, how it looks.
+// The tip of a tooltip control: its times, its text, its place, its look.
 
 #include "platform/desktop/controls/tooltip.h"
 #include "platform/desktop/guards.h"
@@ -13,17 +13,17 @@ namespace platform {
 
 namespace {
 
-constexpr size_t kLongest = 1023; // bytes of a text that are shown
-constexpr UINT kLeaveTime = 100;  // from one look at where the pointer is to the next
+constexpr size_t kLongest = 1023; // bytes of a text
+constexpr UINT kLeaveTime = 100;  // between two checks whether the pointer has left
 constexpr LONG kPadding = 2;      // round the text
 constexpr LONG kFrame = 1;
-constexpr LONG kBelow = 19;   // from the pointer's point to the tip, so that the arrow hides nothing of it
-constexpr LONG kDistance = 1; // from a tool to a tip that is centered on it
+constexpr LONG kBelow = 19;   // from the pointer's hot spot to the tip, below the arrow
+constexpr LONG kDistance = 1; // from a tool to a tip centered on it
 constexpr UINT kSamePlace = SWP_NOMOVE | SWP_NOSIZE;
 
 bool isNumber(LPCSTR text) { return reinterpret_cast<uintptr_t>(text) <= 0xFFFF; }
 
-// As much as is shown of it.
+// The part of a text that fits a tip.
 std::string cut(std::string_view text) {
   if (text.size() <= kLongest) return std::string(text);
   char room[kLongest + 1];
@@ -44,7 +44,7 @@ std::string answered(const NMTTDISPINFOA &info) {
   return {info.szText, strnlen(info.szText, sizeof info.szText)};
 }
 
-// Where windows may stand: on the primary screen without its panels, or anywhere for a point that is on another one.
+// The area for windows: the primary screen without its panels, or all screens for a point on another screen.
 RECT areaAt(POINT point) {
   const ScreenInfo info = theScreen().info();
   const RECT primary = {0, 0, info.size.cx, info.size.cy};
@@ -63,9 +63,9 @@ void drawRing(HDC dc, const RECT &rect, HBRUSH brush) {
 
 } // namespace
 
-// ---- When it comes and goes
+// ---- Times
 
-// Nothing comes while a button is held.
+// Waits for the pointer to rest, unless a button is held.
 // since: a time of GetTickCount.
 void Tooltip::waitFor(int delay, DWORD since) {
   if (!active_ || mouseFlags(currentQueue()->keys) & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON)) return;
@@ -87,11 +87,11 @@ void Tooltip::relayed(const MSG &message) {
     hover(tool ? tool->shared_from_this() : nullptr);
   else if (shown_)
     SetTimer(handle_, kPop, static_cast<UINT>(delays_.autopop), nullptr);
-  else if (tool) // a program that relays need not give the time
+  else if (tool) // a program may relay messages without a time
     waitFor(delays_.initial, message.time == currentQueue()->messageTime ? message.time : GetTickCount());
 }
 
-// The pointer is over another tool than before, or over none.
+// The pointer has moved to another tool, or to no tool.
 void Tooltip::hover(const ToolRef &tool) {
   const bool fromTool = hovered_ != nullptr;
   hovered_ = tool;
@@ -110,10 +110,10 @@ void Tooltip::tick(WPARAM timer) {
   }
 }
 
-// The time is over for which the pointer has to rest, but it may have moved meanwhile.
+// The delay has passed, but the pointer may have moved meanwhile.
 void Tooltip::rested() {
   const auto rests = static_cast<int>(GetTickCount() - restsSince_);
-  constexpr int kClock = 1; // the clocks of timers and of ticks go in steps of their own
+  constexpr int kClock = 1; // timers and GetTickCount count in different steps
   if (rests + kClock < waiting_) {
     SetTimer(handle_, kShow, static_cast<UINT>(waiting_ - rests), nullptr);
     return;
@@ -131,7 +131,7 @@ void Tooltip::rested() {
   SetTimer(handle_, kLeave, kLeaveTime, nullptr);
 }
 
-// The pointer may have left without a message to the tool's window.
+// Checks whether the pointer has left: the tool's window may have got no message.
 void Tooltip::look() {
   if (tracking_ || !hovered_) {
     KillTimer(handle_, kLeave);
@@ -177,7 +177,7 @@ void Tooltip::track(bool on, const ToolRef &tool) {
   if (!show(tool)) tracking_ = false;
 }
 
-// ---- What it says
+// ---- The text
 
 std::string Tooltip::askText(const ToolRef &tool) {
   NMTTDISPINFOA info{};
@@ -201,7 +201,7 @@ std::string Tooltip::textOf(const ToolRef &tool) {
   return text;
 }
 
-// Without the marks of prefixes.
+// A text without the marks of prefixes.
 std::string Tooltip::shownText(const std::string &text) const {
   const Window *const self = recordOf(handle_);
   if (!self || self->style & TTS_NOPREFIX) return text;
@@ -218,13 +218,13 @@ void Tooltip::notify(const Tool &tool, UINT code) const {
   send(windowOrNone(tool.window), WM_NOTIFY, tool.id, addressOf(header));
 }
 
-// ---- Where it stands
+// ---- The place
 
 UINT Tooltip::textFormat() const {
   return DT_NOPREFIX | (widest_ < 0 ? DT_SINGLELINE : DT_WORDBREAK | DT_EXTERNALLEADING);
 }
 
-// What is round the text.
+// The widths of frame, padding and margin.
 RECT Tooltip::border() const {
   constexpr LONG kAround = kFrame + kPadding;
   return {margin_.left + kAround, margin_.top + kAround, margin_.right + kAround, margin_.bottom + kAround};
@@ -270,8 +270,8 @@ bool Tooltip::isUp() const {
   return self && self->is(WS_VISIBLE);
 }
 
-// Brings a tip up, or makes one that is up show what it shall show now.
-// Result: whether it is up.
+// Shows a tip, or updates a visible one.
+// Result: whether the tip is visible.
 bool Tooltip::show(const ToolRef &tool) {
   std::string text = shownText(textOf(tool));
   if (gone_ || tool->removed) return false;

@@ -9,14 +9,14 @@ namespace platform {
 
 namespace {
 
-constexpr int kSquare = 6;           // a square is 1 << this pixels wide and high
-constexpr int64_t kMostSquares = 64; // that a rectangle is entered in
+constexpr int kSquare = 6;           // a square has 1 << this pixels on each side
+constexpr int64_t kMostSquares = 64; // a rectangle with more squares is kept apart
 
 uint64_t squareAt(LONG column, LONG row) {
   return static_cast<uint64_t>(static_cast<uint32_t>(column)) << 32 | static_cast<uint32_t>(row);
 }
 
-// Columns and rows of squares, the last ones included.
+// The columns and rows of the squares that a rectangle touches, the last ones included.
 RECT squaresOf(const RECT &rect) {
   return {rect.left >> kSquare, rect.top >> kSquare, (rect.right - 1) >> kSquare, (rect.bottom - 1) >> kSquare};
 }
@@ -34,7 +34,7 @@ void insert(std::vector<Tool *> &row, Tool &tool) {
   row.insert(std::upper_bound(row.begin(), row.end(), &tool, isOlder), &tool);
 }
 
-// The oldest tool of a row that holds a point, if there is one older than another tool.
+// The oldest tool of a row that holds a point, if it is older than another tool. Otherwise the other tool.
 Tool *olderAt(const std::vector<Tool *> &row, POINT point, Tool *other) {
   for (Tool *tool : row) {
     if (other && other->number < tool->number) break;
@@ -55,7 +55,7 @@ TipText tipText(LPSTR text, HINSTANCE instance) {
 ToolRef Tools::add(Tool tool) {
   const ToolRef added = std::make_shared<Tool>(std::move(tool));
   added->number = ++last_;
-  const OnThrow undo([&] { remove(*added); }); // where memory runs short
+  const OnThrow undo([&] { remove(*added); }); // if memory runs out
   all_.emplace(nameOf(*added), added);
   inOrder_.emplace(added->number, added);
   enter(*added);
@@ -65,7 +65,7 @@ ToolRef Tools::add(Tool tool) {
 void Tools::remove(Tool &tool) {
   tool.removed = true;
   leave(tool);
-  const auto kept = inOrder_.extract(tool.number); // perhaps the last to hold it
+  const auto kept = inOrder_.extract(tool.number); // keeps the tool alive until the end of the function
   all_.erase(nameOf(tool));
 }
 
@@ -83,7 +83,7 @@ void Tools::enter(Tool &tool) {
     for (LONG row = squares.top; row <= squares.bottom; ++row) insert(place.squares[squareAt(column, row)], tool);
 }
 
-// Also what has been entered in part only.
+// Removes a tool from the grid, even if it was entered only in part.
 void Tools::leave(Tool &tool) {
   if (!std::exchange(tool.entered, false)) return;
   const auto at = places_.find(tool.place());

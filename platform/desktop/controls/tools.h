@@ -1,5 +1,5 @@
-// The tools of a tooltip control: windows and parts of windows that have a tip. They are found by name, and by the place
-// of the pointer, at the same cost however many there are.
+// The tools of a tooltip control: windows and parts of windows that have a tip. A tool is found by its name or by the
+// pointer's place. The cost doesn't grow with the number of tools.
 #pragma once
 
 #include "platform/desktop/rects.h"
@@ -15,38 +15,38 @@
 
 namespace platform {
 
-// What a tip says, or where that is to be found.
+// The text of a tip, or its source.
 struct TipText {
-  LPSTR where = nullptr; // LPSTR_TEXTCALLBACKA, or the number of a string; null for own
+  LPSTR where = nullptr; // LPSTR_TEXTCALLBACKA or a string's number; null if own holds the text
   HINSTANCE instance = nullptr;
   std::string own;
-  bool given = false; // own: it may be empty, or there may be none
+  bool given = false; // whether own was set; it may be empty
 };
 TipText tipText(LPSTR text, HINSTANCE instance);
 
 struct Tool : std::enable_shared_from_this<Tool> {
   UINT flags = 0;
-  HWND window = nullptr; // it and the id are the tool's name
+  HWND window = nullptr; // window and id are the tool's name
   UINT_PTR id = 0;
   RECT rect{};
   LPARAM data = 0;
   TipText text;
-  uint64_t number = 0;  // counts all of them, in the order of adding
-  bool entered = false; // it can be found by its place
+  uint64_t number = 0;  // in the order of adding
+  bool entered = false; // whether the tool is in the grid
   bool removed = false;
 
   bool isWhole() const { return flags & TTF_IDISHWND; }
-  // The window whose mouse messages concern it.
+  // The window whose mouse messages concern the tool.
   HWND place() const { return isWhole() ? reinterpret_cast<HWND>(id) : window; }
 };
 using ToolRef = std::shared_ptr<Tool>;
 
 class Tools {
  public:
-  // Of two tools with one name the older one counts.
+  // If two tools have one name, the older one counts.
   ToolRef add(Tool tool);
   void remove(Tool &tool);
-  // Changes what is no part of its name: place, flags or rectangle.
+  // Changes a tool's flags, rectangle or text, but not its name.
   template <typename Body> void change(Tool &tool, Body body) {
     leave(tool);
     body();
@@ -56,22 +56,23 @@ class Tools {
   size_t count() const { return all_.size(); }
   ToolRef find(HWND window, UINT_PTR id) const;
   ToolRef at(size_t index) const;
-  // The tool at a point of a window's client area: a rectangle before the window itself, the older one before others.
+  // The tool at a point of a window's client area. Rectangles come before the window itself, and older rectangles
+  // first.
   Tool *under(HWND window, POINT point) const;
-  // Whether a tool of TTF_SUBCLASS is there.
+  // Whether a window has tools with TTF_SUBCLASS.
   bool watches(HWND window) const;
-  // The windows in which such tools are.
+  // The windows with such tools.
   std::vector<HWND> watched() const;
 
  private:
   using Name = std::tuple<HWND, UINT_PTR, uint64_t>;
   using Row = std::vector<Tool *>; // the oldest first
 
-  // The tools of a window. Rectangles are found by the squares of a grid that they touch.
+  // The tools of a window. A rectangle is found by the squares of a grid that it touches.
   struct Place {
     size_t tools = 0, watching = 0;
     Row whole;
-    Row wide; // rectangles that touch more squares than is worth while
+    Row wide; // rectangles with too many squares for the grid
     std::unordered_map<uint64_t, Row> squares;
   };
 

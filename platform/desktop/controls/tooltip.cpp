@@ -12,7 +12,7 @@ namespace platform {
 
 namespace {
 
-constexpr size_t kUsualRoom = 80; // for a text that the program asks for
+constexpr size_t kUsualRoom = 80; // bytes of the caller's room for a text
 
 template <typename Record> Record *recordAt(LPARAM address) { return reinterpret_cast<Record *>(address); }
 
@@ -23,7 +23,7 @@ bool isKnown(const TTTOOLINFOA *info) {
 
 bool hasData(const TTTOOLINFOA &info) { return info.cbSize >= TTTOOLINFOA_V2_SIZE; }
 
-// Takes over what is no part of a tool's name.
+// Copies everything of a record into a tool but its name.
 void read(const TTTOOLINFOA &info, Tool &tool) {
   tool.flags = info.uFlags;
   tool.rect = info.rect;
@@ -31,7 +31,7 @@ void read(const TTTOOLINFOA &info, Tool &tool) {
   if (hasData(info)) tool.data = info.lParam;
 }
 
-// Where a text is wanted, lpszText has room for it.
+// Fills a record from a tool. If lpszText isn't null, it has room for the text.
 BOOL write(const Tool *tool, TTTOOLINFOA *info) {
   if (!tool || !isKnown(info)) return FALSE;
   info->uFlags = tool->flags;
@@ -48,7 +48,8 @@ BOOL write(const Tool *tool, TTTOOLINFOA *info) {
   return TRUE;
 }
 
-// Whatever style was asked for, it is a small window of its own without a caption, which lets the pointer through.
+// Changes the style that the program asked for: a tip is always a small popup without a caption, and lets the pointer
+// through.
 void begin(Window &window) {
   if (!window.isTopLevel()) SetParent(window.handle, nullptr);
   window.style = (window.style & ~(WS_CHILD | WS_CAPTION)) | WS_POPUP | WS_CLIPSIBLINGS;
@@ -75,7 +76,7 @@ void Tooltip::end() {
 
 ToolRef Tooltip::toolOf(const TTTOOLINFOA *info) const { return info ? tools_.find(info->hwnd, info->uId) : nullptr; }
 
-// Windows of other threads can't be watched.
+// Makes a window tell this control of its mouse messages. Windows of other threads can't do so.
 void Tooltip::watch(HWND window) const {
   const WindowRef target = windowOrNone(window);
   if (!target || target->queue != currentQueue()) return;
@@ -136,7 +137,7 @@ BOOL Tooltip::currentTool(TTTOOLINFOA *info) const { return shown_ && (!info || 
 void Tooltip::copyText(const TTTOOLINFOA &info, WPARAM size) {
   const ToolRef tool = toolOf(&info);
   if (!tool || !info.lpszText) return;
-  char *const room = info.lpszText; // of which the procedure that is asked may know more
+  char *const room = info.lpszText; // a copy: the procedure that answers may change the record
   copyWhole(textOf(tool), room, size ? size : kUsualRoom);
 }
 
@@ -173,7 +174,7 @@ std::optional<LRESULT> Tooltip::answerTools(UINT message, WPARAM wParam, LPARAM 
 
 // ---- Settings
 
-// One that is negative stands for the usual one, which follows from the time of a double click.
+// A negative delay stands for the default, which follows from the double click time.
 void Tooltip::setDelay(WPARAM which, int milliseconds) {
   const int usual = static_cast<int>(GetDoubleClickTime());
   const auto given = [milliseconds](int otherwise) { return milliseconds >= 0 ? milliseconds : otherwise; };
@@ -242,7 +243,7 @@ std::optional<LRESULT> Tooltip::answerSettings(UINT message, WPARAM wParam, LPAR
 std::optional<LRESULT> Tooltip::answerWindow(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
   case WM_NCCREATE: begin(*windowOf(handle_)); return TRUE;
-  case WM_NCCALCSIZE: return 0; // all of it is client area, with a frame that the control draws
+  case WM_NCCALCSIZE: return 0; // the window is all client area; the control draws the frame
   case WM_NCHITTEST: return HTTRANSPARENT;
   case WM_MOUSEACTIVATE: return MA_NOACTIVATE;
   case WM_MOUSEMOVE: pop(); return 0;

@@ -1,6 +1,6 @@
-// A tooltip control. It belongs to one thread and works under the desktop's lock. What it asks and tells the windows of
-// tools runs procedures of the program, which may end the control or the tool; so after each such call it looks whether
-// they are still there.
+// A tooltip control. It belongs to one thread and works under the desktop's lock. Messages to the windows of tools run
+// procedures of the program, which may destroy the control or remove the tool. So both are looked at again after each
+// message.
 #pragma once
 
 #include "platform/desktop/controls/tools.h"
@@ -41,7 +41,7 @@ class Tooltip : public Answerer {
   void unwatch(HWND window) const;
   void end();
 
-  // ---- When tips come and go (tipwindow.cpp)
+  // ---- The tip's times (tipwindow.cpp)
   void relayed(const MSG &message);
   void hover(const ToolRef &tool);
   void waitFor(int delay, DWORD since);
@@ -75,18 +75,18 @@ class Tooltip : public Answerer {
 
   bool active_ = true;
   Delays delays_;
-  int widest_ = -1; // a line; negative: there is one line
-  RECT margin_{};   // widths
+  int widest_ = -1; // of a line in pixels; negative for a single line
+  RECT margin_{};   // a width for each side
   COLORREF background_, foreground_;
-  HFONT font_ = nullptr; // null: the system's
+  HFONT font_ = nullptr; // null for the system's
 
-  ToolRef hovered_;  // that the pointer was over when it was looked at last
-  int waiting_ = -1; // for how long the pointer has to rest until its tip comes; negative: none will
+  ToolRef hovered_;  // the tool under the pointer at the last look
+  int waiting_ = -1; // how long the pointer has to rest for its tip; negative: no tip is due
   DWORD restsSince_ = 0;
-  ToolRef shown_;         // its tip is up
-  bool tracking_ = false; // the program holds it there
+  ToolRef shown_;         // the tool of the visible tip
+  bool tracking_ = false; // the program shows the tip by TTM_TRACKACTIVATE
   POINT trackAt_{};
-  std::string text_; // of the tip that came last
+  std::string text_; // of the last tip
 };
 
 } // namespace platform

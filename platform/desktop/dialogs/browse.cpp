@@ -1,7 +1,10 @@
 // The dialog in which the user chooses a folder, and the lists of items that name it.
 
+#include "platform/desktop/dialogs/desktopdialog.h"
 #include "platform/desktop/dialogs/dialog.h"
 #include "platform/desktop/dialogs/filenames.h"
+#include "platform/desktop/dialogs/itemids.h"
+#include "platform/desktop/dialogs/itemlist.h"
 #include "platform/desktop/lock.h"
 #include "platform/kernel/codepage.h"
 #include "platform/winapi/boxes.h"
@@ -13,10 +16,6 @@
 #include <malloc.h>
 
 namespace platform {
-
-namespace {
-
-// ---- Lists: one item with the path, and the end.
 
 LPITEMIDLIST listOf(const std::string &path) {
   const size_t length = sizeof(WORD) + path.size() + 1;
@@ -33,10 +32,7 @@ std::string pathOf(LPCITEMIDLIST list) {
   return reinterpret_cast<const char *>(list->mkid.abID);
 }
 
-struct ListFree {
-  void operator()(LPITEMIDLIST list) const { std::free(list); }
-};
-using List = std::unique_ptr<ITEMIDLIST, ListFree>;
+namespace {
 
 class Allocator final : public IMalloc {
  public:
@@ -208,6 +204,17 @@ class FolderDialog final : public Dialog {
   std::string chosen_;
 };
 
+// The path of the chosen folder; empty for none.
+std::string browse(const BROWSEINFOA &how) {
+  DialogLook look;
+  look.caption = codePageFromUtf8("フォルダーの参照");
+  if (auto chosen = browseOnDesktop(how, look)) return *chosen;
+  std::shared_ptr<FolderDialog> dialog;
+  const int answer = runDialog(how.hwndOwner, Disables::owner, look,
+                               [&](HWND window) { return dialog = std::make_shared<FolderDialog>(window, how); });
+  return answer == IDOK ? dialog->chosen() : "";
+}
+
 } // namespace
 
 } // namespace platform
@@ -217,13 +224,8 @@ using namespace platform;
 LPITEMIDLIST SHBrowseForFolderA(BROWSEINFOA *how) {
   return locked<LPITEMIDLIST>(nullptr, [&]() -> LPITEMIDLIST {
     if (!how || answersItself()) return nullptr;
-    DialogLook look;
-    look.caption = codePageFromUtf8("フォルダーの参照");
-    std::shared_ptr<FolderDialog> dialog;
-    const int answer = runDialog(how->hwndOwner, Disables::owner, look,
-                                 [&](HWND window) { return dialog = std::make_shared<FolderDialog>(window, *how); });
-    if (answer != IDOK || dialog->chosen().empty()) return nullptr;
-    const std::string &path = dialog->chosen(), name = path.substr(lastPart(path));
+    const std::string path = browse(*how), name = path.substr(lastPart(path));
+    if (path.empty()) return nullptr;
     if (how->pszDisplayName) copyWhole(name.empty() ? path : name, how->pszDisplayName, MAX_PATH);
     return listOf(path);
   });

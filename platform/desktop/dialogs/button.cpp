@@ -1,4 +1,4 @@
-// Push buttons and check boxes.
+// Push buttons, check boxes and radio buttons.
 
 #include "platform/desktop/dialogs/control.h"
 #include "platform/desktop/rects.h"
@@ -23,7 +23,8 @@ class Button final : public Control {
 
  private:
   UINT type() const { return style() & BS_TYPEMASK; }
-  bool isBox() const { return type() == BS_AUTOCHECKBOX; }
+  bool isRadio() const { return type() == BS_AUTORADIOBUTTON; }
+  bool isBox() const { return type() == BS_AUTOCHECKBOX || isRadio(); }
 
   std::optional<LRESULT> answerButton(UINT message, WPARAM wParam) {
     switch (message) {
@@ -46,6 +47,7 @@ class Button final : public Control {
   }
 
   unsigned kindCode() const {
+    if (isRadio()) return DLGC_RADIOBUTTON;
     if (isBox()) return 0;
     return type() == BS_DEFPUSHBUTTON ? DLGC_DEFPUSHBUTTON : DLGC_UNDEFPUSHBUTTON;
   }
@@ -96,10 +98,23 @@ class Button final : public Control {
 
   void click() {
     if (isBox()) {
-      checked_ = !checked_;
+      checked_ = isRadio() || !checked_;
+      if (isRadio()) clearOthers();
       repaint();
     }
     notify(BN_CLICKED);
+  }
+
+  // Of the radio buttons of a group, which ends where another one begins, one is checked.
+  void clearOthers() const {
+    HWND first = handle_;
+    while (first && !(GetWindowLongA(first, GWL_STYLE) & WS_GROUP)) first = GetWindow(first, GW_HWNDPREV);
+    if (!first) first = GetWindow(handle_, GW_HWNDFIRST);
+    for (HWND one = first; one; one = GetWindow(one, GW_HWNDNEXT)) {
+      if (one != first && GetWindowLongA(one, GWL_STYLE) & WS_GROUP) return;
+      if (one != handle_ && SendMessageA(one, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON)
+        SendMessageA(one, BM_SETCHECK, BST_UNCHECKED, 0);
+    }
   }
 
   void draw(HDC dc, const RECT &area) override {
@@ -129,7 +144,8 @@ class Button final : public Control {
     const LONG top = (area.bottom - kBox) / 2;
     RECT box = {0, top, kBox, top + kBox};
     DrawFrameControl(dc, &box, DFC_BUTTON,
-                     DFCS_BUTTONCHECK | (checked_ ? DFCS_CHECKED : 0u) | (pushed_ ? DFCS_PUSHED : 0u));
+                     (isRadio() ? DFCS_BUTTONRADIO : DFCS_BUTTONCHECK) | (checked_ ? DFCS_CHECKED : 0u) |
+                         (pushed_ ? DFCS_PUSHED : 0u));
     RECT words = {kBox + kGap, 0, area.right, area.bottom};
     DrawTextA(dc, text().c_str(), -1, &words, DT_VCENTER | DT_SINGLELINE);
     if (!hasFocus()) return;

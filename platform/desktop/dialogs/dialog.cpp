@@ -16,6 +16,7 @@ namespace {
 constexpr int kDialogWords = 4; // for the program: an answer, a procedure, its own
 
 std::atomic<bool> keptOpen = false;
+thread_local DWORD extendedError = 0;
 
 using PartMaker = std::function<std::shared_ptr<Control>(HWND)>;
 thread_local const PartMaker *making = nullptr; // for the window that is being made
@@ -58,12 +59,19 @@ bool hasKey(const std::string &text, char key) {
 
 UINT codeOf(HWND control) { return static_cast<UINT>(SendMessageA(control, WM_GETDLGCODE, 0, 0)); }
 bool isPush(HWND control) { return codeOf(control) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON); }
+bool isRadio(HWND control) { return codeOf(control) & DLGC_RADIOBUTTON; }
 bool canBeFocus(HWND control) {
   return control && IsWindowEnabled(control) && GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE;
 }
 
 } // namespace
 
+BOOL failDialog(DWORD error) {
+  extendedError = error;
+  return FALSE;
+}
+
+bool usesDesktop() { return !keptOpen && theScreen().mayAskFiles(); }
 bool answersItself() { return !keptOpen && !theScreen().isSeen(); }
 
 // ---- The window
@@ -89,8 +97,9 @@ std::optional<LRESULT> Dialog::answer(UINT message, WPARAM wParam, LPARAM lParam
 void Dialog::draw(HDC dc, const RECT &area) { FillRect(dc, &area, GetSysColorBrush(COLOR_BTNFACE)); }
 
 HWND Dialog::add(const char *kind, const std::string &text, DWORD style, const RECT &place, int id, DWORD exStyle) {
-  return CreateWindowExA(exStyle | WS_EX_NOPARENTNOTIFY, kind, text.c_str(), style | WS_CHILD | WS_VISIBLE, place.left,
-                         place.top, place.right - place.left, place.bottom - place.top, handle_,
+  return CreateWindowExA(exStyle | WS_EX_NOPARENTNOTIFY, kind, text.c_str(),
+                         style | WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, place.left, place.top,
+                         place.right - place.left, place.bottom - place.top, handle_,
                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
 }
 
@@ -142,6 +151,7 @@ bool Dialog::translateKey(const MSG &message) {
     if (!arrows) moveFocus(true, true);
     return !arrows;
   case VK_ESCAPE: sendCommand(IDCANCEL); return true;
+  case VK_F1: return help();
   case VK_RETURN: pressDefault(); return true;
   case 'C': return GetKeyState(VK_CONTROL) < 0 && !(code & DLGC_HASSETSEL) && copy();
   default: return false;
@@ -190,11 +200,14 @@ std::vector<HWND> Dialog::stops() const {
 
 void Dialog::moveFocus(bool forward, bool inGroup) {
   std::vector<HWND> all = stops();
-  if (inGroup) std::erase_if(all, [](HWND control) { return !isPush(control); });
+  const bool amongRadios = inGroup && isRadio(GetFocus());
+  if (inGroup) std::erase_if(all, [&](HWND control) { return !(amongRadios ? isRadio : isPush)(control); });
   const auto at = std::find(all.begin(), all.end(), GetFocus());
   if (all.empty() || (inGroup && at == all.end())) return;
   const size_t now = at == all.end() ? (forward ? all.size() - 1 : 0) : static_cast<size_t>(at - all.begin());
-  SetFocus(all[(now + (forward ? 1 : all.size() - 1)) % all.size()]);
+  const HWND next = all[(now + (forward ? 1 : all.size() - 1)) % all.size()];
+  if (amongRadios) return press(next);
+  SetFocus(next);
 }
 
 // The button with the focus is the default one as long as it has it.
@@ -256,7 +269,7 @@ struct Modal {
     const OnThrow restored([&] { abandon(); });
     dialog.build();
     disable(owner, disables);
-    if (!dialog.ended_) ShowWindow(handle, SW_SHOW);
+    if (!dialog.ended_ && dialog.isSeen()) ShowWindow(handle, SW_SHOW);
     if (!dialog.ended_) dialog.shown();
     dialog.loop();
     dialog.end(dialog.result_); // where a WM_QUIT came in between
@@ -285,11 +298,13 @@ int runDialog(HWND owner, Disables disables, const DialogLook &look, const Dialo
 }
 
 HWND addPart(HWND dialog, const RECT &place, int id, DialogLook look, const PartMaker &make) {
-  look.style |= WS_CHILD | WS_VISIBLE;
+  look.style |= WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
   look.exStyle |= WS_EX_NOPARENTNOTIFY;
   return makeWindow(look, place, dialog, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), make);
 }
 
 } // namespace platform
+
+DWORD CommDlgExtendedError() { return platform::extendedError; }
 
 void platformKeepDialogsOpen(BOOL keep) { platform::keptOpen = keep; }

@@ -12,11 +12,16 @@ namespace platform {
 
 class Dialog : public Control {
  public:
+  // What a dialog ends with whose choice counts; a WM_QUIT ends it with IDOK.
+  static constexpr int kAccepted = 0x100;
+
   explicit Dialog(HWND handle) : Control(handle) {}
 
   std::optional<LRESULT> answer(UINT message, WPARAM wParam, LPARAM lParam) override;
   // Makes the controls, gives the window its size, and chooses where the focus begins.
   virtual void build() = 0;
+  // Whether it is shown; another one may stand on the screen for it.
+  virtual bool isSeen() const { return true; }
   // The dialog is seen now.
   virtual void shown() {}
   void end(int result);
@@ -26,6 +31,8 @@ class Dialog : public Control {
   virtual bool command(int id, int what) = 0;
   // Control and C were pressed where no control wants them. Whether it took that.
   virtual bool copy() { return false; }
+  // The same of F1.
+  virtual bool help() { return false; }
   // Which button Enter presses where the focus is on none.
   void setDefault(int id) { default_ = id; }
   int defaultButton() const { return default_; }
@@ -78,6 +85,11 @@ int runDialog(HWND owner, Disables disables, const DialogLook &look, const Dialo
 HWND addPart(HWND dialog, const RECT &place, int id, DialogLook look,
              const std::function<std::shared_ptr<Control>(HWND)> &make);
 
+// What CommDlgExtendedError tells this thread from now on; 0 for no error. Result: FALSE.
+BOOL failDialog(DWORD error);
+
+// Whether the desktop's own dialogs for files are to be used, which it may have.
+bool usesDesktop();
 // Whether nobody is there to answer dialogs, so that they answer themselves.
 bool answersItself();
 

@@ -95,7 +95,7 @@ class EditField final : public Control {
       if (caret_ == anchor_) anchor_ = before(caret_);
       replace("");
     } else if (static_cast<unsigned char>(typed[0]) >= ' ') {
-      replace(typed);
+      if (!(style() & ES_NUMBER) || (typed[0] >= '0' && typed[0] <= '9')) replace(typed);
     } else {
       control(typed[0]);
     }
@@ -191,11 +191,11 @@ class EditField final : public Control {
   }
 
   void draw(HDC dc, const RECT &area) override {
-    FillRect(dc, &area, GetSysColorBrush(COLOR_WINDOW));
+    FillRect(dc, &area, GetSysColorBrush(isEnabled() ? COLOR_WINDOW : COLOR_BTNFACE));
     scroll(dc, area.right);
     const LONG left = kMargin - scrolled_;
     RECT line = {left, 0, area.right, area.bottom};
-    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+    SetTextColor(dc, GetSysColor(isEnabled() ? COLOR_WINDOWTEXT : COLOR_BTNSHADOW));
     DrawTextA(dc, text().c_str(), -1, &line, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     if (!hasFocus()) return;
     const auto [from, to] = selection();

@@ -11,6 +11,8 @@ class FileHook {
   void open(HWND dialog, OPENFILENAMEA &choice);
   // Tells it. Result: whether it refuses.
   bool tell(UINT what) const;
+  // Whether it has put something into its window.
+  bool hasControls() const { return window_ && GetWindow(window_, GW_CHILD); }
 
  private:
   HWND dialog_ = nullptr, window_ = nullptr;

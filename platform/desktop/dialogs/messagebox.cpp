@@ -29,6 +29,7 @@ constexpr ButtonText kButtons[] = {{IDOK, "OK"},
                                    {IDIGNORE, "無視(&I)"},
                                    {IDYES, "はい(&Y)"},
                                    {IDNO, "いいえ(&N)"},
+                                   {IDHELP, "ヘルプ(&H)"},
                                    {IDTRYAGAIN, "再実行(&T)"},
                                    {IDCONTINUE, "続行(&C)"}};
 
@@ -59,9 +60,14 @@ LPCSTR iconOf(UINT type) {
   }
 }
 
-// The set's first button where the type names one that isn't there.
-int defaultOf(UINT type) {
-  const std::vector<int> &set = kSets[type & MB_TYPEMASK];
+std::vector<int> buttonsOf(UINT type) {
+  std::vector<int> set = kSets[type & MB_TYPEMASK];
+  if (type & MB_HELP) set.push_back(IDHELP);
+  return set;
+}
+
+// The first one of the buttons where the type names one that isn't there.
+int defaultOf(UINT type, const std::vector<int> &set) {
   const size_t index = (type & MB_DEFMASK) >> 8;
   return set[index < set.size() ? index : 0];
 }
@@ -81,13 +87,11 @@ SIZE sizeOf(const std::string &text, LONG widest, UINT format) {
 class Box final : public Dialog {
  public:
   Box(HWND handle, std::string text, UINT type)
-      : Dialog(handle), text_(std::move(text)), type_(type), set_(kSets[type & MB_TYPEMASK]) {}
+      : Dialog(handle), text_(std::move(text)), type_(type), set_(buttonsOf(type)) {}
 
   void build() override {
-    const RECT screen = theScreen().info().workArea;
     const LONG left = iconOf(type_) ? kMargin + kIcon + kMargin : kMargin;
-    SIZE text = sizeOf(text_, (screen.right - screen.left) * 5 / 8, kFormat);
-    text.cy = std::min(text.cy, (screen.bottom - screen.top) * 3 / 4);
+    const SIZE text = textSize(left);
     const LONG button = buttonWidth(), row = static_cast<LONG>(set_.size()) * (button + kBetween) - kBetween;
     const LONG width = std::max(left + text.cx, kMargin + row) + kMargin;
     const LONG content = std::max<LONG>(text.cy, iconOf(type_) ? kIcon : 0), below = 2 * kMargin + content;
@@ -103,8 +107,20 @@ class Box final : public Dialog {
 
  private:
   // Escape and the close box stand for a button.
-  bool closes() const { return set_.size() == 1 || has(IDCANCEL); }
+  bool closes() const { return isAlone() || has(IDCANCEL); }
+  bool isAlone() const { return (type_ & MB_TYPEMASK) == MB_OK; }
   bool has(int id) const { return std::find(set_.begin(), set_.end(), id) != set_.end(); }
+
+  // As wide as is good to read, and wider where the text would not fit the screen; what doesn't fit then is cut.
+  SIZE textSize(LONG left) const {
+    const RECT screen = theScreen().info().workArea;
+    const LONG wide = screen.right - screen.left, high = screen.bottom - screen.top;
+    const LONG tallest = high - 4 * kMargin - kButtonHeight - GetSystemMetrics(SM_CYCAPTION);
+    SIZE text = sizeOf(text_, wide * 5 / 8, kFormat);
+    if (text.cy > tallest) text = sizeOf(text_, wide - left - 4 * kMargin, kFormat);
+    text.cy = std::min(text.cy, tallest);
+    return text;
+  }
 
   LONG buttonWidth() const {
     LONG widest = kLeastButton;
@@ -123,7 +139,7 @@ class Box final : public Dialog {
   }
 
   void addButtons(LONG left, LONG top, LONG width) {
-    setDefault(defaultOf(type_));
+    setDefault(defaultOf(type_, set_));
     for (const int id : set_) {
       const HWND button = add(kButtonClass, textOf(id), WS_TABSTOP, {left, top, left + width, top + kButtonHeight}, id);
       if (id == defaultButton()) setFirst(button);
@@ -132,9 +148,23 @@ class Box final : public Dialog {
   }
 
   bool command(int id, int) override {
-    if (id == IDCANCEL && set_.size() == 1) id = set_.front();
+    if (id == IDCANCEL && isAlone()) id = set_.front();
     if (!has(id)) return false;
+    if (id == IDHELP) return help(), true;
     end(id);
+    return true;
+  }
+
+  bool help() override {
+    const HWND owner = GetWindow(handle_, GW_OWNER), focus = GetFocus();
+    if (!(type_ & MB_HELP) || !owner) return false;
+    HELPINFO info{};
+    info.cbSize = sizeof info;
+    info.iContextType = HELPINFO_WINDOW;
+    info.iCtrlId = GetDlgCtrlID(focus);
+    info.hItemHandle = focus;
+    GetCursorPos(&info.MousePos);
+    SendMessageA(owner, WM_HELP, 0, addressOf(info));
     return true;
   }
 
@@ -149,7 +179,7 @@ class Box final : public Dialog {
 
   const std::string text_;
   const UINT type_;
-  const std::vector<int> &set_;
+  const std::vector<int> set_;
 };
 
 DialogLook lookOf(const std::string &caption, UINT type) {
@@ -161,7 +191,7 @@ DialogLook lookOf(const std::string &caption, UINT type) {
 
 int tell(const std::string &text, const std::string &caption, UINT type) {
   std::fprintf(stderr, "%s: %s\n", utf8FromCodePage(caption).c_str(), utf8FromCodePage(text).c_str());
-  return defaultOf(type);
+  return defaultOf(type, kSets[type & MB_TYPEMASK]);
 }
 
 } // namespace

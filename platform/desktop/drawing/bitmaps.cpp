@@ -139,7 +139,7 @@ HBITMAP CreateCompatibleBitmap(HDC dc, int width, int height) {
     const auto context = dcOf(dc);
     if (!context) return nullptr;
     if (width == 0 || height == 0) return static_cast<HBITMAP>(emptyBitmap());
-    return openBitmap(makeBitmap(std::abs(int64_t{width}), std::abs(int64_t{height}), bitsFor(context.get())));
+    return openBitmap(makeBitmap(std::abs(int64_t{width}), std::abs(int64_t{height}), bitsFor(context)));
   });
 }
 
@@ -160,6 +160,67 @@ HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bits, const void *
   });
 }
 
+namespace {
+
+size_t pitchOf(const BITMAPINFOHEADER &header) {
+  return (static_cast<size_t>(header.biWidth) * header.biBitCount + 31) / 32 * 4;
+}
+
+int tellForm(const Bitmap &bitmap, BITMAPINFOHEADER &header) {
+  header.biWidth = bitmap.width;
+  header.biHeight = bitmap.height;
+  header.biPlanes = 1;
+  header.biBitCount = static_cast<WORD>(bitmap.bits);
+  header.biCompression = bitmap.bits == 32 ? BI_BITFIELDS : BI_RGB;
+  header.biSizeImage = static_cast<DWORD>(pitchOf(header) * static_cast<size_t>(bitmap.height));
+  return bitmap.height;
+}
+
+// A row of the form; one outside of the bitmap is black, and so is what lies to the right of it.
+// Result: whether it lies in the bitmap.
+bool copyRow(const QImage &image, LONG y, const BITMAPINFOHEADER &header, uint8_t *row) {
+  std::memset(row, 0, pitchOf(header));
+  if (y >= image.height()) return false;
+  const auto *const pixels = reinterpret_cast<const QRgb *>(image.constScanLine(static_cast<int>(y)));
+  const size_t bytes = header.biBitCount / 8u;
+  const auto count = static_cast<size_t>(std::min<LONG>(image.width(), header.biWidth));
+  for (size_t x = 0; x < count; ++x) {
+    const uint32_t colour = pixels[x] & 0xFFFFFF;
+    for (size_t part = 0; part < bytes; ++part) row[x * bytes + part] = static_cast<uint8_t>(colour >> 8 * part);
+  }
+  return true;
+}
+
+// Result: the rows that lie in the bitmap.
+int copyRows(const Bitmap &bitmap, UINT first, UINT rows, uint8_t *bits, const BITMAPINFOHEADER &header) {
+  const LONG height = std::abs(header.biHeight), end = std::min<LONG>(height, static_cast<LONG>(first + rows));
+  int copied = 0;
+  for (LONG row = static_cast<LONG>(first); row < end; ++row, bits += pitchOf(header))
+    copied += copyRow(bitmap.image, header.biHeight < 0 ? row : height - 1 - row, header, bits);
+  return copied;
+}
+
+} // namespace
+
+int GetDIBits(HDC dc, HBITMAP handle, UINT first, UINT rows, void *bits, BITMAPINFO *info, UINT colors) {
+  return locked<int>(0, [&]() -> int {
+    const auto bitmap = drawingHandles().get<Bitmap>(handle);
+    if (!dcOf(dc) || !bitmap || !info || colors > DIB_PAL_COLORS) return 0;
+    BITMAPINFOHEADER &header = info->bmiHeader;
+    if (header.biSize < sizeof header) return 0;
+    if (!bits && header.biBitCount == 0) return tellForm(*bitmap, header);
+    const bool known = header.biBitCount == 24 || header.biBitCount == 32;
+    constexpr LONG kMost = 1 << 20; // so that sizes are numbers still
+    const bool sized = header.biWidth > 0 && header.biWidth < kMost && std::abs(header.biHeight + 0LL) < kMost;
+    if (!known || !sized || header.biCompression != BI_RGB || bitmap->image.isNull()) return 0;
+    header.biSizeImage = static_cast<DWORD>(pitchOf(header) * static_cast<size_t>(std::abs(header.biHeight)));
+    if (!bits) return 1;
+    bitmap->settle();
+    return copyRows(*bitmap, std::min<UINT>(first, kMost), std::min<UINT>(rows, kMost), static_cast<uint8_t *>(bits),
+                    header);
+  });
+}
+
 HBITMAP CreateDIBitmap(HDC dc, const BITMAPINFOHEADER *header, DWORD init, const void *bits, const BITMAPINFO *info,
                        UINT colors) {
   constexpr size_t kUnknown = SIZE_MAX / 2; // the call doesn't tell how long its records are
@@ -170,9 +231,9 @@ HBITMAP CreateDIBitmap(HDC dc, const BITMAPINFOHEADER *header, DWORD init, const
     const std::optional<Dib> size = readForm(header, kUnknown);
     if (!size || (filled && (!bits || !info))) return nullptr;
     if (size->width == 0 || size->height == 0) return static_cast<HBITMAP>(emptyBitmap());
-    const auto bitmap = makeBitmap(size->width, size->height, bitsFor(context.get()));
+    const auto bitmap = makeBitmap(size->width, size->height, bitsFor(context));
     if (!bitmap || !filled) return openBitmap(bitmap);
-    const Palette *palette = context ? context->palette.object.get() : nullptr;
+    const Palette *palette = context ? context->palette.object : nullptr;
     const std::optional<Dib> dib = readDib(info, kUnknown, colors, palette);
     if (!dib || (dib->coded() && dib->imageSize == 0)) return nullptr;
     readPixels(*dib, static_cast<const uint8_t *>(bits), dib->coded() ? dib->imageSize : kUnknown, *bitmap);

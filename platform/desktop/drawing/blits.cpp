@@ -77,14 +77,16 @@ class Mixer {
   std::array<Mix, kLanes> lanes_;
 };
 
-// Colours on their way between one bit and more. To one bit, the source's background colour becomes white and all others
-// black; from one bit, white becomes the destination's background colour and black its text colour.
+// Changes colours where one bitmap has one bit and the other has more. On the way to one bit the background colour of the
+// source becomes white, and every other colour black. On the way from one bit white becomes the background colour of the
+// destination, and black its text colour.
 class Conversion {
  public:
   Conversion() = default;
   Conversion(const Dc &to, bool toMono, const Dc &from)
       : fromMono_(from.kind == Dc::Kind::memory && from.bitmap.object->bits == 1), toMono_(toMono),
-        black_(toQt(to.textColor)), white_(toQt(to.bkColor)), key_(toQt(from.bkColor)) {}
+        black_(pixelOf(to.textColor, to.palette.object)), white_(pixelOf(to.bkColor, to.palette.object)),
+        key_(pixelOf(from.bkColor, from.palette.object)) {}
 
   bool none() const { return fromMono_ == toMono_; }
   QRgb color(QRgb pixel) const {
@@ -160,8 +162,9 @@ void moveRows(const Canvas &canvas, const QRect &part, QPoint shift) {
   }
 }
 
-// Pixels for paper. What a raster operation leaves alone becomes transparent. Where it needs what is there it finds black
-// or white, whichever lets the source be seen: so a mask that is blackened first and a picture that is added come out right.
+// A picture for paper, which can't be read. Pixels that a raster operation leaves alone become transparent. An operation
+// that takes in the pixels below finds them all black or all white, whichever lets the source be seen. So a mask that is
+// blackened first and a picture that is added to it come out right.
 QImage pictureOf(const QImage &source, const QRect &part, unsigned table, QRgb pattern, const Conversion &conversion) {
   const Mix mix = mixOf(table, pattern);
   const auto shows = [&](QRgb below) { return ((mix.on(below, 0) ^ mix.on(below, ~0u)) & kColorBits) != 0; };
@@ -180,7 +183,7 @@ QImage pictureOf(const QImage &source, const QRect &part, unsigned table, QRgb p
   return picture;
 }
 
-// The part of a box that stands for a part of a source, both without regard to direction.
+// The part of a box that shows a part of the source. Which way the box and the source go doesn't matter.
 QRectF scaledPart(const QRect &to, const QRect &from, const QRect &part) {
   const double across = 1.0 * to.width() / from.width(), down = 1.0 * to.height() / from.height();
   return {to.left() + (part.left() - from.left()) * across, to.top() + (part.top() - from.top()) * down,
@@ -203,7 +206,7 @@ void printBox(const Dc &dc, const Canvas &canvas, const Box &to, Dc &source, con
                         across || down ? picture.mirrored(across, down) : picture);
 }
 
-// A raster operation of pattern and destination is one of the sixteen of pens.
+// Fills a box with the brush. An operation without a source is one of the sixteen of pens.
 bool fillBox(Dc &dc, const QRect &area, unsigned table) {
   const bool covers = !usesDestination(table) && (!usesPattern(table) || dc.brush.object->style == BS_SOLID);
   const std::optional<Canvas> canvas = dc.canvas(covers ? area : QRect());

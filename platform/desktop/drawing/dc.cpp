@@ -17,8 +17,11 @@ namespace {
 
 template <typename Kind> Selected<Kind> stockSelection(int index) {
   const HGDIOBJ handle = stockObject(index);
-  return {drawingHandles().get<Kind>(handle), handle};
+  return {drawingObject<Kind>(handle), handle};
 }
+
+constexpr int kRasterCaps = RC_BITBLT | RC_BITMAP64 | RC_GDI20_OUTPUT | RC_DI_BITMAP | RC_DIBTODEV | RC_BIGFONT |
+                            RC_STRETCHBLT | RC_FLOODFILL | RC_STRETCHDIB | RC_DEVBITS;
 
 // What a new context has selected.
 struct Defaults {
@@ -26,7 +29,7 @@ struct Defaults {
   Selected<Brush> brush = stockSelection<Brush>(WHITE_BRUSH);
   Selected<Font> font = stockSelection<Font>(SYSTEM_FONT);
   Selected<Palette> palette = stockSelection<Palette>(DEFAULT_PALETTE);
-  Selected<Bitmap> bitmap = {drawingHandles().get<Bitmap>(emptyBitmap()), emptyBitmap()};
+  Selected<Bitmap> bitmap = {drawingObject<Bitmap>(emptyBitmap()), emptyBitmap()};
 };
 
 const Defaults &defaults() {
@@ -60,8 +63,8 @@ template <typename Value> Value setValue(HDC dc, Value Dc::*place, Value value) 
 } // namespace
 
 Dc::Dc() : pen(defaults().pen), brush(defaults().brush), font(defaults().font), palette(defaults().palette) {
-  for (DrawingObject *object : std::initializer_list<DrawingObject *>{pen.object.get(), brush.object.get(),
-                                                                      font.object.get(), palette.object.get()})
+  for (DrawingObject *object :
+       std::initializer_list<DrawingObject *>{pen.object, brush.object, font.object, palette.object})
     ++object->selections;
 }
 
@@ -112,16 +115,18 @@ std::optional<Canvas> Dc::paperCanvas() {
   const QRect all = extent();
   if (!clipKnown_ || clipSize_ != all.size()) findClip(all);
   if (clipInImage_.isEmpty()) return std::nullopt;
-  return Canvas{nullptr, 0, all, &clipInImage_, QPoint(), false, paper.get()};
+  return Canvas{nullptr, 0, all, &clipInImage_, QPoint(), false, paper.get(), palette.object};
 }
 
 std::optional<Canvas> Dc::canvas(const QRect &overwritten) {
   if (paper) return paperCanvas();
   QImage *image = target();
-  if (!image || image->isNull()) return std::nullopt;
-  if (!clipKnown_ || clipSize_ != image->size()) findClip(image->rect());
+  const QRect all = image ? image->rect() : QRect();
+  if (all.isEmpty()) return std::nullopt;
+  if (!clipKnown_ || clipSize_ != all.size()) findClip(all);
   if (clipInImage_.isEmpty()) return std::nullopt;
-  const bool whole = overwritten.translated(origin).contains(image->rect()) && clipInImage_ == QRegion(image->rect());
+  const bool whole =
+      !overwritten.isNull() && overwritten.translated(origin).contains(all) && clipInImage_ == QRegion(all);
   ownPixels(*image, !whole);
   if (kind == Kind::memory) bitmap.object->alpha.clear();
   if (kind == Kind::memory && bitmap.object->blank) {
@@ -132,10 +137,12 @@ std::optional<Canvas> Dc::canvas(const QRect &overwritten) {
   }
   return Canvas{reinterpret_cast<QRgb *>(image->bits()),
                 image->bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb)),
-                image->rect(),
+                all,
                 &clipInImage_,
                 origin,
-                kind == Kind::memory && bitmap.object->bits == 1};
+                kind == Kind::memory && bitmap.object->bits == 1,
+                nullptr,
+                palette.object};
 }
 
 void Dc::drawn(const QRect &image) {
@@ -161,7 +168,10 @@ HDC openPaperDc(std::shared_ptr<Paper> paper) {
   return openObject<HDC>(dc);
 }
 
-bool closeDc(HDC dc) { return drawingHandles().close<Dc>(dc); }
+bool closeDc(HDC dc) {
+  const DesktopLock lock;
+  return drawingHandles().close<Dc>(dc);
+}
 
 bool releaseDc(HDC dc) {
   const auto context = dcOf(dc);
@@ -243,7 +253,7 @@ int GetDeviceCaps(HDC dc, int index) {
     case BITSPIXEL: return 32;
     case PLANES: return 1;
     case NUMCOLORS: return -1; // more than a palette has
-    case RASTERCAPS: return 48793;
+    case RASTERCAPS: return kRasterCaps;
     case LOGPIXELSX:
     case LOGPIXELSY: return perInch;
     default: return 0;

@@ -22,28 +22,29 @@ struct Canvas {
   QPoint origin;       // of the device coordinates in the image
   bool mono;           // pixels are to be only black and white
   Paper *paper = nullptr;
+  const Palette *palette = nullptr; // for colours that are named by numbers; null for the system's own
 
   QRgb *row(int y) const { return bits + y * pitch; }
 };
 
-// Farther off than any image reaches, and sums of such numbers are numbers still. What coordinates are cut to.
+// Coordinates are cut to this distance. No image reaches so far, and the sum of two such numbers doesn't overflow.
 constexpr int kFar = 1 << 28;
 
-// The rectangle of edges in any order, cut to kFar.
+// A rectangle whose edges come in any order, with its edges in order and cut to kFar.
 QRect rectOf(const RECT &rect);
 
-struct Dc : Object {
+struct Dc : DrawingItem {
   enum class Kind { display, window, memory, paper };
 
   Dc();
   ~Dc() override;
 
   Kind kind = Kind::display;
-  HWND window = nullptr;            // whose context it is, to be released; null for one that is to be deleted
+  HWND window = nullptr;            // of a context that is to be released; null for one that is to be deleted
   std::shared_ptr<Surface> surface; // of a window's context
-  QPoint origin;                    // of its device coordinates in the surface
-  QRegion visible;                  // of the window, in the surface: where it draws,
-  QRect readable;                   // and where its pixels are read
+  QPoint origin;                    // of the device coordinates in the surface
+  QRegion visible;                  // the part of the surface that the context draws on
+  QRect readable;                   // the part of the surface whose pixels other contexts get
   Selected<Bitmap> bitmap;          // of a memory context
   std::shared_ptr<Paper> paper;     // of a printer's context
 
@@ -71,19 +72,18 @@ struct Dc : Object {
   POINT toLogical(POINT device) const;
   // A logical rectangle in device coordinates, its edges in order and cut as by rectOf.
   QRect toDevice(const RECT &rect) const;
-  // A logical width or height in device pixels, never negative.
+  // A logical width in device pixels, never negative.
   int widthToDevice(int width) const;
-  int heightToDevice(int height) const;
   // Whether logical coordinates are device coordinates.
   bool unmapped() const;
 
   // The whole image or paper, in device coordinates; of a context without one the screen.
   QRect extent();
-  // What of it can be drawn on without a clip of the application.
+  // The part of that which the context draws on as long as the application sets no clip.
   QRegion open();
   // What to draw on; nothing when the context draws nowhere or everything is clipped away.
-  // overwritten: what the call is going to write whatever was there, in device coordinates. A new bitmap is black, but
-  // its pixels aren't made so when all of them are overwritten first.
+  // overwritten: the rectangle that the call is going to fill without a look at its pixels, in device coordinates. A new
+  // bitmap is black, but nobody blackens one that is overwritten as a whole.
   std::optional<Canvas> canvas(const QRect &overwritten = {});
   // The image that it draws on, whatever is clipped away; null for the display.
   QImage *image();
@@ -105,7 +105,7 @@ struct Dc : Object {
   QRegion clipInImage_;
 };
 
-inline std::shared_ptr<Dc> dcOf(HDC dc) { return drawingHandles().get<Dc>(dc); }
+inline Dc *dcOf(HDC dc) { return drawingObject<Dc>(dc); }
 
 // A context of a window. surface: null for the screen's own window. origin: of the device coordinates in the surface.
 // visible: where it may draw, likewise. readable: where its pixels may be read.

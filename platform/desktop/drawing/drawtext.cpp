@@ -25,6 +25,7 @@ constexpr int64_t kUsualTab = 8; // characters
 struct Paragraph {
   Codes codes;
   QVarLengthArray<qsizetype, 4> prefixed; // characters that had one
+  bool ended = false;                     // by a line end, not by the end of the text
 };
 
 // A line as it is drawn.
@@ -32,6 +33,7 @@ struct Line {
   Codes codes;
   qsizetype prefixed = -1; // the character to underline
   int64_t width = 0;       // in device pixels
+  bool broken = false;     // it ends where a piece of text had no room
 };
 
 bool isLineEnd(uint16_t code) { return code == '\r' || code == '\n'; }
@@ -51,21 +53,32 @@ class Layout {
   const std::optional<Codes> &shortened() const { return shortened_; }
 
  private:
-  // How many characters of the rest of a paragraph a line has, and where the next one begins.
+  // How many characters of a piece stand in a line, and how many are done with then.
   struct Cut {
     qsizetype end, next;
+    bool atSpace = false; // the line may end in a space, which is not placed with it
+  };
+  // What follows a line, or a piece of it.
+  struct Rest {
+    bool hidden; // lines below this one are not drawn
+    bool more;   // there is more text
+    bool ended;  // the paragraph has a line end
   };
 
   bool is(UINT flag) const { return (format_ & flag) != 0; }
-  bool fits(int64_t pixels) const { return logicalWidth(dc_, pixels) <= room_; }
+  bool reaches(int64_t pixels) const { return logicalWidth(dc_, pixels) > room_; }
+  // Whether a piece of text that begins after some pixels has room. One that begins beyond the room isn't asked.
+  bool fits(int64_t before, int64_t width) const { return reaches(before) || !reaches(before + width); }
   bool beyond(int64_t y) const;
 
   Paragraph nextParagraph(Run &text) const;
   qsizetype fitting(Run run, int64_t besides) const;
-  Cut cut(Run rest) const;
+  Run pieceAt(const Paragraph &paragraph, qsizetype from) const;
+  Cut cut(Run piece, int64_t before) const;
   Line lineOf(const Paragraph &paragraph, qsizetype from, Cut cut) const;
-  void shorten(Line &line, bool last, bool more);
-  void replace(Line &line, qsizetype front, qsizetype tail);
+  Line takeLine(const Paragraph &paragraph, qsizetype &from, Rest rest);
+  bool shorten(Line &piece, int64_t before, Rest rest) const;
+  void replace(Line &piece, qsizetype front, qsizetype tail) const;
   void drawLine(const Line &line, int64_t y);
   int64_t afterTab(int64_t x) const { return (x / tab_ + 1) * tab_; }
   int64_t widthAfter(int64_t x, uint16_t code) const;
@@ -122,6 +135,7 @@ Paragraph Layout::nextParagraph(Run &text) const {
     }
     paragraph.codes.append(text[at]);
   }
+  paragraph.ended = at < text.size();
   // \r\n is one end, and so is \n\r
   if (at < text.size()) at += at + 1 < text.size() && isEnd(at + 1) && text[at] != text[at + 1] ? 2 : 1;
   text = text.subspan(at);
@@ -144,7 +158,7 @@ qsizetype Layout::fitting(Run run, int64_t besides) const {
   qsizetype count = 0;
   for (const uint16_t code : run) {
     x = widthAfter(x, code);
-    if (!fits(x + besides)) break;
+    if (reaches(x + besides)) break;
     ++count;
   }
   return count;
@@ -164,25 +178,28 @@ qsizetype lastBreak(Run run, qsizetype place) {
   return usual;
 }
 
-// Where the first line of the rest of a paragraph ends. A word that has no room reaches to the next space, which is not
+// The text from a place up to the next tab that is expanded.
+Run Layout::pieceAt(const Paragraph &paragraph, qsizetype from) const {
+  const Run rest = Run(paragraph.codes).subspan(static_cast<size_t>(from));
+  const auto end = is(DT_EXPANDTABS) ? std::find(rest.begin(), rest.end(), '\t') : rest.end();
+  return rest.first(static_cast<size_t>(end - rest.begin()));
+}
+
+// Where the line ends in a piece that has no room in it. A word that has no room reaches to the next space, which is not
 // drawn.
-Layout::Cut Layout::cut(Run rest) const {
-  const auto all = static_cast<qsizetype>(rest.size());
-  if (!is(DT_WORDBREAK)) return {all, all};
-  const qsizetype room = fitting(rest, 0);
-  if (room == all) return {all, all};
-  if (const qsizetype end = lastBreak(rest, room)) return {end, end};
-  if (is(DT_EDITCONTROL)) return {std::max<qsizetype>(1, room), std::max<qsizetype>(1, room)};
-  const auto space = std::find(rest.begin() + room, rest.end(), ' ');
-  return {space - rest.begin(), std::min(space + 1, rest.end()) - rest.begin()};
+Layout::Cut Layout::cut(Run piece, int64_t before) const {
+  const qsizetype room = fitting(piece, before);
+  if (const qsizetype end = lastBreak(piece, room)) return {end, end, true};
+  if (is(DT_EDITCONTROL) && !is(DT_PATH_ELLIPSIS | DT_WORD_ELLIPSIS)) // those have dots for such a word
+    return {std::max<qsizetype>(1, room), std::max<qsizetype>(1, room)};
+  const auto space = std::find(piece.begin() + room, piece.end(), ' ');
+  return {space - piece.begin(), std::min(space + 1, piece.end()) - piece.begin()};
 }
 
 Line Layout::lineOf(const Paragraph &paragraph, qsizetype from, Cut cut) const {
   Line line;
   qsizetype to = from + cut.end;
-  // the space that a line was broken at is not placed with the line
-  const bool broken = cut.end == cut.next && from + cut.next < paragraph.codes.size();
-  if (broken && is(DT_CENTER | DT_RIGHT) && to > from && paragraph.codes[to - 1] == ' ') --to;
+  if (cut.atSpace && is(DT_CENTER | DT_RIGHT) && paragraph.codes[to - 1] == ' ') --to;
   line.codes.append(paragraph.codes.constData() + from, to - from);
   line.width = measured(line.codes);
   for (const qsizetype prefixed : paragraph.prefixed)
@@ -190,39 +207,73 @@ Line Layout::lineOf(const Paragraph &paragraph, qsizetype from, Cut cut) const {
   return line;
 }
 
-// Puts dots between the first characters of a line and those from a place on.
-void Layout::replace(Line &line, qsizetype front, qsizetype tail) {
-  Codes codes(line.codes.begin(), line.codes.begin() + front);
+// Puts dots between the first characters of a piece and those from a place on.
+void Layout::replace(Line &piece, qsizetype front, qsizetype tail) const {
+  Codes codes(piece.codes.begin(), piece.codes.begin() + front);
   codes.append(std::begin(kDots), std::size(kDots));
-  codes.append(line.codes.constData() + tail, line.codes.size() - tail);
-  if (line.prefixed >= tail)
-    line.prefixed += codes.size() - line.codes.size();
-  else if (line.prefixed >= front)
-    line.prefixed = -1;
-  line.codes = codes;
-  line.width = measured(line.codes);
-  shortened_ = std::move(codes);
+  codes.append(piece.codes.constData() + tail, piece.codes.size() - tail);
+  if (piece.prefixed >= tail)
+    piece.prefixed += codes.size() - piece.codes.size();
+  else if (piece.prefixed >= front)
+    piece.prefixed = -1;
+  piece.codes = std::move(codes);
+  piece.width = measured(piece.codes);
 }
 
-// last: no line is drawn after this one. more: there is text that would follow.
-void Layout::shorten(Line &line, bool last, bool more) {
+// Puts dots into a piece where the format asks for them. Result: whether it did.
+bool Layout::shorten(Line &piece, int64_t before, Rest rest) const {
   const int64_t dots = measured(kDots);
-  const Run codes = line.codes;
-  if (is(DT_PATH_ELLIPSIS) && !fits(line.width)) {
+  const Run codes = piece.codes;
+  bool done = false;
+  if (is(DT_PATH_ELLIPSIS) && !fits(before, piece.width)) {
     const auto name =
         std::find_if(codes.rbegin(), codes.rend(), [](uint16_t code) { return code == '\\' || code == '/'; });
     const size_t tail = name == codes.rend() ? 0 : static_cast<size_t>(codes.rend() - name) - 1;
-    replace(line, fitting(codes.first(tail), dots + measured(codes.subspan(tail))), static_cast<qsizetype>(tail));
+    const int64_t besides = before + dots + measured(codes.subspan(tail));
+    replace(piece, fitting(codes.first(tail), besides), static_cast<qsizetype>(tail));
+    done = true;
   }
-  const bool wide = !fits(line.width);
-  if ((is(DT_WORD_ELLIPSIS) && wide) || (is(DT_END_ELLIPSIS) && last && (wide || more)))
-    replace(line, fitting(line.codes, dots), line.codes.size());
+  const bool wide = !fits(before, piece.width);
+  const bool cut = (rest.hidden && (rest.more || rest.ended)) || (!rest.more && wide);
+  if ((is(DT_WORD_ELLIPSIS) && wide) || (is(DT_END_ELLIPSIS) && cut)) {
+    replace(piece, fitting(piece.codes, before + dots), piece.codes.size());
+    done = true;
+  }
+  return done;
+}
+
+// Takes the next line off a paragraph. from: where it begins, and then where the one after it does. The text between two
+// tabs is a piece that is broken and shortened for itself, in the room that is left for it. A line ends where a piece was
+// broken; dots take the place of all that follows in the paragraph, if tabs are expanded.
+Line Layout::takeLine(const Paragraph &paragraph, qsizetype &from, Rest rest) {
+  const Codes &codes = paragraph.codes;
+  Line line;
+  do {
+    for (; is(DT_EXPANDTABS) && from < codes.size() && codes[from] == '\t'; ++from) {
+      line.codes.append('\t');
+      line.width = afterTab(line.width);
+    }
+    const Run run = pieceAt(paragraph, from);
+    const auto all = static_cast<qsizetype>(run.size());
+    line.broken = is(DT_WORDBREAK) && !fits(line.width, measured(run));
+    const Cut end = line.broken ? cut(run, line.width) : Cut{all, all};
+    Line piece = lineOf(paragraph, from, end);
+    from += end.next;
+    const Rest behind{rest.hidden, rest.more || from < codes.size(), rest.ended};
+    const bool dotted = is(kEllipses) && shorten(piece, line.width, behind);
+    if (dotted && is(DT_EXPANDTABS)) from = codes.size();
+    if (piece.prefixed >= 0) line.prefixed = line.codes.size() + piece.prefixed;
+    line.codes.append(piece.codes.constData(), piece.codes.size());
+    line.width += piece.width;
+    if (dotted) shortened_ = line.codes;
+  } while (!line.broken && from < codes.size());
+  return line;
 }
 
 // y: from the rectangle's top.
 void Layout::drawLine(const Line &line, int64_t y) {
-  const int64_t free = room_ - logicalWidth(dc_, line.width);
-  const int64_t left = rect_.left + (is(DT_CENTER) ? free / 2 : is(DT_RIGHT) ? free : 0);
+  const int64_t right = int64_t{rect_.right} - logicalWidth(dc_, line.width); // where it begins to end at the right
+  const int64_t left = is(DT_CENTER) ? (rect_.left + right) / 2 : is(DT_RIGHT) ? right : rect_.left;
   const auto at = [&](int64_t x) { return POINT{inInt(left + logicalWidth(dc_, x)), inInt(rect_.top + y)}; };
   const Run codes = line.codes;
   int64_t x = 0, begin = 0; // begin: of the characters from first on
@@ -247,26 +298,25 @@ int Layout::run(Run text) {
     return inInt(lineHeight_);
   }
   int64_t y = 0;
-  if (is(DT_SINGLELINE) && is(DT_BOTTOM))
-    y = bottom_ - lineHeight_;
-  else if (is(DT_SINGLELINE) && is(DT_VCENTER))
+  if (is(DT_SINGLELINE) && is(DT_VCENTER))
     y = bottom_ / 2 - lineHeight_ / 2;
+  else if (is(DT_SINGLELINE) && is(DT_BOTTOM))
+    y = bottom_ - lineHeight_;
   bool last = false;
   do {
     const Paragraph paragraph = nextParagraph(text);
-    const Run codes = paragraph.codes;
-    size_t from = 0;
-    do {
-      const Cut end = cut(codes.subspan(from));
-      Line line = lineOf(paragraph, static_cast<qsizetype>(from), end);
-      from += static_cast<size_t>(end.next);
-      const bool more = from < codes.size() || !text.empty();
-      last = !more || beyond(y + lineHeight_);
-      if (is(kEllipses)) shorten(line, last, more);
+    qsizetype from = 0;
+    bool rest = true; // of the paragraph
+    while (!last && rest) {
+      const Rest below{beyond(y + lineHeight_), !text.empty(), paragraph.ended};
+      const Line line = takeLine(paragraph, from, below);
+      // a line end behind a word without room ends a line of its own, as on the platform
+      rest = from < paragraph.codes.size() || (line.broken && paragraph.ended);
+      last = below.hidden || (!rest && !below.more);
       widest_ = std::max(widest_, logicalWidth(dc_, line.width));
       if (!measuring()) drawLine(line, y);
       y += lineHeight_;
-    } while (!last && from < codes.size());
+    }
   } while (!last);
   end_ = y;
   return inInt(y);

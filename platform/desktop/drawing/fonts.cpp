@@ -57,6 +57,15 @@ int scaled(LONG length, LONG windowExtent, LONG viewportExtent) {
   return length < 0 ? -cut : cut;
 }
 
+// The height of characters for an lfHeight, which tells that height when it is negative, and else the one of the whole cell.
+// cell: its height for characters of 1. A cell that would come out higher than what was asked for is that of a size less.
+int emOf(LONG height, double cell) {
+  if (height < 0) return std::min<int>(-height, kHighest);
+  if (height == 0) height = kDefaultHeight;
+  const int nearest = std::clamp(rounded(height / cell), 1, kHighest);
+  return nearest > 1 && rounded(nearest * cell) > height ? nearest - 1 : nearest;
+}
+
 // The same font is often made anew for each picture, so those used last stay ready.
 std::shared_ptr<TextFont> sharedFont(const LOGFONTA &font) {
   constexpr size_t kReady = 32;
@@ -105,8 +114,7 @@ void TextFont::readMetrics(FT_Face file) {
     descent = os2->usWinDescent;
   }
   const double units = std::max<int>(1, file->units_per_EM), cell = std::max(1.0, ascent + descent);
-  const int height = description_.lfHeight == 0 ? kDefaultHeight : description_.lfHeight;
-  em_ = std::clamp(height < 0 ? -height : rounded(height * units / cell), 1, kHighest);
+  em_ = emOf(description_.lfHeight, cell / units);
   const auto pixels = [&](double length) { return rounded(length * em_ / units); };
 
   metrics_.ascent = pixels(ascent);

@@ -129,6 +129,6 @@ BOOL DrawIconEx(HDC dc, int x, int y, HICON handle, int width, int height, UINT,
     if (width == 0) width = usual ? GetSystemMetrics(SM_CXICON) : static_cast<int>(icon->picture.size().cx);
     if (height == 0) height = usual ? GetSystemMetrics(SM_CYICON) : static_cast<int>(icon->picture.size().cy);
     const auto brush = ground ? brushOf(ground) : nullptr;
-    return drawIcon(*context, *icon, boxOf(*context, x, y, width, height), flags, brush.get());
+    return drawIcon(*context, *icon, boxOf(*context, x, y, width, height), flags, brush);
   });
 }

@@ -4,7 +4,7 @@
 // images, the icon keeps the others within reach, so that whoever shows it elsewhere gets the best one for its size.
 #pragma once
 
-#include "platform/kernel/handles.h"
+#include "platform/desktop/drawing/objects.h"
 
 #include <QImage>
 #include <QPoint>
@@ -40,7 +40,7 @@ class IconSource {
   virtual std::optional<IconPicture> pictureFor(SIZE size, Choice choice = Choice::nearest) const = 0;
 };
 
-class Icon : public Object {
+class Icon : public DrawingItem {
  public:
   Icon(IconPicture picture, bool cursor, std::shared_ptr<const IconSource> source);
 

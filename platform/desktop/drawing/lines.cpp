@@ -102,8 +102,12 @@ class Walk {
  public:
   Walk(const Canvas &canvas, const Track &track, int64_t step)
       : carry_(2 * track.across_), full_(std::max<int64_t>(2 * track.along_, 1)) {
-    const int64_t distance = track.distanceAt(step);
+    const int64_t distance = step == 0 ? 0 : track.distanceAt(step);
     rest_ = static_cast<int64_t>(Track::Wide{carry_} * step + track.half() - Track::Wide{full_} * distance);
+    if (full_ <= kLongest) {
+      slope_ = fractionOf(carry_);
+      fraction_ = fractionOf(rest_);
+    }
     const int64_t along = track.back_ ? -step : step, across = track.up_ ? -distance : distance;
     const int64_t x = track.from_.x + (track.steep_ ? across : along) + canvas.origin.x();
     const int64_t y = track.from_.y + (track.steep_ ? along : across) + canvas.origin.y();
@@ -118,13 +122,39 @@ class Walk {
 
   void draw(int64_t count, Effect effect) {
     if (effect.copies())
-      steps(count, [turn = effect.turn](QRgb) { return turn; });
+      walk(count, [turn = effect.turn](QRgb) { return turn; });
     else
-      steps(count, [effect](QRgb pixel) { return effect.on(pixel); });
+      walk(count, [effect](QRgb pixel) { return effect.on(pixel); });
   }
 
  private:
-  template <typename Change> void steps(int64_t count, Change change) {
+  // Twice the length of the longest line whose slope is exact enough in so many bits: all steps together add less than the
+  // smallest part that decides on a pixel, one of full_.
+  static constexpr int kBits = 40;
+  static constexpr int64_t kLongest = 1 << 20;
+
+  // A part of full_, rounded up.
+  uint64_t fractionOf(int64_t part) const { return static_cast<uint64_t>(((part << kBits) + full_ - 1) / full_); }
+
+  template <typename Change> void walk(int64_t count, Change change) {
+    if (full_ <= kLongest)
+      slide(count, change);
+    else
+      step(count, change);
+  }
+
+  // No pixel's place waits for that of the one before.
+  template <typename Change> void slide(int64_t count, Change change) {
+    QRgb *at = at_;
+    uint64_t fraction = fraction_;
+    const auto place = [&]() -> QRgb & { return at[static_cast<qsizetype>(fraction >> kBits) * across_]; };
+#pragma GCC unroll 4
+    for (int64_t i = 0; i < count; ++i, at += along_, fraction += slope_) place() = change(place());
+    at_ = &place();
+    fraction_ = fraction & ((uint64_t{1} << kBits) - 1);
+  }
+
+  template <typename Change> void step(int64_t count, Change change) {
     QRgb *at = at_;
     int64_t rest = rest_;
     for (; count > 0; --count) {
@@ -142,13 +172,15 @@ class Walk {
   QRgb *at_;
   qsizetype along_, across_;
   int64_t carry_, full_, rest_;
+  uint64_t slope_ = 0, fraction_ = 0; // the same as carry_ and rest_, with kBits behind the point
 };
 
 // How a thin pen marks the steps of its lines. The pattern of dashes goes on from one line to the next.
 class Marks {
  public:
   Marks(const Canvas &canvas, const Pencil &pencil)
-      : canvas_(canvas), dashes_(pencil.dashes), dash_(effectOf(pencil.ink.rop2, pencil.ink.color)) {
+      : canvas_(canvas), clip_(canvas.clip->boundingRect()), simple_(canvas.clip->rectCount() == 1),
+        dashes_(pencil.dashes), dash_(effectOf(pencil.ink.rop2, pencil.ink.color)) {
     if (dashes_.empty()) return;
     gap_ = pencil.gap.transparent ? effectOf(R2_NOP, 0) : effectOf(pencil.gap.rop2, pencil.gap.color);
     for (const uint8_t length : dashes_) period_ += length;
@@ -157,7 +189,21 @@ class Marks {
   void line(POINT from, POINT to) {
     const Track track(from, to);
     if (track.length() == 0) return;
-    const auto [top, bottom] = std::minmax(from.y, to.y);
+    if (simple_ && seen(from) && seen(to))
+      part(track, {0, track.length()});
+    else
+      clipped(track, from.y, to.y);
+    if (period_) phase_ = (phase_ + track.length()) % period_;
+  }
+
+ private:
+  bool seen(POINT at) const {
+    const int64_t x = int64_t{at.x} + canvas_.origin.x(), y = int64_t{at.y} + canvas_.origin.y();
+    return x >= clip_.left() && x <= clip_.right() && y >= clip_.top() && y <= clip_.bottom();
+  }
+
+  void clipped(const Track &track, int fromRow, int toRow) const {
+    const auto [top, bottom] = std::minmax(fromRow, toRow);
     const auto row = [&](int y) {
       return static_cast<int>(std::clamp<int64_t>(int64_t{y} + canvas_.origin.y(), -1, canvas_.bounds.bottom() + 1));
     };
@@ -169,10 +215,8 @@ class Marks {
       while (i < clip.size() && clip[i].top() == clip[first].top()) ++i;
       if (rows.from < rows.to) inBand(track, rows, clip.subspan(first, i - first));
     }
-    if (period_) phase_ = (phase_ + track.length()) % period_;
   }
 
- private:
   // rows: the steps that lie in the rows of some rectangles beside each other.
   void inBand(const Track &track, Range rows, std::span<const QRect> clip) const {
     if (clip.size() == 1) {
@@ -212,6 +256,8 @@ class Marks {
   }
 
   const Canvas &canvas_;
+  const QRect clip_;  // round all rectangles of the canvas' clip
+  const bool simple_; // there is just one
   std::span<const uint8_t> dashes_;
   Effect dash_, gap_{};
   int64_t period_ = 0, phase_ = 0;
@@ -235,8 +281,10 @@ std::optional<Pencil> pencilOf(const Dc &dc, const Canvas &canvas) {
   pencil.inside = pen.style == PS_INSIDEFRAME;
   // on paper the pixels of a line that is thin on the screen are many
   if (pencil.width == 1 || (canvas.paper && pen.width <= 1)) pencil.dashes = dashesOf(pen.style);
-  pencil.ink.rop2 = pencil.gap.rop2 = dc.rop2;
+  pencil.ink.rop2 = dc.rop2;
   pencil.ink.color = shownOn(canvas, pen.color, dc.bkColor);
+  if (pencil.dashes.empty()) return pencil;
+  pencil.gap.rop2 = dc.rop2;
   pencil.gap.color = backgroundShown(canvas, pen.color, dc.bkColor);
   pencil.gap.transparent = dc.bkMode == TRANSPARENT;
   return pencil;
@@ -317,7 +365,7 @@ BOOL LineTo(HDC dc, int x, int y) {
     if (const auto canvas = context->canvas())
       if (const auto pencil = pencilOf(*context, *canvas)) {
         drawLines(*canvas, *pencil, points);
-        context->drawn(boundsOf(*canvas, points, pencil->width));
+        if (context->surface) context->drawn(boundsOf(*canvas, points, pencil->width));
       }
     return TRUE;
   });

@@ -35,8 +35,9 @@ QRect boundsOf(const Canvas &canvas, std::span<const POINT> points, int more = 0
 std::vector<POINT> toDevice(const Dc &dc, std::span<const POINT> logical);
 
 // Runs a drawing function with a context and its canvas, and tells the screen of the rectangle that it returns.
-// Result: whether there is such a context, be there anything to draw on or not.
-// overwritten: tells what the function is going to write whatever was there, in device coordinates.
+// Result: whether there is such a context, even if it draws nowhere.
+// overwritten: a function that tells which rectangle is going to be filled without a look at its pixels, in device
+// coordinates.
 template <typename Draw, typename Overwritten> BOOL drawOn(HDC dc, Draw draw, Overwritten overwritten) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
     const auto context = dcOf(dc);

@@ -40,10 +40,6 @@ Axis across(const Dc &dc) { return {dc.windowOrigin.x, dc.windowExtent.cx, dc.vi
 
 Axis down(const Dc &dc) { return {dc.windowOrigin.y, dc.windowExtent.cy, dc.viewportOrigin.y, dc.viewportExtent.cy}; }
 
-int lengthToDevice(int length, int windowExtent, int viewportExtent) {
-  return rounded(std::abs(static_cast<double>(length) * viewportExtent / windowExtent));
-}
-
 // How many units of a mode a tenth of a millimetre has.
 double unitsPerTenth(int mode) {
   switch (mode) {
@@ -151,9 +147,9 @@ QRect Dc::toDevice(const RECT &rect) const {
   return rectOf({a.x, a.y, b.x, b.y});
 }
 
-int Dc::widthToDevice(int width) const { return lengthToDevice(width, windowExtent.cx, viewportExtent.cx); }
-
-int Dc::heightToDevice(int height) const { return lengthToDevice(height, windowExtent.cy, viewportExtent.cy); }
+int Dc::widthToDevice(int width) const {
+  return rounded(std::abs(static_cast<double>(width) * viewportExtent.cx / windowExtent.cx));
+}
 
 } // namespace platform
 

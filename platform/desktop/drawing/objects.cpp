@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <span>
 
 namespace platform {
 
@@ -83,8 +84,7 @@ template <typename Record> int writePart(const Record &record, int size, void *d
 }
 
 template <typename Kind> HGDIOBJ exchange(Selected<Kind> &place, DrawingObject &object, HGDIOBJ handle) {
-  const Selected<Kind> before = std::move(place);
-  place = {std::static_pointer_cast<Kind>(object.shared_from_this()), handle};
+  const Selected<Kind> before = std::exchange(place, {static_cast<Kind *>(&object), handle});
   ++object.selections;
   letGo(*before.object, before.handle);
   return before.handle;
@@ -104,14 +104,30 @@ Handles &drawingHandles() {
   return *table;
 }
 
+QRgb colorOfEntry(COLORREF color, const Palette *palette) {
+  constexpr COLORREF kByNumber = 0x01000000u, kOfBitmap = 0x10FFu;
+  if (color >> 16 == kOfBitmap) return qRgb(0, 0, 0); // a number in the bitmap's own table, which no bitmap here has
+  if (!(color & kByNumber)) return pixelOf(color & (kByNumber - 1));
+  const std::span<const PALETTEENTRY> entries = palette ? std::span(palette->entries) : std::span(kSystemPalette);
+  if (entries.empty()) return qRgb(0, 0, 0);
+  const size_t number = LOWORD(color);
+  const PALETTEENTRY &entry = entries[number < entries.size() ? number : 0];
+  return qRgb(entry.peRed, entry.peGreen, entry.peBlue);
+}
+
 size_t countDrawing() { return drawingHandles().count() - stockCount; }
 
 void letGo(DrawingObject &object, HGDIOBJ handle) {
   if (--object.selections == 0 && object.deleted) drawingHandles().close<DrawingObject>(handle);
 }
 
-HANDLE openUncounted(std::shared_ptr<Object> object) {
-  const HANDLE handle = drawingHandles().open(std::move(object));
+HANDLE openItem(std::shared_ptr<DrawingItem> item) {
+  const DesktopLock lock;
+  return drawingHandles().open(std::move(item));
+}
+
+HANDLE openUncounted(std::shared_ptr<DrawingItem> item) {
+  const HANDLE handle = openItem(std::move(item));
   if (handle) ++stockCount;
   return handle;
 }
@@ -130,10 +146,10 @@ HGDIOBJ stockObject(int index) {
   return handle;
 }
 
-std::shared_ptr<Brush> brushOf(HBRUSH brush) {
+Brush *brushOf(HBRUSH brush) {
   const auto value = reinterpret_cast<uintptr_t>(brush);
   if (value - 1 < 0xFF) brush = GetSysColorBrush(static_cast<int>(value - 1));
-  return drawingHandles().get<Brush>(brush);
+  return drawingObject<Brush>(brush);
 }
 
 HGDIOBJ Pen::selectInto(Dc &dc, HGDIOBJ handle) { return exchange(dc.pen, *this, handle); }
@@ -227,7 +243,7 @@ HPALETTE CreatePalette(const LOGPALETTE *palette) {
 HPALETTE SelectPalette(HDC dc, HPALETTE palette, BOOL) {
   return locked<HPALETTE>(nullptr, [&]() -> HPALETTE {
     const auto context = dcOf(dc);
-    const auto object = drawingHandles().get<Palette>(palette);
+    const auto object = drawingObject<Palette>(palette);
     if (!context || !object) return nullptr;
     return static_cast<HPALETTE>(exchange(context->palette, *object, palette));
   });
@@ -235,7 +251,7 @@ HPALETTE SelectPalette(HDC dc, HPALETTE palette, BOOL) {
 
 UINT GetPaletteEntries(HPALETTE palette, UINT first, UINT count, PALETTEENTRY *entries) {
   return locked<UINT>(0, [&]() -> UINT {
-    const auto object = drawingHandles().get<Palette>(palette);
+    const auto object = drawingObject<Palette>(palette);
     if (!object) return 0;
     const auto size = static_cast<UINT>(object->entries.size());
     if (!entries || count == 0) return size;
@@ -253,21 +269,21 @@ HGDIOBJ GetStockObject(int index) {
 HGDIOBJ SelectObject(HDC dc, HGDIOBJ object) {
   return locked<HGDIOBJ>(nullptr, [&]() -> HGDIOBJ {
     const auto context = dcOf(dc);
-    const auto chosen = drawingHandles().get<DrawingObject>(object);
+    const auto chosen = drawingObject(object);
     return context && chosen ? chosen->selectInto(*context, object) : nullptr;
   });
 }
 
 int GetObjectA(HANDLE object, int size, void *description) {
   return locked<int>(0, [&]() -> int {
-    const auto found = drawingHandles().get<DrawingObject>(object);
+    const auto found = drawingObject(object);
     return found ? found->describe(size, description) : 0;
   });
 }
 
 BOOL DeleteObject(HGDIOBJ object) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
-    const auto found = drawingHandles().get<DrawingObject>(object);
+    const auto found = drawingObject(object);
     if (!found) return closeDc(static_cast<HDC>(object));
     if (found->stock) return TRUE;
     found->deleted = found->selections > 0;
@@ -277,5 +293,5 @@ BOOL DeleteObject(HGDIOBJ object) {
 
 // Palettes need no mapping to the screen's colours, so there is nothing to take back.
 BOOL UnrealizeObject(HGDIOBJ object) {
-  return locked<BOOL>(FALSE, [&]() -> BOOL { return drawingHandles().get<Object>(object) != nullptr; });
+  return locked<BOOL>(FALSE, [&]() -> BOOL { return drawingHandles().look<Object>(object) != nullptr; });
 }

@@ -15,13 +15,24 @@ namespace platform {
 struct Dc;
 class TextFont; // a font made ready to draw with; see fonts.h
 
-// Handles of drawing objects and contexts. They are never as small as the numbers of system colours.
+// Handles of drawing objects, contexts and icons. They are never as small as the numbers of system colours. All is done
+// with them under the desktop lock, so that looking one up costs no lock of the table's and no share in the object.
 Handles &drawingHandles();
 // Those that the application made.
 size_t countDrawing();
 
-class DrawingObject : public Object, public std::enable_shared_from_this<DrawingObject> {
+class DrawingObject;
+
+// What such a handle stands for.
+class DrawingItem : public Object {
  public:
+  // Itself, if it is an object that contexts draw with.
+  virtual DrawingObject *drawingObject() { return nullptr; }
+};
+
+class DrawingObject : public DrawingItem {
+ public:
+  DrawingObject *drawingObject() final { return this; }
   // Selects it into a context. Result: what SelectObject answers.
   virtual HGDIOBJ selectInto(Dc &dc, HGDIOBJ handle) = 0;
   // Writes what GetObjectA tells of it, and returns its size; without a buffer only the size.
@@ -102,30 +113,46 @@ class Palette : public DrawingObject {
   const std::vector<PALETTEENTRY> entries;
 };
 
-// A selected object: what it is, and the handle that a later selection gives back.
+// A selected object, which the handle keeps alive at least as long as it is selected. A later selection gives it back.
 template <typename Kind> struct Selected {
-  std::shared_ptr<Kind> object;
+  Kind *object = nullptr;
   HGDIOBJ handle = nullptr;
 };
 
 // For a context that is about to select another object or to go.
 void letGo(DrawingObject &object, HGDIOBJ handle);
 
+HANDLE openItem(std::shared_ptr<DrawingItem> item);
 // Gives an object a handle of the type that the API uses for its kind.
-template <typename Handle> Handle openObject(std::shared_ptr<Object> object) {
-  return static_cast<Handle>(static_cast<void *>(drawingHandles().open(std::move(object))));
+template <typename Handle> Handle openObject(std::shared_ptr<DrawingItem> item) {
+  return static_cast<Handle>(static_cast<void *>(openItem(std::move(item))));
 }
 
 // The same for an object that stays, and that the application is not asked for.
-HANDLE openUncounted(std::shared_ptr<Object> object);
+HANDLE openUncounted(std::shared_ptr<DrawingItem> item);
 // And for one of the system's own.
 HGDIOBJ openStock(std::shared_ptr<DrawingObject> object);
 // The object of a stock number; null for a number that is none.
 HGDIOBJ stockObject(int index);
 // A brush by handle, or by a system colour's number plus 1. Null when it is neither.
-std::shared_ptr<Brush> brushOf(HBRUSH brush);
+Brush *brushOf(HBRUSH brush);
+// The object of a handle; null for one of another kind.
+template <typename Kind> Kind *drawingObject(HANDLE handle) { return drawingHandles().look<Kind>(handle); }
+// The same for an object of any kind.
+inline DrawingObject *drawingObject(HANDLE handle) {
+  auto *const item = static_cast<DrawingItem *>(drawingHandles().look<Object>(handle));
+  return item ? item->drawingObject() : nullptr;
+}
 
-inline QRgb toQt(COLORREF color) { return qRgb(color & 0xFF, color >> 8 & 0xFF, color >> 16 & 0xFF); }
+// A colour that the application names by its number in a palette.
+QRgb colorOfEntry(COLORREF color, const Palette *palette);
+// A colour of the application as pixels hold it. palette: where it finds one that is named by its number; null for the
+// system's own palette.
+inline QRgb pixelOf(COLORREF color, const Palette *palette = nullptr) {
+  constexpr COLORREF kPlain = 0x01000000u; // from here on the top byte says what the others mean
+  if (color >= kPlain) return colorOfEntry(color, palette);
+  return qRgb(GetRValue(color), GetGValue(color), GetBValue(color));
+}
 inline COLORREF fromQt(QRgb color) { return RGB(qRed(color), qGreen(color), qBlue(color)); }
 
 } // namespace platform

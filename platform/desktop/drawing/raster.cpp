@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 
 constexpr QRgb kBlack = 0xFF000000u, kWhite = 0xFFFFFFFFu, kOpaque = 0xFF000000u;
-constexpr COLORREF kColorBits = 0xFFFFFFu; // the top byte says where a colour comes from
+constexpr QRgb kColorBits = 0xFFFFFFu;
 
 constexpr uint8_t kHatches[][8] = {
     {0x00, 0x00, 0x00, 0xFF, 0x00, 0x00, 0x00, 0x00}, {0x08, 0x08, 0x08, 0x08, 0x08, 0x08, 0x08, 0x08},
@@ -41,8 +41,8 @@ constexpr Dithers makeDithers() {
 constexpr Dithers kDithers = makeDithers();
 
 // How many of 64 pixels are white in a colour's pattern.
-int whiteOf64(COLORREF color) {
-  const int light = 30 * GetRValue(color) + 59 * GetGValue(color) + 11 * GetBValue(color); // up to 100 x 255
+int whiteOf64(QRgb color) {
+  const int light = 30 * qRed(color) + 59 * qGreen(color) + 11 * qBlue(color); // up to 100 x 255
   return light < 200 ? 0 : (light - 200) / 400 + 1;
 }
 
@@ -77,27 +77,26 @@ void applyTo(QRgb *pixels, int count, Effect effect) {
 }
 
 QRgb shown(const Canvas &canvas, COLORREF color) {
-  if (!canvas.mono) return toQt(color);
-  return GetRValue(color) + GetGValue(color) + GetBValue(color) > 3 * 255 / 2 ? kWhite : kBlack;
+  const QRgb pixel = pixelOf(color, canvas.palette);
+  if (!canvas.mono) return pixel;
+  return qRed(pixel) + qGreen(pixel) + qBlue(pixel) > 3 * 255 / 2 ? kWhite : kBlack;
 }
 
 QRgb shownOn(const Canvas &canvas, COLORREF color, COLORREF background) {
-  if (!canvas.mono) return toQt(color);
-  const COLORREF bits = color & kColorBits;
-  if (bits == (kBlack & kColorBits) || bits == kColorBits) return bits | kOpaque;
+  const QRgb pixel = pixelOf(color, canvas.palette);
+  if (!canvas.mono || pixel == kBlack || pixel == kWhite) return pixel;
   const QRgb nearest = shown(canvas, background);
-  return bits == (background & kColorBits) ? nearest : nearest ^ kColorBits;
+  return color == background ? nearest : nearest ^ kColorBits;
 }
 
 QRgb backgroundShown(const Canvas &canvas, COLORREF color, COLORREF background) {
-  if (!canvas.mono) return toQt(background);
-  const bool same = (color & kColorBits) == (background & kColorBits);
-  return shownOn(canvas, color, background) ^ (same ? 0u : kColorBits);
+  if (!canvas.mono) return pixelOf(background, canvas.palette);
+  return shownOn(canvas, color, background) ^ (color == background ? 0u : kColorBits);
 }
 
 Ink solidInk(const Canvas &canvas, COLORREF color, POINT brushOrigin) {
   Ink ink;
-  const int white = canvas.mono ? whiteOf64(color) : 0;
+  const int white = canvas.mono ? whiteOf64(pixelOf(color, canvas.palette)) : 0;
   if (!canvas.mono || white % 64 == 0) {
     ink.color = shown(canvas, color);
     return ink;
@@ -200,11 +199,6 @@ void Filler::hatchRow(QRgb *row, int count, int x, int y) const {
 }
 
 void fillRect(const Canvas &canvas, const QRect &rect, const Ink &ink) { Filler(canvas, ink).rect(rect); }
-
-void fillRegion(const Canvas &canvas, const QRegion &region, const Ink &ink) {
-  const Filler filler(canvas, ink);
-  for (const QRect &rect : region) filler.rect(rect);
-}
 
 void setPixel(const Canvas &canvas, QPoint at, const Ink &ink) {
   if (ink.hatch || canvas.paper) {

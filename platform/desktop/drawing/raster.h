@@ -28,7 +28,7 @@ struct Effect {
   bool copies() const { return keep == 0; }
 };
 Effect effectOf(int rop2, QRgb color);
-// Does it to pixels beside each other.
+// Applies an effect to pixels beside each other.
 void applyTo(QRgb *pixels, int count, Effect effect);
 
 // The colour that a canvas can show: on one of one bit, white where the colour is nearer to it.
@@ -44,7 +44,6 @@ std::optional<Ink> inkOf(const Dc &dc, const Canvas &canvas, const Brush &brush)
 
 // Each one keeps within the canvas' clip.
 void fillRect(const Canvas &canvas, const QRect &rect, const Ink &ink);
-void fillRegion(const Canvas &canvas, const QRegion &region, const Ink &ink);
 void setPixel(const Canvas &canvas, QPoint at, const Ink &ink);
 
 // What two rectangles share. Unlike Qt's own it takes rectangles wider than an int can say.

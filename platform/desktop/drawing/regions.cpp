@@ -63,8 +63,8 @@ HRGN CreateRectRgnIndirect(const RECT *rect) {
 
 int CombineRgn(HRGN result, HRGN first, HRGN second, int mode) {
   return locked<int>(ERROR, [&]() -> int {
-    const auto to = drawingHandles().get<Region>(result), a = drawingHandles().get<Region>(first);
-    const auto b = drawingHandles().get<Region>(second);
+    const auto to = drawingObject<Region>(result), a = drawingObject<Region>(first);
+    const auto b = drawingObject<Region>(second);
     if (!to || !a) return ERROR;
     QRegion made;
     if (!combine(made, a->region, b ? &b->region : nullptr, mode)) return ERROR;
@@ -75,7 +75,7 @@ int CombineRgn(HRGN result, HRGN first, HRGN second, int mode) {
 
 int GetRgnBox(HRGN region, RECT *rect) {
   return locked<int>(ERROR, [&]() -> int {
-    const auto found = drawingHandles().get<Region>(region);
+    const auto found = drawingObject<Region>(region);
     if (!found || !rect) return ERROR;
     *rect = found->region.isEmpty() ? RECT{0, 0, 0, 0} : fromQt(found->region.boundingRect());
     return kindOf(found->region);
@@ -87,7 +87,7 @@ int SelectClipRgn(HDC dc, HRGN region) { return ExtSelectClipRgn(dc, region, RGN
 int ExtSelectClipRgn(HDC dc, HRGN region, int mode) {
   return locked<int>(ERROR, [&]() -> int {
     const auto context = dcOf(dc);
-    const auto found = drawingHandles().get<Region>(region);
+    const auto found = drawingObject<Region>(region);
     if (!context || (region && !found)) return ERROR;
     return selectClip(*context, found ? &found->region : nullptr, mode);
   });
@@ -96,7 +96,7 @@ int ExtSelectClipRgn(HDC dc, HRGN region, int mode) {
 int GetClipRgn(HDC dc, HRGN region) {
   return locked<int>(-1, [&]() -> int {
     const auto context = dcOf(dc);
-    const auto found = drawingHandles().get<Region>(region);
+    const auto found = drawingObject<Region>(region);
     if (!context || !found) return -1;
     if (!context->clip) return 0;
     found->region = *context->clip;

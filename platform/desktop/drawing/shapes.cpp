@@ -109,7 +109,8 @@ std::array<POINT, 4> frameOf(const QRect &box) {
 using namespace platform;
 
 int FillRect(HDC dc, const RECT *rect, HBRUSH brush) {
-  const auto found = brushOf(brush);
+  const DesktopLock lock;
+  const Brush *const found = brushOf(brush);
   if (!rect || !found) return 0;
   const auto boxIn = [&](const Dc &context) {
     return filledBox(context, rect->left, rect->top, rect->right, rect->bottom);
@@ -127,7 +128,8 @@ int FillRect(HDC dc, const RECT *rect, HBRUSH brush) {
 }
 
 int FrameRect(HDC dc, const RECT *rect, HBRUSH brush) {
-  const auto found = drawingHandles().get<Brush>(brush); // here a system colour is none
+  const DesktopLock lock;
+  const Brush *const found = drawingObject<Brush>(brush); // here a system colour is none
   if (!rect || !found || rect->left >= rect->right || rect->top >= rect->bottom) return 0;
   return drawOn(dc, [&](Dc &context, const Canvas &canvas) {
     auto ink = inkOf(context, canvas, *found);

@@ -8,22 +8,23 @@
 
 namespace platform {
 
-// A box of logical coordinates in device coordinates, ordered, right and bottom outside; so far as ints go without care.
+// A box of logical coordinates in device coordinates, with its edges in order and cut to kFar. Its right and bottom edges
+// are outside.
 QRect deviceBox(const Dc &dc, int left, int top, int right, int bottom);
 
 // The pixels that filling a box of logical coordinates fills. A box that is turned round begins at its first corner all
 // the same, and so lies a pixel further right or down.
 QRect filledBox(const Dc &dc, int left, int top, int right, int bottom);
 
-// Draws a polygon in device coordinates; nothing with an ink or a pencil that is none. What a wide line covers is not
-// filled before, which a raster operation would show.
+// Draws a polygon in device coordinates. Without an ink it isn't filled, and without a pencil it has no outline. Pixels
+// under a wide outline aren't filled before, since a raster operation would show both.
 void drawPolygon(const Canvas &canvas, std::span<const POINT> points, int mode, const std::optional<Ink> &ink,
                  const std::optional<Pencil> &pencil);
 
-// Draws a rectangle that fills a box of device coordinates; without a pencil the last column and row stay free.
+// Draws a rectangle that fills a box of device coordinates. Without a pencil the last column and row of the box stay free.
 void drawRectangle(const Canvas &canvas, QRect box, const std::optional<Ink> &ink, const std::optional<Pencil> &pencil);
 
-// What a shape between corners may change of the image, its outline with it.
+// The part of the image that a shape between corners may change with its inside and its outline.
 QRect reachOf(const Canvas &canvas, std::span<const POINT> corners, const std::optional<Pencil> &pencil);
 
 // The box that the middle of a pen goes along, so that what it draws stays within a box.

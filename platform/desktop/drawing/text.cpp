@@ -18,8 +18,8 @@ namespace {
 constexpr uint16_t kBroken = 0x8145; // the middle dot
 constexpr UINT kAcross = TA_LEFT | TA_RIGHT | TA_CENTER, kDown = TA_TOP | TA_BOTTOM | TA_BASELINE;
 
-// pixels in logical units where an extent of the viewport shows one of the window; unlike lengths on their way to the
-// device they are rounded, and a negative scale rounds the other way.
+// A number of pixels in logical units, by the extents of one direction. The result is rounded, while a length on its way to
+// the device is cut. Where the scale is negative, half a unit is rounded the other way.
 int toLogical(int64_t pixels, LONG windowExtent, LONG viewportExtent) {
   if (windowExtent == viewportExtent) return static_cast<int>(std::min<int64_t>(pixels, INT_MAX));
   const double exact = static_cast<double>(pixels) * windowExtent / viewportExtent;
@@ -97,7 +97,8 @@ void TextPen::limit(const QRect &rect) {
 
 void TextPen::mark(const QRect &rect) { drawn_ = drawn_.isEmpty() ? rect : drawn_ | rect; }
 
-// Along the base line is to the right and, with a turn, up; across it is downwards and, with a turn, to the right.
+// The base line goes to the right, and a turn lifts its end. What lies below it is downwards, and a turn moves that to the
+// right.
 TextPen::Line TextPen::lineFor(POINT at, int64_t width) const {
   const UINT across = dc_.textAlign & kAcross, down = dc_.textAlign & kDown;
   const POINT point = dc_.toDevice(at);
@@ -171,7 +172,7 @@ void TextPen::draw(POINT at, Run run) {
   if (font_->description().lfStrikeOut) band(metrics.strikeOut, metrics.strikeOutWidth);
 }
 
-// Most text lies within its limits; a page then does without a clip for each.
+// A text that lies within its limits, as most do, needs no clip of its own on the page.
 void TextPen::drawOnPaper(const Line &line, Run run) {
   const TextMetrics &metrics = font_->metrics();
   const QRect reach(whole(line.x), whole(line.y) - metrics.ascent, near(line.width), font_->height());

@@ -1,4 +1,4 @@
-// Who has the mouse for himself, and who waits for it to leave.
+// The mouse capture, and windows that wait for the mouse to leave.
 
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/above.h"
@@ -57,7 +57,7 @@ BOOL TrackMouseEvent(TRACKMOUSEEVENT *event) {
     if (above::windowAt(cursorPosition(), devices().pointerTop, hit) == event->hwndTrack)
       queue->tracked = event->hwndTrack;
     else
-      post(*queue, messageFor(event->hwndTrack, WM_MOUSELEAVE, 0, 0)); // it isn't there any more
+      post(*queue, messageFor(event->hwndTrack, WM_MOUSELEAVE, 0, 0)); // the mouse has already left
     return TRUE;
   });
 }

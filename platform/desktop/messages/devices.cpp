@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-constexpr std::chrono::milliseconds kPointerAge(20); // of what is known of it outside of the windows
+constexpr std::chrono::milliseconds kPointerAge(20); // how long a place of the pointer outside the windows counts
 
 constexpr Button kButtons[] = {{WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, VK_LBUTTON, MK_LBUTTON},
                                {WM_RBUTTONDOWN, WM_RBUTTONUP, WM_RBUTTONDBLCLK, VK_RBUTTON, MK_RBUTTON},
@@ -20,7 +20,7 @@ void press(Keys &keys, BYTE key, bool down) {
   state = static_cast<BYTE>(down ? state | 0x80 : state & 0x7F);
 }
 
-// A key of which there are two, and what stands for either.
+// A key that exists twice, and the code for both.
 struct Pair {
   BYTE left, right, both;
 };

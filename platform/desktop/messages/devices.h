@@ -1,4 +1,4 @@
-// The pointer, the buttons and the keys as they are now; queues hold them as of their last message.
+// The current state of pointer, buttons and keys. A queue has its own copy, as of its last message.
 #pragma once
 
 #include "platform/desktop/messages/queue.h"
@@ -9,12 +9,12 @@ using Keys = std::array<BYTE, 256>; // bit 7 down, bit 0 toggled
 
 struct Devices {
   std::optional<POINT> pointer;
-  Serial pointerSerial = 0;                           // of movements by the program
-  std::pair<HWND, LPARAM> told;                       // the window that heard of the pointer last, and where
-  HWND pointerTop = nullptr;                          // the top-level window that the desktop has seen under it
-  bool restsElsewhere = false;                        // perhaps: something has changed where it is
-  bool programMoved = false;                          // it last, and the desktop has told nothing since
-  std::chrono::steady_clock::time_point pointerAsked; // where it is, of the desktop
+  Serial pointerSerial = 0;                           // counts the program's movements of the pointer
+  std::pair<HWND, LPARAM> told;                       // the window that last got a mouse message, and its place
+  HWND pointerTop = nullptr;                          // the top-level window under the pointer, as the desktop sees it
+  bool restsElsewhere = false;                        // another window may be under the resting pointer
+  bool programMoved = false;                          // the program moved the pointer last; no report since
+  std::chrono::steady_clock::time_point pointerAsked; // when the desktop was last asked for its place
   Keys keys{};
   std::array<bool, 256> pressedSince{}; // for GetAsyncKeyState
   uint64_t actions = 0;
@@ -30,15 +30,15 @@ struct Button {
   BYTE key;
   WPARAM flag;
 };
-// The button of a message; null for another message.
+// The button of a message; null for any other message.
 const Button *buttonOf(UINT message);
-// MK_... of what is down.
+// The MK_... flags of the pressed buttons and keys.
 WPARAM mouseFlags(const Keys &keys);
 
 inline bool isDown(const Keys &keys, int key) { return keys[static_cast<size_t>(key)] & 0x80; }
-// Of keys of which there are two the one that stands for either, which messages carry.
+// The code that messages carry: for one of two like keys, the code for both.
 BYTE generalKey(BYTE key);
-// Presses or releases what an action does.
+// Presses or releases the keys of an action.
 void applyKeys(Keys &keys, const Input &input);
 
 } // namespace platform

@@ -1,6 +1,6 @@
-// What the user does. Actions come from the screen, or from mouse_event and keybd_event; they wait in a queue of their own,
-// and become messages when a thread asks for one: only then is it known which window they concern. Finding that out asks
-// windows, whose procedures may take messages themselves: an action is known by its number, wherever it stands then.
+// The user's input. Actions come from the screen, or from mouse_event and keybd_event, and wait in a queue. An action
+// becomes a message only when a thread asks for one, since only then its window is known. Finding the window asks
+// windows, whose procedures may take messages too. So an action is known by its number, not by its place in the queue.
 
 #include "platform/desktop/messages/input.h"
 
@@ -22,7 +22,7 @@ LPARAM pointOf(POINT point) { return static_cast<LPARAM>(MAKELPARAM(point.x, poi
 
 // ---- Actions of the mouse
 
-// Whether a press at the same place shortly after another makes a double click.
+// Whether a press makes a double click with the one before it.
 bool isDoubleClick(Queue &queue, HWND window, UINT message, LRESULT hit, const Input &input) {
   const MSG &last = queue.lastClick;
   const bool twice = (hit != HTCLIENT || above::takesDoubleClicks(window)) && last.message == message &&
@@ -41,7 +41,7 @@ bool isDoubleClick(Queue &queue, HWND window, UINT message, LRESULT hit, const I
 
 // The window that an action concerns.
 struct Target {
-  HWND window = nullptr; // null for nobody in this thread
+  HWND window = nullptr; // null if no window of this thread
   LRESULT hit = HTCLIENT;
   bool captured = false;
 };
@@ -78,9 +78,9 @@ MSG keyMessage(const Queue &queue, const Input &input, HWND window) {
   const bool isAlt = key == VK_MENU, isF10 = key == VK_F10;
   const bool alt = isDown(queue.keys, VK_MENU) || (down && isAlt);
   const bool control = isDown(queue.keys, VK_CONTROL);
-  // Alt goes up as a key of the system only when it was pressed alone
+  // Alt goes up as a system key only if no other key was pressed meanwhile
   const bool system = !queue.focus || isF10 || (!down && isAlt ? queue.altAlone : alt && !control);
-  const WORD scan = key == VK_SHIFT ? input.scan & 0xFF : input.scan; // neither Shift counts as extended
+  const WORD scan = key == VK_SHIFT ? input.scan & 0xFF : input.scan; // no Shift key counts as extended
   LPARAM details = 1 | static_cast<LPARAM>(scan) << 16;
   if (alt && (down || !isAlt) && !isF10) details |= 1 << 29;
   if (isDown(queue.keys, key)) details |= 1 << 30;
@@ -89,7 +89,7 @@ MSG keyMessage(const Queue &queue, const Input &input, HWND window) {
   return messageFor(window, message, key, static_cast<LPARAM>(static_cast<LONG>(details)));
 }
 
-// What an action would be as a message; looking changes nothing.
+// The message that an action would become. Nothing changes by looking.
 MSG messageOf(Queue &queue, const Input &input, const Target &target) {
   MSG made{};
   switch (input.kind) {
@@ -103,8 +103,8 @@ MSG messageOf(Queue &queue, const Input &input, const Target &target) {
   return made;
 }
 
-// What goes before a message of the mouse when it is taken: cursor, activation, double clicks.
-// Result: whether the message comes through.
+// Does what comes before a mouse message when it is taken: cursor, activation, double clicks.
+// Result: whether the message reaches the program.
 bool takeMouse(Queue &queue, const Input &input, const Target &target, MSG &message) {
   const Button *const button = buttonOf(input.message);
   const bool pressed = button && input.message == button->down;
@@ -132,7 +132,7 @@ void takeKey(Queue &queue, const Input &input) {
   if (input.message == WM_KEYDOWN) queue.altAlone = key == VK_MENU;
 }
 
-// Result: whether the message comes through.
+// Result: whether the message reaches the program.
 bool takeAction(Queue &queue, const Input &input, const Target &target, MSG &message) {
   switch (input.kind) {
   case Input::Kind::mouse: return takeMouse(queue, input, target, message);
@@ -148,7 +148,7 @@ bool takeAction(Queue &queue, const Input &input, const Target &target, MSG &mes
   return false;
 }
 
-// The first action that came after another one.
+// The first action with a higher number.
 std::deque<Input>::iterator actionAfter(Queue &queue, uint64_t number) {
   return std::find_if(queue.input.begin(), queue.input.end(),
                       [number](const Input &input) { return input.number > number; });
@@ -158,7 +158,7 @@ bool eraseAction(Queue &queue, uint64_t number) {
   return std::erase_if(queue.input, [number](const Input &input) { return input.number == number; }) > 0;
 }
 
-// The thread whose windows an action concerns; null for nobody's.
+// The queue of the thread whose windows an action concerns; null for none.
 Queue *receiver(const Input &input) {
   if (input.kind != Input::Kind::mouse) {
     if (Queue *const queue = above::keyboardQueue()) return queue;
@@ -183,14 +183,14 @@ void addInput(Input input) {
   const bool moves = input.kind == Input::Kind::mouse && input.message == WM_MOUSEMOVE;
   if (moves && !queue->input.empty() && queue->input.back().kind == Input::Kind::mouse &&
       queue->input.back().message == WM_MOUSEMOVE)
-    queue->input.back() = std::move(input); // only the last place counts
+    queue->input.back() = std::move(input); // only the newest place counts
   else
     queue->input.push_back(std::move(input));
   queue->wake();
 }
 
 bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG &message) {
-  uint64_t last = 0; // the action looked at
+  uint64_t last = 0; // number of the action in hand
   for (auto at = actionAfter(queue, last); at != queue.input.end(); at = actionAfter(queue, last)) {
     const Input input = *at;
     last = input.number;
@@ -204,9 +204,9 @@ bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG 
     message = messageOf(queue, input, target);
     if (!filter.wants(message.hwnd, message.message)) continue;
     if (!remove && input.kind != Input::Kind::text) return true;
-    if (!eraseAction(queue, last)) continue; // somebody who was asked has taken it
+    if (!eraseAction(queue, last)) continue; // a procedure has taken it meanwhile
     if (takeAction(queue, input, target, message)) return true;
-    if (!queue.posted.empty()) return false; // typed text, or what a window was told
+    if (!queue.posted.empty()) return false; // typed characters, or posted by a procedure
   }
   return false;
 }

@@ -1,14 +1,14 @@
-// What the user does, turned into messages.
+// Turns the user's input into messages.
 #pragma once
 
 #include "platform/desktop/messages/queue.h"
 
 namespace platform {
 
-// Takes an action into the queue of the thread that it concerns.
+// Puts an action into the queue of the thread that it concerns.
 void addInput(Input input);
 
-// Which messages the caller wants.
+// The caller's choice of messages.
 class InputFilter {
  public:
   virtual bool wants(HWND window, UINT message) const = 0;
@@ -17,24 +17,24 @@ class InputFilter {
   ~InputFilter() = default;
 };
 
-// The next message that comes of the actions in a queue, if there is one that the caller wants.
+// Takes or looks at the next wanted message from the actions in a queue. Result: whether there is one.
 bool takeInputMessage(Queue &queue, const InputFilter &filter, bool remove, MSG &message);
 
-// The pointer may be over another program, wherever the windows of this one are.
+// Whether the pointer may be over another program, even inside the rectangle of one of our windows.
 bool pointerIsElsewhere();
-// Something has changed, perhaps where the pointer rests: the window that is there may be another one now.
+// Notes that another window may be under the resting pointer now.
 void changedUnderPointer();
-// A top-level window isn't there any more for the pointer to be over it.
+// Notes that a top-level window can't be under the pointer any more.
 void goneUnderPointer(HWND window);
-// Tells that window, if so.
+// Tells a new window under the resting pointer, if there is one.
 void lookUnderPointer();
-// Moves the pointer to where it is.
+// Moves the pointer to its own place, which makes a WM_MOUSEMOVE.
 void moveWhereItIs();
 
-// Whoever waits in a queue for the mouse to leave is told.
+// Tells the window of a queue that waits for the mouse to leave.
 void leaveTracked(Queue &queue);
 
-// The window of a queue that has the mouse for itself; null for none.
+// Gives the capture to a window of a queue; null for none.
 void setCapture(Queue &queue, HWND window);
 
 } // namespace platform

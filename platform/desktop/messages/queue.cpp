@@ -13,17 +13,17 @@ namespace platform {
 
 namespace {
 
-constexpr size_t kPostLimit = 10000; // messages in a queue, as on the platform
+constexpr size_t kPostLimit = 10000; // messages in a queue, as on Windows
 
 std::map<DWORD, std::weak_ptr<Queue>> &queues() {
   static auto *all = new std::map<DWORD, std::weak_ptr<Queue>>;
   return *all;
 }
 
-thread_local constinit const std::shared_ptr<Queue> *current // of this thread, once it has one
+thread_local constinit const std::shared_ptr<Queue> *current // this thread's, after its first use
     __attribute__((tls_model("initial-exec"))) = nullptr;
 
-// While a thread serves another one. Whatever becomes of it, the other one goes on.
+// Marks that a thread serves another one. Its end lets the sender go on, by an exception too.
 class Service {
  public:
   Service(Queue &queue, Sent &sent) : queue_(queue), sent_(sent) { ++queue_.serving; }
@@ -43,7 +43,7 @@ class Service {
 } // namespace
 
 void Queue::wake() {
-  if (!current || this != current->get()) { // else it isn't waiting
+  if (!current || this != current->get()) { // else this thread isn't waiting
     {
       const std::lock_guard lock(mutex_);
       woken_ = true;
@@ -88,13 +88,13 @@ void Queue::letGo() {
 
 const std::shared_ptr<Queue> &currentQueue() {
   if (current) return *current;
-  // At the end of the thread, whoever waits for it goes on.
+  // At its end a thread lets all senders that wait for it go on.
   struct Own {
     const pid_t process = getpid();
     std::shared_ptr<Queue> queue;
     ~Own() {
       current = nullptr;
-      if (!queue || getpid() != process) return; // a forked child has no part in it
+      if (!queue || getpid() != process) return; // a forked child has no windows
       const DesktopLock lock;
       queue->gone = true;
       above::endThread(*queue);

@@ -1,4 +1,4 @@
-// What the desktop tells, taken to the threads that it concerns.
+// Hands the desktop's reports to the threads that they concern.
 
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/above.h"
@@ -12,7 +12,7 @@ namespace {
 
 void takeReport(const PointerMoved &moved) {
   Devices &all = devices();
-  if (moved.serial != all.pointerSerial) return;   // from before the program moved it
+  if (moved.serial != all.pointerSerial) return;   // older than the program's last movement of the pointer
   if (!above::queueOfWindow(moved.window)) return; // the window is gone
   const bool entered = std::exchange(all.pointerTop, moved.window) != moved.window;
   all.programMoved = false;
@@ -76,9 +76,9 @@ void takeReport(const PointerFound &found) {
   if (found.serial == devices().pointerSerial && !devices().pointerTop) devices().pointer = found.at;
 }
 
-// Everything else is done to windows as a whole, on their own threads.
+// All other reports concern whole windows and go to the windows' threads.
 void addDeed(Queue &queue, const Report &report) {
-  // of the places of a window the last one counts
+  // only a window's newest place counts
   if (const auto *const placed = std::get_if<Placed>(&report); placed && !queue.deeds.empty()) {
     const auto *const last = std::get_if<Placed>(&queue.deeds.back());
     if (last && last->window == placed->window) queue.deeds.pop_back();
@@ -98,11 +98,12 @@ void addToAll(const Report &report) {
 void takeReport(const Placed &report) { addToWindow(report); }
 void takeReport(const StateChanged &report) { addToWindow(report); }
 void takeReport(const CloseAsked &report) { addToWindow(report); }
+void takeReport(const FilesDropped &report) { addToWindow(report); }
 void takeReport(const ClipboardTaken &report) { above::takeClipboard(report); }
 void takeReport(const ScreenChanged &report) { addToAll(report); }
 void takeReport(const ScreenGone &report) { addToAll(report); }
 
-// The thread that loses the keyboard hears of it first.
+// The thread that loses the keyboard is told first.
 void takeReport(const Activated &report) {
   Queue *const gains = above::queueOfWindow(report.window), *const loses = above::keyboardQueue();
   if (loses && loses != gains) addDeed(*loses, Activated{nullptr, report.serial});

@@ -1,4 +1,4 @@
-// Messages from the queue, one after another, and on their way: getting, dispatching, sending and posting.
+// Getting messages from the queue, dispatching, sending and posting them.
 
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/above.h"
@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kEventsPause(5);
 
-// What a call of GetMessageA or PeekMessageA asks for.
+// The arguments of GetMessageA or PeekMessageA.
 struct Filter final : InputFilter {
   Filter(HWND window, UINT first, UINT last) : window(window), first(first), last(last) {}
 
@@ -64,7 +64,7 @@ bool takeTimer(Queue &queue, const Filter &filter, bool remove, MSG &message) {
   return true;
 }
 
-// A resting pointer moves where it is when what is under it has changed.
+// A resting pointer gets a WM_MOUSEMOVE if another window may be under it.
 void moveResting(Queue &queue) {
   lookUnderPointer();
   if (!std::exchange(queue.pointerDue, false) || !queue.input.empty()) return;
@@ -77,7 +77,8 @@ bool takeInput(Queue &queue, const Filter &filter, bool remove, MSG &message) {
   return takeInputMessage(queue, filter, remove, message);
 }
 
-// What the user has done to windows as a whole. Only what is there now: a window may be moved again and again.
+// Carries out the user's deeds on whole windows, but only those in the queue now: a window may be moved again and
+// again.
 void carryOutDeeds(Queue &queue) {
   for (size_t left = queue.deeds.size(); left > 0 && !queue.deeds.empty(); --left) {
     const Report deed = std::move(queue.deeds.front());
@@ -86,10 +87,10 @@ void carryOutDeeds(Queue &queue) {
   }
 }
 
-// A program's own event loop of Qt gets its turn between messages, but not between each two.
+// Runs the Qt event loop of the program between messages, but not too often.
 void runEvents() {
   if (!hasScreen() || !theScreen().runsHere()) return;
-  static Queue::Moment last; // only one thread can be meant
+  static Queue::Moment last; // static is enough: a program has one such thread
   const Queue::Moment now = std::chrono::steady_clock::now();
   if (now - last < kEventsPause) return;
   last = now;
@@ -114,7 +115,7 @@ std::optional<Queue::Moment> above::dispatchWaiting() {
   MSG message;
   while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) {
-      PostQuitMessage(static_cast<int>(message.wParam)); // for whoever runs a loop of messages later
+      PostQuitMessage(static_cast<int>(message.wParam)); // for the message loop that runs next
       return std::nullopt;
     }
     TranslateMessage(&message);
@@ -134,7 +135,7 @@ BOOL PeekMessageA(MSG *message, HWND window, UINT first, UINT last, UINT remove)
     const Filter filter(window, first, last);
     if (window && !filter.ofThread() && !above::queueOfWindowOrFail(window)) return FALSE;
     if (take(queue, filter, remove & PM_REMOVE, *message)) return TRUE;
-    above::flushDrawn(); // the program may draw and look again for ever
+    above::flushDrawn(); // the program may draw and peek for ever
     return FALSE;
   });
 }
@@ -154,7 +155,7 @@ LRESULT DispatchMessageA(const MSG *message) {
     if (message->message == WM_TIMER && message->lParam) {
       const auto procedure = reinterpret_cast<TIMERPROC>(message->lParam);
       const Queue *const queue = message->hwnd ? above::queueOfWindow(message->hwnd) : currentQueue().get();
-      if (!queue || !queue->timers.has(message->hwnd, message->wParam, procedure)) return 0; // killed since
+      if (!queue || !queue->timers.has(message->hwnd, message->wParam, procedure)) return 0; // killed meanwhile
       callOut(procedure, message->hwnd, WM_TIMER, message->wParam, GetTickCount());
       return 0;
     }

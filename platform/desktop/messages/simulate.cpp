@@ -1,4 +1,4 @@
-// Actions of programs that stand for the user's.
+// Input that a program makes in place of the user.
 
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/devices.h"
@@ -42,7 +42,7 @@ void mouse_event(DWORD flags, DWORD x, DWORD y, DWORD data, ULONG_PTR) {
       const SIZE screen = theScreen().info().size;
       auto dx = static_cast<LONG>(x), dy = static_cast<LONG>(y);
       if (flags & MOUSEEVENTF_ABSOLUTE) {
-        // the screen is 65536 wide and high
+        // absolute coordinates have 65536 steps across the screen and down it
         input.at = onScreen(static_cast<LONG>(static_cast<int64_t>(dx) * screen.cx >> 16),
                             static_cast<LONG>(static_cast<int64_t>(dy) * screen.cy >> 16));
       } else {

@@ -57,7 +57,8 @@ using namespace platform;
 
 namespace {
 
-// The queue of a window's timers, or of those without a window; null for a handle that is none.
+// The queue with a window's timers, or the caller's for a null window. Null, with the last error set, for an invalid
+// handle.
 Queue *timerQueue(HWND window) { return window ? above::queueOfWindowOrFail(window) : currentQueue().get(); }
 
 } // namespace
@@ -67,7 +68,7 @@ UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure) {
     Queue *const queue = timerQueue(window);
     if (!queue) return 0;
     const UINT_PTR result = queue->timers.set(window, id, period, procedure);
-    queue->wake(); // it may wait for a later moment
+    queue->wake(); // the thread may wait for a later moment
     return result;
   });
 }

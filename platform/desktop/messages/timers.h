@@ -13,15 +13,15 @@ class Timers {
  public:
   using Clock = std::chrono::steady_clock;
 
-  // Sets a new timer, or an existing one anew.
-  // id: for a null window 0 or one that isn't there asks for a new one.
+  // Sets a new timer, or restarts an existing one.
+  // id: for a null window, 0 or an unknown id asks for a new one.
   UINT_PTR set(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure);
   bool kill(HWND window, UINT_PTR id);
   void killAll(HWND window);
   // The next moment at which a timer is due.
   std::optional<Clock::time_point> next() const;
-  // A timer that is due, and starts its next period unless it is only looked at.
-  // accepts: whether the message of a window's timer is wanted.
+  // Finds a due timer and starts its next period, unless remove is false.
+  // accepts: whether the caller wants messages of a window.
   template <typename Accepts> std::optional<MSG> take(bool remove, Accepts accepts);
   bool has(HWND window, UINT_PTR id, TIMERPROC procedure) const;
   size_t count() const { return timers_.size(); }
@@ -37,7 +37,7 @@ class Timers {
   Timer *find(HWND window, UINT_PTR id);
 
   std::vector<Timer> timers_;
-  UINT_PTR nextId_ = 0x7FFF; // counts down, as no application's ids do
+  UINT_PTR nextId_ = 0x7FFF; // counts down, to differ from ids that applications choose
 };
 
 template <typename Accepts> std::optional<MSG> Timers::take(bool remove, Accepts accepts) {
@@ -53,7 +53,7 @@ template <typename Accepts> std::optional<MSG> Timers::take(bool remove, Accepts
   message.lParam = reinterpret_cast<LPARAM>(first->procedure);
   if (remove) {
     first->due += first->period;
-    if (first->due <= now) first->due = now + first->period; // ticks that were missed don't pile up
+    if (first->due <= now) first->due = now + first->period; // missed ticks don't pile up
   }
   return message;
 }

@@ -115,15 +115,20 @@ int PrinterPaper::startDocument(const DOCINFOA &info) {
   title_ = utf8FromCodePage(info.lpszDocName ? info.lpszDocName : "");
   auto output = std::make_unique<OutputFile>();
   const bool named = info.lpszOutput && *info.lpszOutput && std::strcmp(info.lpszOutput, printer_.port.c_str()) != 0;
-  std::string path = fileNameFor(title_);
-  if (named) path = nativePath(info.lpszOutput);
+  const std::string wanted = named ? info.lpszOutput : file;
+  std::string path = wanted.empty() ? fileNameFor(title_) : nativePath(wanted.c_str());
   if (path.empty()) return SP_ERROR; // with the error set
-  const bool spools = !named && !printer_.queue.empty();
+  const bool spools = wanted.empty() && !printer_.queue.empty();
+  if (spools && !printerOf(printer_.name.c_str())) { // it has gone since it was chosen
+    SetLastError(ERROR_INVALID_PRINTER_NAME);
+    return SP_ERROR;
+  }
   if (spools) path = folderForSpool() + "/" + path;
-  Descriptor file = output->begin(path, named, spools ? 0600 : 0666); // the folder for the spooler is everybody's
-  if (!file.valid()) return resultOf(errno);
-  pages_ = std::make_unique<PdfPages>(std::move(file), utf16FromUtf8(title_));
+  Descriptor made = output->begin(path, !wanted.empty(), spools ? 0600 : 0666); // the spooler's folder is everybody's
+  if (!made.valid()) return resultOf(errno);
+  pages_ = std::make_unique<PdfPages>(std::move(made), utf16FromUtf8(title_));
   output_ = std::move(output);
+  if (!named) file.clear(); // the user has agreed to one document there
   error_ = 0;
   spools_ = spools;
   return ++serial;

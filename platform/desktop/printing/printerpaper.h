@@ -29,6 +29,7 @@ class PrinterPaper final : public Paper {
   bool printing() const { return pages_ != nullptr; }
   ABORTPROC abortProcedure = nullptr;
   bool onlyTells = false; // its numbers are all that is to be had
+  std::string file;       // where the user wants the next document, code page 932; empty for the printer's own way
 
  private:
   // Draws; a page that is no longer whole makes its document fail.

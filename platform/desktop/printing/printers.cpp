@@ -20,20 +20,6 @@ constexpr char kFilePrinter[] = "PDF", kFilePort[] = "FILE:", kFileDriver[] = "P
 constexpr int kUsualDpi = 600, kHighestDpi = 4800;
 constexpr int kMarginParts = 6; // of an inch: what printers leave free at each edge
 
-// Sheets in tenths of a millimetre.
-struct Sheet {
-  short number;
-  short width, length;
-  const char *name;
-};
-constexpr Sheet kSheets[] = {
-    {DMPAPER_A4, 2100, 2970, "A4"},       {DMPAPER_LETTER, 2159, 2794, "Letter"},
-    {DMPAPER_LEGAL, 2159, 3556, "Legal"}, {DMPAPER_TABLOID, 2794, 4318, "Tabloid"},
-    {DMPAPER_A3, 2970, 4200, "A3"},       {DMPAPER_EXECUTIVE, 1842, 2667, "Executive"},
-    {DMPAPER_A5, 1480, 2100, "A5"},       {DMPAPER_B4, 2570, 3640, "B4 (JIS)"},
-    {DMPAPER_B5, 1820, 2570, "B5 (JIS)"},
-};
-
 // What a command prints, by lines; nothing where there is no such command.
 std::vector<std::string> linesOf(const char *command) {
   const DesktopUnlock others;
@@ -76,9 +62,9 @@ const std::vector<Printer> &known() {
 }
 
 const Sheet *sheetOf(short number) {
-  const auto *found =
-      std::find_if(std::begin(kSheets), std::end(kSheets), [&](const Sheet &one) { return one.number == number; });
-  return found == std::end(kSheets) ? nullptr : found;
+  const auto found =
+      std::find_if(sheets().begin(), sheets().end(), [&](const Sheet &one) { return one.number == number; });
+  return found == sheets().end() ? nullptr : &*found;
 }
 
 template <size_t Size> void copyName(BYTE (&to)[Size], std::string_view name) {
@@ -106,7 +92,7 @@ DEVMODEA usualSettings(const Printer &printer) {
   mode.dmColor = DMCOLOR_COLOR;
   mode.dmDuplex = DMDUP_SIMPLEX;
   mode.dmCollate = DMCOLLATE_TRUE;
-  setSheet(mode, kSheets[0]);
+  setSheet(mode, sheets().front());
   return mode;
 }
 
@@ -144,6 +130,17 @@ void chooseResolution(DEVMODEA &mode, const DEVMODEA &asked) {
 }
 
 } // namespace
+
+const std::vector<Sheet> &sheets() {
+  static const auto *const all = new std::vector<Sheet>{
+      {DMPAPER_A4, 2100, 2970, "A4"},       {DMPAPER_LETTER, 2159, 2794, "Letter"},
+      {DMPAPER_LEGAL, 2159, 3556, "Legal"}, {DMPAPER_TABLOID, 2794, 4318, "Tabloid"},
+      {DMPAPER_A3, 2970, 4200, "A3"},       {DMPAPER_EXECUTIVE, 1842, 2667, "Executive"},
+      {DMPAPER_A5, 1480, 2100, "A5"},       {DMPAPER_B4, 2570, 3640, "B4 (JIS)"},
+      {DMPAPER_B5, 1820, 2570, "B5 (JIS)"},
+  };
+  return *all;
+}
 
 std::vector<Printer> printers() { return known(); }
 

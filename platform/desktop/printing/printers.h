@@ -18,6 +18,14 @@ std::vector<Printer> printers();
 // One by its name; the default one without a name.
 std::optional<Printer> printerOf(const char *name);
 
+// A size of paper, by its DMPAPER_... number.
+struct Sheet {
+  short number;
+  short width, length; // upright, in tenths of a millimetre
+  const char *name;
+};
+const std::vector<Sheet> &sheets();
+
 // A printer's settings, with those that a program asks for as far as they make sense. asked: null for none.
 DEVMODEA settingsOf(const Printer &printer, const DEVMODEA *asked);
 // The page that settings make.

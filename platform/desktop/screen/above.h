@@ -1,20 +1,21 @@
-// What the screen asks of the floors above it, which define these functions. They are called on the screen's thread,
-// which holds no lock then.
+// Functions that the screen needs from the floors above it, which define them. They run on the screen's thread, which
+// holds no lock then.
 #pragma once
 
 #include "platform/desktop/screen/reports.h"
 
 namespace platform::above {
 
-// Takes a report of the desktop to the thread that it concerns.
+// Hands a report of the desktop to the thread that it concerns.
 void take(Report report);
-// The data of an offer to the clipboard, as one of its types. mayWait: for an owner that has promised them, for a while.
-// Result: nothing when there are none any more.
+// The data of an offer to the clipboard, as one of its types.
+// mayWait: whether to wait a while for an owner that has promised the data. Result: nothing if there are no data any
+// more.
 std::optional<std::string> clipboardData(const std::string &type, Serial offer, bool mayWait);
-// Brings everything drawn to the screen that waits for a while already.
+// Brings drawn pixels to the screen that have waited for a while.
 void flushDrawn();
-// Dispatches the messages that wait for this thread, which is one that the program's own event loop runs on.
-// Result: when the next timer is due.
+// Dispatches the messages of this thread, on which the program's own event loop runs.
+// Result: the time of the next timer.
 std::optional<std::chrono::steady_clock::time_point> dispatchWaiting();
 
 } // namespace platform::above

@@ -7,7 +7,7 @@ namespace platform {
 
 namespace {
 
-// The keys beside letters and digits, alone and with Shift.
+// A key other than letters and digits, with its characters alone and with Shift.
 struct SignKey {
   BYTE key;
   char plain, shifted;

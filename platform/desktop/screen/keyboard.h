@@ -1,13 +1,13 @@
-// Keys and the characters that they type on a keyboard of the usual US layout.
+// Keys of the usual US keyboard layout, and their characters.
 #pragma once
 
 #include "platform/winapi.h"
 
 namespace platform {
 
-// The character that a virtual key types; 0 for none.
+// The character of a virtual key; 0 if it has none.
 char characterOf(BYTE key, bool shift, bool capital);
-// The virtual key that types a character beside letters; 0 for none.
+// The virtual key of a character that isn't a letter; 0 if there is none.
 BYTE keyOf(char character);
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// The system's metrics: those of the screen, and those of the classic look.
+// The system's metrics, from the screen and from the classic look.
 
 #include "platform/desktop/screen/screen.h"
 
@@ -6,7 +6,7 @@ namespace platform {
 
 namespace {
 
-// The classic look: numbers that no theme changes.
+// Metrics of the classic look, which no theme changes.
 int fixedMetric(int index) {
   switch (index) {
   case SM_CXVSCROLL:

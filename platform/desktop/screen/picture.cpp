@@ -11,7 +11,7 @@ void copyPixels(const QImage &from, QImage &to, const QRect &part) {
                 reinterpret_cast<const QRgb *>(from.constScanLine(y)) + part.left(), bytes);
 }
 
-// An image that is new as a whole is shared, not copied: a program mostly draws its next one into other memory.
+// A wholly new image is shared, not copied: a program usually draws its next image into other memory.
 bool Picture::take(const QImage &image, const QRegion &changed) {
   const std::lock_guard lock(mutex_);
   const bool known = !changed_.isEmpty();

@@ -1,5 +1,5 @@
-// The pixels that a window shows on the screen: the program's thread brings them, the screen's thread shows them, and
-// keeps them for the time when the program is busy.
+// The pixels of a window on the screen. The program's thread brings them and the screen's thread shows them. The
+// picture keeps them for the time when the program is busy.
 #pragma once
 
 #include <QImage>
@@ -12,15 +12,15 @@ namespace platform {
 
 class Picture {
  public:
-  // Takes over what has changed of an image.
-  // Result: whether the screen is to be told: nothing waits for it yet.
+  // Takes over the changed part of an image.
+  // Result: whether the screen must be told: no earlier change waits for it.
   bool take(const QImage &image, const QRegion &changed);
 
-  // What has changed since it was asked last. The screen is told of what comes from now on.
+  // The part changed since the last call. The next change tells the screen again.
   QRegion takeChanged();
 
-  // The image as it is now, on the screen's thread. The program waits in take() meanwhile, perhaps with its own locks:
-  // body must neither wait for the program nor let the desktop be listened to.
+  // Hands body the image, on the screen's thread. take() waits meanwhile, perhaps with the program's locks. So body
+  // must neither wait for the program nor let Qt listen to the desktop.
   template <typename Body> void read(Body body) {
     const std::lock_guard lock(mutex_);
     body(std::as_const(image_));
@@ -29,10 +29,10 @@ class Picture {
  private:
   std::mutex mutex_;
   QImage image_;
-  QRegion changed_; // which the screen has not taken yet
+  QRegion changed_; // not yet taken by the screen
 };
 
-// Pixels of an image into another of the same depth, which has the part too.
+// Copies a part of an image into another one of the same depth. Both images contain the part.
 void copyPixels(const QImage &from, QImage &to, const QRect &part);
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// What the desktop tells, as plain records. Windows are top-level ones; places are in the program's pixels.
+// The desktop's reports, as plain records. All windows are top-level ones; places are in the program's pixels.
 #pragma once
 
 #include "platform/desktop/screen/screen.h"
@@ -7,11 +7,11 @@
 
 namespace platform {
 
-// The pointer is over a window, or was pressed there and is held.
+// The pointer is over a window, or a button pressed there is held.
 struct PointerMoved {
   HWND window;
   POINT at;      // on the screen, as the program sees the window's place
-  Serial serial; // of the program's last movement of the pointer that the desktop has made
+  Serial serial; // of the program's last pointer movement that reached the desktop
 };
 
 struct ButtonChanged {
@@ -23,16 +23,16 @@ struct ButtonChanged {
 struct WheelTurned {
   HWND window;
   POINT at;
-  int delta; // a multiple or part of WHEEL_DELTA, away from the user
+  int delta; // a multiple or fraction of WHEEL_DELTA, positive away from the user or to the right
   bool sideways;
 };
 
 struct KeyChanged {
   HWND window;
   bool down;
-  BYTE key;         // virtual key; 0 for one without a number, which only types
+  BYTE key;         // virtual key; 0 for a key that only types
   WORD scan;        // scan code, and bit 8 for an extended key
-  std::string text; // that it types, in code page 932
+  std::string text; // the characters it types, in code page 932
 };
 
 struct TextTyped { // by an input method
@@ -42,16 +42,16 @@ struct TextTyped { // by an input method
 
 struct PointerLeft {
   HWND window;
-  POINT at; // outside of it
+  POINT at; // outside the window
 };
 
-// The pointer is over none of the windows.
+// The pointer is over none of the program's windows.
 struct PointerFound {
   POINT at;
   Serial serial;
 };
 
-// The user has moved or sized a window, or the desktop gave it another place than it was told.
+// The user has moved or sized a window, or the desktop has given it another place than the program wanted.
 struct Placed {
   HWND window;
   QRect client;
@@ -64,7 +64,7 @@ struct StateChanged {
   Serial serial;
 };
 
-// Null when another program has the keyboard.
+// window: null if another program has the keyboard.
 struct Activated {
   HWND window;
   Serial serial;
@@ -74,18 +74,26 @@ struct CloseAsked {
   HWND window;
 };
 
-// Another program has put something on the clipboard.
-struct ClipboardTaken {
-  Serial offer; // the program's last one that the desktop has taken
+// The user has dropped files of another program.
+struct FilesDropped {
+  HWND window;
+  POINT at;                       // on the screen, as the program sees the window's place
+  std::vector<std::string> files; // full names in code page 932
 };
 
-// Its size, its panels or its resolution are others than before.
+// Another program has taken the clipboard.
+struct ClipboardTaken {
+  Serial offer; // the program's last offer that reached the desktop
+};
+
+// The size, the panels or the resolution of the screen has changed.
 struct ScreenChanged {};
 
-// The desktop has ended. The program will.
+// The desktop has ended, so the program will end too.
 struct ScreenGone {};
 
-using Report = std::variant<PointerMoved, ButtonChanged, WheelTurned, KeyChanged, TextTyped, PointerLeft, PointerFound,
-                            Placed, StateChanged, Activated, CloseAsked, ClipboardTaken, ScreenChanged, ScreenGone>;
+using Report =
+    std::variant<PointerMoved, ButtonChanged, WheelTurned, KeyChanged, TextTyped, PointerLeft, PointerFound, Placed,
+                 StateChanged, Activated, CloseAsked, FilesDropped, ClipboardTaken, ScreenChanged, ScreenGone>;
 
 } // namespace platform

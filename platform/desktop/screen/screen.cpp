@@ -1,4 +1,4 @@
-// Which screen there is.
+// Chooses the screen.
 
 #include "platform/desktop/screen/screen.h"
 
@@ -12,7 +12,7 @@ namespace platform {
 
 namespace {
 
-std::atomic<Screen *> screen = nullptr; // never destroyed: threads look at it until the process ends
+std::atomic<Screen *> screen = nullptr; // never destroyed: threads use it until the process ends
 std::atomic<bool> realPixels = false;
 
 std::mutex &startMutex() {

@@ -1,9 +1,9 @@
-// What windows ask of the floor above them, which defines it.
+// A function of the controls' floor that windows need.
 #pragma once
 
 namespace platform::above {
 
-// Registers the classes that are there without being asked for. Under the desktop's lock, once.
+// Registers the classes that every program finds. Called once, under the desktop's lock.
 void registerSystemClasses();
 
 } // namespace platform::above

@@ -1,4 +1,4 @@
-// What messages ask of windows.
+// The windows' part of messages: the functions of messages/above.h.
 
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/above.h"
@@ -17,8 +17,8 @@ bool takesPart(const Window &window) {
   return !((window.exStyle & WS_EX_LAYERED) && (window.exStyle & WS_EX_TRANSPARENT));
 }
 
-// Shows the windows under a point to a visitor, from the innermost to the outermost, until it answers true.
-// point: in client coordinates of the parent. Result: whether it did.
+// Shows the windows under a point to a visitor, from the innermost to the outermost, until the visitor answers true.
+// point: in client coordinates of the parent. Result: whether the visitor has answered true.
 template <typename Visitor> bool visitIn(Window &child, POINT point, Visitor &visit) {
   if (!takesPart(child) || !contains(child.rect, point)) return false;
   if (!child.is(WS_MINIMIZE) && !child.is(WS_DISABLED) && contains(child.client, point))
@@ -27,8 +27,8 @@ template <typename Visitor> bool visitIn(Window &child, POINT point, Visitor &vi
   return visit(child);
 }
 
-// The desktop knows which of the program's windows is in front of the others where the pointer is. Behind it the program's
-// own order counts.
+// Visits the window that the desktop sees at the point first: the desktop knows which window is in front. Then come the
+// other windows, in the program's own order.
 template <typename Visitor> void visitAt(POINT point, HWND top, Visitor visit) {
   Window *const known = recordOf(top);
   Window *const front = known && known->isTopLevel() ? known : nullptr;
@@ -41,7 +41,7 @@ template <typename Visitor> void visitAt(POINT point, HWND top, Visitor visit) {
     if (window != front && visitIn(*window, point, visit)) return;
 }
 
-// All of them, to be asked in turn. They are few.
+// All windows at a point, collected before any of them is asked. They are few.
 using Found = QVarLengthArray<WindowRef, 16>;
 Found collectAt(POINT point, HWND top) {
   Found found;
@@ -150,7 +150,7 @@ HWND ChildWindowFromPoint(HWND parent, POINT point) {
   return locked<HWND>(nullptr, [&]() -> HWND {
     const WindowRef window = windowOf(parent);
     if (!window || !contains(window->clientArea(), point)) return nullptr;
-    for (const Window *child : window->children) // hidden and disabled ones too
+    for (const Window *child : window->children) // also hidden and disabled ones
       if (contains(child->rect, point)) return child->handle;
     return parent;
   });

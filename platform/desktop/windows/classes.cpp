@@ -23,7 +23,7 @@ std::string folded(LPCSTR name) {
   return key;
 }
 
-// A number in the place of a name.
+// Whether a class name is a number in place of a string.
 bool isNumber(LPCSTR name) { return reinterpret_cast<uintptr_t>(name) <= 0xFFFF; }
 
 } // namespace

@@ -5,7 +5,7 @@
 
 namespace platform {
 
-// Null for a name that is none.
+// Null for an unknown name.
 std::shared_ptr<WindowClass> findClass(LPCSTR name);
 
 } // namespace platform

@@ -11,7 +11,7 @@ namespace platform {
 
 namespace {
 
-// Who has owned it hears of it; the content is another program's from here on.
+// Ends the program's ownership and tells the owner window. The content is another program's from here on.
 void giveUp() {
   Clipboard &all = clipboard();
   const HWND owner = std::exchange(all.owner, nullptr);
@@ -52,7 +52,7 @@ void close() {
   all.openFor = nullptr;
   if (std::exchange(all.changed, false)) {
     all.content.addMade();
-    all.takenSince = false; // before this
+    all.takenSince = false; // the program's change is newer
     announceClipboard();
   } else if (all.takenSince) {
     giveUp();
@@ -60,14 +60,14 @@ void close() {
   }
 }
 
-// A text ends with a NUL, whatever its block holds.
+// Ends the text in a block with a NUL.
 void endText(UINT format, const BlockBytes &block) {
   if (!isClipText(format) || block.size == 0) return;
   const size_t unit = std::min<size_t>(format == CF_UNICODETEXT ? 2 : 1, block.size);
   std::memset(static_cast<char *>(block.at.get()) + (block.size / unit - 1) * unit, 0, unit);
 }
 
-// A program adds to what another one has put there: all of it becomes this program's.
+// Makes the whole content the program's, before the program adds to what another one has put there.
 void takeOver() {
   Clipboard &all = clipboard();
   learnTypes();
@@ -80,7 +80,7 @@ void takeOver() {
   all.ofOthers = false;
 }
 
-// Whether the thread may put data there: it has opened the clipboard, or it has been asked for what it promised.
+// Whether the calling thread may put data on the clipboard: it has opened it, or its window is asked for a promise.
 bool maySet() {
   const Clipboard &all = clipboard();
   const Queue *const owner = all.rendering > 0 ? above::queueOfWindow(all.owner) : nullptr;
@@ -141,7 +141,7 @@ void closeClipboardOf(DWORD thread) {
 
 void above::takeClipboard(const ClipboardTaken &report) {
   Clipboard &all = clipboard();
-  if (report.offer != all.offer) return; // the program has put something there since
+  if (report.offer != all.offer) return; // the program has changed the clipboard since
   ++all.takeovers;
   all.takenSince = true;
   if (all.open) return;
@@ -160,7 +160,7 @@ BOOL OpenClipboard(HWND window) {
     if (all.open && all.openFor != window) return failWith(ERROR_ACCESS_DENIED);
     all.open = true;
     all.openFor = window;
-    all.opener = currentQueue()->thread; // whose end closes it
+    all.opener = currentQueue()->thread; // the end of this thread closes the clipboard
     return TRUE;
   });
 }
@@ -204,7 +204,7 @@ HANDLE SetClipboardData(UINT format, HANDLE data) {
     const ClipItem *const before = all.content.find(format);
     const bool keepsPromise = all.rendering > 0 && before && before->from == ClipItem::From::program && !before->handle;
     all.content.give(format, data, there.block);
-    if (keepsPromise) return data; // nothing new, nobody need hear of it
+    if (keepsPromise) return data; // a kept promise is no change
     all.changed = true;
     ++all.sequence;
     return data;
@@ -283,7 +283,7 @@ int GetClipboardFormatNameA(UINT format, LPSTR text, int size) {
   });
 }
 
-// ---- Who is told of changes
+// ---- Windows that are told of changes
 
 BOOL AddClipboardFormatListener(HWND window) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {

@@ -1,9 +1,9 @@
-// The clipboard as the program's windows see it: who has it open, who owns it, who is told of changes. Everything here is
-// used under the desktop's lock. Waiting gives the lock up, so whatever was looked up before is looked up again.
+// The clipboard as the program's windows see it: its opener, its owner, and the windows that are told of changes.
+// Everything here is used under the desktop's lock. Waiting gives the lock up, so records must be looked up again after
+// a wait.
 //
-// The desktop's clipboard belongs to one program at a time. As long as that is this one, what lies there is in `content`,
-// and the screen only knows the types that it can have; else the screen is asked for the types and data when somebody
-// wants to know them.
+// The desktop's clipboard belongs to one program at a time. While it is this program's, `content` holds the data, and
+// the screen knows only their types. Otherwise the screen is asked for types and data when a caller needs them.
 #pragma once
 
 #include "platform/desktop/clipboard/content.h"
@@ -13,41 +13,41 @@ namespace platform {
 
 struct Clipboard {
   ClipContent content;
-  bool ofOthers = true;    // another program has put it there
-  bool known = false;      // its types are in content
-  uint32_t takeovers = 0;  // by others
-  Serial offer = 0;        // of what the screen was told last
+  bool ofOthers = true;    // another program has put the content there
+  bool known = false;      // content has its types
+  uint32_t takeovers = 0;  // by other programs
+  Serial offer = 0;        // the last one to the screen
   bool changed = false;    // since it was opened
   bool takenSince = false; // by another program
 
   bool open = false;
   HWND openFor = nullptr;
-  DWORD opener = 0; // thread
+  DWORD opener = 0; // the thread that has opened it
   HWND owner = nullptr;
-  int rendering = 0; // promises that the owner is asked for, on its thread
+  int rendering = 0; // promises that the owner is asked for now, on its thread
   DWORD sequence = 1;
 
   std::vector<HWND> listeners;
-  HWND viewer = nullptr; // the first of the chain
+  HWND viewer = nullptr; // the first window of the viewers' chain
 };
 
 Clipboard &clipboard();
 
-// Whether the calling thread has it open; ERROR_CLIPBOARD_NOT_OPEN is set else.
+// Whether the calling thread has opened the clipboard; if not, ERROR_CLIPBOARD_NOT_OPEN is set.
 bool isOpener();
-// Asks another program for its types, unless they are known.
+// Asks another program for its types, unless they are known already.
 void learnTypes();
-// The data of a format. Waits for whoever has them. Null when there are none.
+// The data of a format. Waits for the owner or another program if necessary. Null if there are no data.
 HANDLE clipDataFor(UINT format);
 
-// Tells the desktop and the program's windows of a change.
+// Tells the desktop and the program's windows that the content has changed.
 void announceClipboard();
-// Sends a window a message, without waiting where another thread handles it.
+// Sends a message to a window, without a wait if the window is another thread's.
 void tell(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
-// An owner is about to end: it may keep its promises now.
+// A window is about to end: if it is the owner, it may keep its promises now.
 void settleClipboard(const WindowRef &window);
-// A window has ended, or a thread.
+// Clean up after a window or a thread that has ended.
 void forgetOnClipboard(HWND window);
 void closeClipboardOf(DWORD thread);
 

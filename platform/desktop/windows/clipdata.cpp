@@ -1,4 +1,4 @@
-// Asking for data on the clipboard: the owner for what it promised, another program for what it has there.
+// Gets clipboard data from their source: the owner for its promises, or another program.
 
 #include "platform/desktop/clipboard/formats.h"
 #include "platform/desktop/lock.h"
@@ -14,11 +14,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 2s; // with owners and programs that don't answer
+constexpr auto kPatience = 2s; // time for an owner or a program to answer
 
 Queue::Moment patienceEnds() { return std::chrono::steady_clock::now() + kPatience; }
 
-// The screen's answer to a thread that waits for it, and serves what other threads send meanwhile.
+// The screen's answer. The thread that waits for it serves messages of other threads meanwhile.
 template <typename Result> struct Answer {
   std::optional<Result> result;
   bool come = false;
@@ -40,7 +40,7 @@ template <typename Result, typename Ask> std::optional<Result> await(Ask ask) {
   return std::move(answer->result);
 }
 
-// On the owner's thread: asks for a promise. While it does the owner needs no opened clipboard.
+// Asks the owner for a promise, on its thread. Meanwhile the owner may set data without opening the clipboard.
 void askOwner(HWND owner, UINT format) {
   Clipboard &all = clipboard();
   const ClipItem *const item = all.content.find(format);
@@ -65,7 +65,7 @@ void askForPromise(UINT format) {
   sendTo(*window->queue, sent, patienceEnds());
 }
 
-// The same for the screen's thread, which has no queue. It gives up the lock while it waits.
+// A wait of the screen's thread, which has no queue. It gives up the lock while it waits.
 class Patience {
  public:
   ~Patience() { end(); }
@@ -92,7 +92,7 @@ void askFromScreen(UINT format) {
   if (!window) return;
   if (window->queue->thread == GetCurrentThreadId()) return askOwner(owner, format);
   const auto patience = std::make_shared<Patience>();
-  // the work may be dropped with its thread, or throw: its end in any case ends the wait
+  // the work may throw, or be dropped with its thread: its destruction ends the wait in any case
   auto sent = std::make_shared<Sent>();
   sent->window = owner;
   sent->work = [owner, format, ends = std::shared_ptr<void>(nullptr, [patience](void *) { patience->end(); })] {
@@ -120,7 +120,7 @@ void askOthers(UINT format) {
     freeClipData(format, data);
 }
 
-// Sees to it that a format's own data are there, as far as somebody has them.
+// Makes sure that the data of a format are there, if the owner or another program has them.
 void fetch(UINT format) {
   const ClipItem *const item = clipboard().content.find(format);
   if (!item || item->handle) return;
@@ -175,7 +175,7 @@ HANDLE clipDataFor(UINT format) {
     make(format);
   else
     fetch(format);
-  if (!isOpener()) return nullptr; // since
+  if (!isOpener()) return nullptr; // closed meanwhile
   item = all.content.find(format);
   return item ? item->handle : nullptr;
 }

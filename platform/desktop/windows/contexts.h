@@ -1,4 +1,4 @@
-// Contexts of windows.
+// Device contexts of windows.
 #pragma once
 
 #include "platform/desktop/drawing/dc.h"
@@ -6,12 +6,13 @@
 
 namespace platform {
 
-// Of a client area. region: limits it; in coordinates of the surface.
+// Opens a context of a client area. region: limits the drawing, in coordinates of the surface.
 HDC openClientDc(const Window &window, const QRegion &region);
-// Of all of a window. What of a top-level window's frame is drawn on goes nowhere: it is the desktop's.
+// Opens a context of a whole window. Drawing on the frame of a top-level window has no effect: the frame is the
+// desktop's.
 HDC openWholeDc(const Window &window);
 
-// One that is closed at the end of the scope.
+// A context that closes at the end of the scope.
 class OpenDc {
  public:
   explicit OpenDc(HDC dc) : dc_(dc) {}

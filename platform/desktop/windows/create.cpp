@@ -1,4 +1,4 @@
-// The beginning and the end of windows.
+// Creates and destroys windows.
 
 #include "platform/desktop/drawing/surface.h"
 #include "platform/desktop/guards.h"
@@ -27,7 +27,7 @@ void notifyParent(const WindowRef &window, UINT event) {
   send(refOf(window->parent), WM_PARENTNOTIFY, noticeOf(event, window->id), lParamOf(window->handle));
 }
 
-// Tells a child's ancestors what becomes of it.
+// Tells a child's ancestors that it was created or destroyed.
 void notifyParents(const WindowRef &window, UINT event) {
   WindowRef child = window;
   const LPARAM handle = lParamOf(window->handle);
@@ -40,7 +40,7 @@ void notifyParents(const WindowRef &window, UINT event) {
   }
 }
 
-// Takes a window out of everything. No message comes to it any more.
+// Removes a window from all records. It gets no more messages.
 void discard(const WindowRef &window) {
   validateTree(*window);
   for (Window *one : window->owned) one->owner = nullptr;
@@ -86,21 +86,21 @@ void destroy(const WindowRef &window) {
   while (!window->owned.empty()) {
     const WindowRef one = refOf(window->owned.back());
     destroy(one);
-    if (one->alive) std::erase(window->owned, one.get()); // it is going already, further up
+    if (one->alive) std::erase(window->owned, one.get()); // it is being destroyed already, further up the stack
     if (!window->alive) return;
   }
   sendDestroy(window);
   if (window->alive) finish(window);
 }
 
-// The style that a window of the wanted style really gets.
+// The style of a window that is created with a wanted style.
 DWORD createdStyle(DWORD style) {
-  if ((style & (WS_CHILD | WS_POPUP)) == 0) style |= WS_CAPTION; // overlapped ones have a caption and edges
+  if ((style & (WS_CHILD | WS_POPUP)) == 0) style |= WS_CAPTION; // overlapped windows have a caption
   if (!(style & WS_CHILD) || (style & WS_POPUP)) style |= WS_CLIPSIBLINGS;
   return style;
 }
 
-int nextDefault(int &last) { // windows that leave their place to the desktop stand in a cascade
+int nextDefault(int &last) { // windows without a given place form a cascade
   last = last >= 200 ? 22 : last + 22;
   return last;
 }
@@ -128,12 +128,12 @@ WindowRef makeRecord(const Creation &creation) {
   Window &desktop = desktopWindow();
   if (window->isChild()) {
     Window &parent = *creation.parent;
-    link(*window, parent, parent.children.empty() ? nullptr : parent.children.back()); // below its older siblings
+    link(*window, parent, parent.children.empty() ? nullptr : parent.children.back()); // below its siblings
   } else {
     if (creation.parent) {
       window->owner = &rootOf(*creation.parent);
       window->owner->owned.push_back(window.get());
-      window->exStyle |= window->owner->exStyle & WS_EX_TOPMOST; // above its owner
+      window->exStyle |= window->owner->exStyle & WS_EX_TOPMOST; // as high as its owner
     }
     const bool topmost = window->exStyle & WS_EX_TOPMOST;
     Window *above = nullptr;
@@ -157,12 +157,12 @@ bool limitSize(const WindowRef &window) {
   return true;
 }
 
-// Sends what a new window gets. Result: whether it lives.
+// Sends the messages of a creation. Result: whether the window lives.
 bool introduce(const WindowRef &window, CREATESTRUCTA &create) {
   if (!limitSize(window)) return false;
   if (!send(window, WM_NCCREATE, 0, addressOf(create)) || !window->alive) return false;
   const POINT origin = clientOrigin(*window->parent);
-  RECT client = offset(window->rect, origin.x, origin.y); // on the screen, unlike later
+  RECT client = offset(window->rect, origin.x, origin.y); // in screen coordinates, unlike later calls
   send(window, WM_NCCALCSIZE, FALSE, addressOf(client));
   if (!window->alive) return false;
   client = offset(client, -origin.x, -origin.y);
@@ -176,7 +176,7 @@ bool introduce(const WindowRef &window, CREATESTRUCTA &create) {
   return window->alive;
 }
 
-// Opening and closing windows faster than the desktop shows them would pile them up.
+// Waits if windows open and close faster than the desktop shows them, so that they don't pile up.
 void waitForScreen() {
   if (!hasScreen() || !theScreen().isBehind()) return;
   const DesktopUnlock unlocked;
@@ -189,13 +189,14 @@ HWND createWindow(Creation &creation) {
   const WindowRef window = makeRecord(creation);
   if (!window) return nullptr;
   const HWND handle = window->handle;
-  const OnThrow unborn([&] { // it goes without a word
+  const OnThrow unborn([&] { // no message tells of the end
     if (window->alive) discard(window);
   });
   if (!introduce(window, create)) {
     if (window->alive) finish(window);
     return nullptr;
   }
+  if (window->exStyle & WS_EX_ACCEPTFILES) lookOnScreen(rootOf(*window));
   startInState(window, wanted);
   if (window->alive && window->isChild() && !(window->exStyle & WS_EX_NOPARENTNOTIFY)) notifyParent(window, WM_CREATE);
   if (window->alive && (wanted & WS_VISIBLE) && !window->is(WS_VISIBLE))
@@ -214,7 +215,7 @@ void above::endThread(Queue &queue) {
     }
   };
   collect(collect, desktopWindow());
-  // innermost first, without a word: there is nobody to hear it
+  // innermost first, and without messages: no thread can handle them
   std::for_each(own.rbegin(), own.rend(), [](const WindowRef &window) { discard(window); });
   closeClipboardOf(queue.thread);
 }
@@ -250,7 +251,7 @@ HWND CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR title, DWORD style,
       width = child ? 0 : static_cast<int>((area.right - area.left) * 3 / 4);
       height = child ? 0 : static_cast<int>((area.bottom - area.top) * 3 / 4);
     }
-    constexpr int kFarthest = INT_MAX / 4; // so that edges and sums of them are numbers still
+    constexpr int kFarthest = INT_MAX / 4; // edges and their sums must not overflow
     x = std::clamp(x, -kFarthest, kFarthest);
     y = std::clamp(y, -kFarthest, kFarthest);
     const DWORD created = createdStyle(style);

@@ -12,7 +12,7 @@ namespace {
 
 HCURSOR current = nullptr;
 
-// The desktop's own shape where it has one.
+// The desktop's own shape for a cursor of the system.
 Qt::CursorShape shapeOf(HCURSOR cursor) {
   switch (reinterpret_cast<uintptr_t>(cursor) - kSystemCursors) {
   case 32512: return Qt::ArrowCursor;

@@ -1,4 +1,4 @@
-// What a window does by default.
+// The default window procedure.
 
 #include "platform/desktop/lock.h"
 #include "platform/desktop/messages/input.h"
@@ -67,7 +67,7 @@ LRESULT mouseActivate(const WindowRef &window, WPARAM wParam, LPARAM lParam) {
   return HIWORD(lParam) == WM_LBUTTONDOWN && LOWORD(lParam) == HTCAPTION ? MA_NOACTIVATE : MA_ACTIVATE;
 }
 
-// Shapes of the cursor over the parts of a frame.
+// The cursor over a part of the frame.
 HCURSOR frameCursor(int hit) {
   switch (hit) {
   case HTLEFT:
@@ -82,8 +82,8 @@ HCURSOR frameCursor(int hit) {
   }
 }
 
-// The parents are asked first, but not about a border that sizes. By default the cursor is that of the window under the
-// pointer, whoever answers.
+// Asks the parents first, but not for a sizing border. The default is the cursor of the class of the window under the
+// pointer, even if another window answers.
 LRESULT chooseCursor(const WindowRef &window, WPARAM wParam, LPARAM lParam) {
   const int hit = static_cast<short>(LOWORD(lParam));
   const bool sizes = hit >= HTLEFT && hit <= HTBOTTOMRIGHT;
@@ -119,7 +119,7 @@ bool closeIsDisabled(const Window &window) {
   return true;
 }
 
-// A press on the frame. Moving and sizing are the desktop's; the boxes act when they are pressed.
+// A press on the frame. The desktop moves and sizes windows; the boxes of the frame act on the press.
 LRESULT framePressed(const WindowRef &window, WPARAM hit, LPARAM at) {
   switch (hit) {
   case HTCAPTION:
@@ -147,7 +147,7 @@ LRESULT framePressed(const WindowRef &window, WPARAM hit, LPARAM at) {
 
 constexpr LPARAM kAltIsDown = 1 << 29;
 
-// Alt or F10 that goes down and up again with nothing between calls the menu.
+// Alt or F10 calls the menu if no other key comes between down and up.
 LRESULT systemKeyDown(const WindowRef &window, WPARAM key, LPARAM lParam) {
   BYTE &menuKey = window->queue->menuKey;
   if (lParam & kAltIsDown) {
@@ -167,7 +167,7 @@ LRESULT keyUp(const WindowRef &window, WPARAM key) {
   return 0;
 }
 
-// A letter with Alt calls the menu with it. The blank is for the system menu, which a child doesn't have.
+// Alt and a letter call the menu with that letter. Alt and blank are for the system menu, which a child doesn't have.
 LRESULT systemCharacter(const WindowRef &window, WPARAM character, LPARAM lParam) {
   window->queue->menuKey = 0;
   if (!(lParam & kAltIsDown) || !character || character == VK_TAB || character == VK_ESCAPE) return 0;
@@ -190,7 +190,7 @@ LRESULT setRedraw(const WindowRef &window, WPARAM on) {
 
 using Answer = std::optional<LRESULT>; // nothing for a message of another group
 
-// The window's place, state and pixels.
+// Messages about the window's place, state and pixels.
 Answer answerPlace(const WindowRef &window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
   case WM_NCCALCSIZE: {
@@ -217,7 +217,7 @@ Answer answerPlace(const WindowRef &window, UINT message, WPARAM wParam, LPARAM 
   }
 }
 
-// What its title bar shows.
+// Messages about the title bar.
 Answer answerTitle(const WindowRef &window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
   case WM_NCCREATE: {

@@ -1,5 +1,5 @@
-// Moving and sizing a window by its frame, with the messages of such a drag. Where there is a display, its window manager
-// does this for top-level windows; here are the others, and everything where there is none.
+// Moves and sizes a window by its frame, with the messages of such a drag. On a display the window manager does this
+// for top-level windows. The code here is for all other windows, and for all windows without a display.
 
 #include "platform/desktop/windows/drag.h"
 

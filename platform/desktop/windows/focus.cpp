@@ -10,10 +10,10 @@ namespace platform {
 
 namespace {
 
-// The window that has the keyboard in the whole program; null when another program has it.
+// The window of this program that has the keyboard; null if another program has it.
 HWND foreground = nullptr;
 
-// Tells all top-level windows of a thread that the program comes to the front, or goes.
+// Tells all top-level windows of a thread that the program has become active or inactive.
 void tellApplication(const std::shared_ptr<Queue> &queue, bool active, DWORD other) {
   for (const WindowRef &window : childrenOf(desktopWindow()))
     if (window->alive && window->queue == queue) send(window, WM_ACTIVATEAPP, active, static_cast<LPARAM>(other));
@@ -29,7 +29,7 @@ HWND moveFocus(const WindowRef &window) {
   });
   if (const WindowRef before = windowOrNone(old)) {
     send(before, WM_KILLFOCUS, wParamOf(handle));
-    if (queue.focus != handle) return old; // the message changed it again
+    if (queue.focus != handle) return old; // the procedure has moved the focus again
   }
   if (window) send(window, WM_SETFOCUS, wParamOf(old));
   return old;
@@ -40,10 +40,10 @@ bool canBeActive(const Window &window) {
          !(window.exStyle & WS_EX_NOACTIVATE);
 }
 
-// The keyboard goes to a window of this thread, or to nobody in it. Another thread that had it hears of that.
+// Gives the keyboard to a window of this thread, or takes it from the thread. Another thread that had it is told.
 void takeForeground(const std::shared_ptr<Queue> &queue, HWND window, Cause cause) {
   Queue *const before = above::queueOfWindow(foreground);
-  if (!window && before && before != queue.get()) return; // it is another thread's already
+  if (!window && before && before != queue.get()) return; // another thread has it already
   foreground = window;
   if (cause != Cause::desktop) activateOnScreen(windowOrNone(window).get());
   if (!before || before == queue.get()) return;
@@ -119,7 +119,7 @@ void desktopActivated(const WindowRef &window) {
     activate(window, Cause::desktop, true);
     return;
   }
-  // a box stands before it, which the keyboard goes back to
+  // a dialog has disabled this window: the keyboard goes back to the dialog
   if (const WindowRef active = windowOrNone(window->queue->active)) activateOnScreen(active.get());
 }
 
@@ -152,7 +152,7 @@ BOOL EnableWindow(HWND window, BOOL enable) {
 
 namespace {
 
-// A window of this thread. Null, with the error set, for another one and for a handle that is none.
+// A window of this thread. Null, with the last error set, for another thread's window and for an invalid handle.
 WindowRef ownWindow(HWND handle) {
   WindowRef window = windowOf(handle);
   if (!window || window->queue == currentQueue()) return window;
@@ -192,7 +192,7 @@ BOOL SetForegroundWindow(HWND window) {
     const WindowRef target = windowOf(window);
     if (!target || target->isChild()) return FALSE;
     if (target->queue == currentQueue()) return activate(target, Cause::program, true);
-    const auto sent = std::make_shared<Sent>(); // its own thread does it when it comes to it
+    const auto sent = std::make_shared<Sent>(); // its own thread activates it at its next message
     sent->work = [target] {
       if (target->alive) activate(target, Cause::program, true);
     };

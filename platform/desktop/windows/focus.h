@@ -1,4 +1,4 @@
-// Activation, focus, and the state of being enabled.
+// Activation, focus, and disabled windows.
 #pragma once
 
 #include "platform/desktop/windows/window.h"
@@ -7,12 +7,12 @@ namespace platform {
 
 enum class Cause { program, mouse, desktop };
 
-// On the window's own thread; null for no window.
+// Both run on the window's own thread. window: null for no window.
 bool activate(const WindowRef &window, Cause cause, bool moveFocus);
 HWND setFocus(const WindowRef &window);
-// The active window is going or hidden: another one takes its place.
+// Activates another window, because the active one is going or hidden.
 void activateAnother(Window &window);
-// The desktop gave the keyboard to a window of this thread, or took it.
+// The desktop has given the keyboard to a window of this thread, or taken it.
 void desktopActivated(const WindowRef &window);
 
 } // namespace platform

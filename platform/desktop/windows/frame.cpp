@@ -11,8 +11,8 @@ namespace {
 
 constexpr LONG kBorder = 1;     // a plain line
 constexpr LONG kEdge = 2;       // a raised or sunken edge
-constexpr LONG kSizeBorder = 1; // what a frame for sizing has more than one for dialogs
-constexpr LONG kCorner = 16;    // at a frame for sizing, how far a corner reaches along a side
+constexpr LONG kSizeBorder = 1; // a sizing frame is this much wider than a dialog's
+constexpr LONG kCorner = 16;    // a corner of a sizing frame is this long on each side
 
 LONG edgeWidth(DWORD style, DWORD exStyle) {
   LONG width = 0;
@@ -30,7 +30,7 @@ LONG captionHeight(DWORD style, DWORD exStyle) {
   return GetSystemMetrics(exStyle & WS_EX_TOOLWINDOW ? SM_CYSMCAPTION : SM_CYCAPTION);
 }
 
-// A line of one pixel round the inside of a rectangle, which it leaves behind it.
+// Draws a line of one pixel inside a rectangle, and takes the line off the rectangle.
 void drawRing(Dc &dc, RECT &rect, COLORREF topLeft, COLORREF bottomRight) {
   fill(dc, {rect.left, rect.top, rect.right - 1, rect.top + 1}, topLeft);
   fill(dc, {rect.left, rect.top, rect.left + 1, rect.bottom - 1}, topLeft);
@@ -96,7 +96,7 @@ LRESULT hitTest(const Window &window, POINT point) {
   const LONG caption = captionHeight(window.style, window.exStyle);
   if (point.y >= inside.top + caption) return HTBORDER;
   if (!window.is(WS_SYSMENU)) return HTCAPTION;
-  // the boxes at its right end, from the right
+  // the boxes, from the right
   const LONG box = caption - 1;
   if (point.x >= inside.right - box) return HTCLOSE;
   if (window.exStyle & WS_EX_TOOLWINDOW) return HTCAPTION;

@@ -1,4 +1,4 @@
-// The frame round a client area. It follows from the style with fixed metrics, the classic look's.
+// The frame round a client area. Its metrics are fixed, and only the style decides.
 #pragma once
 
 #include "platform/winapi.h"
@@ -13,15 +13,15 @@ struct Frame {
 };
 
 Frame frameOf(DWORD style, DWORD exStyle);
-// The extended style with what the system keeps of edges in it.
+// The extended style, with WS_EX_WINDOWEDGE set or cleared as the system does.
 DWORD edgeStyle(DWORD style, DWORD exStyle);
-// The client area that a window rectangle leaves.
+// The client area within a window rectangle.
 RECT clientWithin(const RECT &rect, DWORD style, DWORD exStyle);
-// The client area of a top-level window with the scroll bars beside it: what the screen shows of it.
+// The part of a top-level window that the screen shows: the client area with the scroll bars beside it.
 RECT contentOf(const Window &window);
-// Where a point of the screen lies in a window: HTCLIENT, HTCAPTION, ...
+// The part of a window at a point of the screen: HTCLIENT, HTCAPTION, ...
 LRESULT hitTest(const Window &window, POINT point);
-// Draws the frame of a child window, and any window's scroll bars; the desktop draws the frames of top-level windows.
+// Draws the scroll bars of any window and the frame of a child. The frame of a top-level window is the desktop's.
 void drawFrame(Window &window);
 
 } // namespace platform

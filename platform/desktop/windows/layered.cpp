@@ -1,4 +1,4 @@
-// Windows that let through what is behind them.
+// Transparent windows.
 
 #include "platform/desktop/lock.h"
 #include "platform/desktop/windows/onscreen.h"

@@ -1,4 +1,4 @@
-// Modules, which programs look functions up in that some systems lack.
+// Modules: programs look up functions that some systems lack.
 
 #include "platform/kernel/errors.h"
 

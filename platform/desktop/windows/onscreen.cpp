@@ -1,4 +1,4 @@
-// What the screen is told of top-level windows, and what is made of what it tells.
+// Tells the screen about top-level windows, and carries out what the screen reports.
 
 #include "platform/desktop/windows/onscreen.h"
 
@@ -7,6 +7,7 @@
 #include "platform/desktop/drawing/surface.h"
 #include "platform/desktop/messages/above.h"
 #include "platform/desktop/messages/input.h"
+#include "platform/desktop/windows/drops.h"
 #include "platform/desktop/windows/focus.h"
 #include "platform/desktop/windows/frame.h"
 #include "platform/desktop/windows/placing.h"
@@ -39,8 +40,8 @@ ShowState stateOf(const Window &window) {
   return window.is(WS_MAXIMIZE) ? ShowState::maximized : ShowState::normal;
 }
 
-// The desktop shows a window's icon in sizes of its own. Without one that is more than the general one, it has its own way
-// to find one.
+// The desktop shows a window's icon in several sizes. A window with only the general icon gets none: the desktop finds
+// one then.
 void settleIcons(Window &window) {
   constexpr int kSizes[] = {16, 24, 32, 48, 64, 128};
   constexpr int kSmall = 24;
@@ -69,8 +70,9 @@ Look lookOf(Window &window) {
   const bool layered = window.exStyle & WS_EX_LAYERED && window.layeredFlags & LWA_ALPHA;
   look.alpha = layered ? window.alpha : 255;
   look.passesInput = window.passesInput || (window.exStyle & WS_EX_LAYERED && window.exStyle & WS_EX_TRANSPARENT);
+  look.takesFiles = takesFiles(window);
   const auto ground = brushOf(window.windowClass->background);
-  if (ground && ground->style == BS_SOLID) look.ground = toQt(ground->color);
+  if (ground && ground->style == BS_SOLID) look.ground = pixelOf(ground->color);
   look.icons = window.onScreen.icons;
   return look;
 }
@@ -101,7 +103,7 @@ void showOnScreen(Window &window) {
 
 void hideOnScreen(Window &window) {
   if (!window.onScreen.open) return;
-  ++window.onScreen.placeSerial, ++window.onScreen.stateSerial; // what the desktop tells from now on came too late
+  ++window.onScreen.placeSerial, ++window.onScreen.stateSerial; // the desktop's later reports are about the time before
   theScreen().hide(window.handle);
   goneUnderPointer(window.handle);
 }
@@ -162,13 +164,13 @@ void carryOutDeed(const Placed &placed) {
   const WindowRef window = windowOrNone(placed.window);
   if (!window || placed.serial != window->onScreen.placeSerial || !window->is(WS_VISIBLE) || window->is(WS_MINIMIZE))
     return;
-  window->onScreen.client = placed.client; // so that it isn't told back
+  window->onScreen.client = placed.client; // the screen needn't be told again
   if (placed.client == toQt(contentOf(*window))) return;
   const Frame frame = frameOf(window->style, window->exStyle);
   const QRect whole = placed.client.adjusted(-frame.left, -frame.top, frame.right, frame.bottom);
   setWindowPos(window, {window->handle, nullptr, whole.x(), whole.y(), whole.width(), whole.height(),
                         SWP_NOZORDER | SWP_NOACTIVATE});
-  if (window->alive) placeOnScreen(*window); // where the program refused or limited it
+  if (window->alive) placeOnScreen(*window); // the program may have refused or limited the change
 }
 
 void carryOutDeed(const StateChanged &changed) {
@@ -179,10 +181,10 @@ void carryOutDeed(const StateChanged &changed) {
   const UINT command = changed.state == ShowState::normal      ? SC_RESTORE
                        : changed.state == ShowState::maximized ? SC_MAXIMIZE
                                                                : SC_MINIMIZE;
-  // out of the icon it goes back to what it was
+  // a window that leaves the minimized state gets its previous state
   const bool restores = window->is(WS_MINIMIZE) && command != SC_MINIMIZE;
   send(window, WM_SYSCOMMAND, restores ? SC_RESTORE : command);
-  if (window->alive) placeOnScreen(*window); // the program may have its own mind
+  if (window->alive) placeOnScreen(*window); // the program may have chosen another state
 }
 
 void carryOutDeed(const Activated &activated) {
@@ -193,6 +195,8 @@ void carryOutDeed(const CloseAsked &asked) {
   const WindowRef window = windowOrNone(asked.window);
   if (window && !window->is(WS_DISABLED)) post(*window->queue, messageFor(window->handle, WM_SYSCOMMAND, SC_CLOSE, 0));
 }
+
+void carryOutDeed(const FilesDropped &dropped) { dropFiles(dropped); }
 
 std::vector<WindowRef> ownTopLevel() {
   std::vector<WindowRef> own;
@@ -209,7 +213,7 @@ void carryOutDeed(const ScreenChanged &) {
     if (window->alive) send(window, WM_DISPLAYCHANGE, 32, lParamOf(size.cx, size.cy));
 }
 
-// As at the end of a session: windows may save what they have, and then the loops of messages end.
+// As at the end of a session: windows may save their data, and then the message loops end.
 void carryOutDeed(const ScreenGone &) {
   for (const WindowRef &window : ownTopLevel()) {
     if (window->alive) send(window, WM_QUERYENDSESSION);
@@ -218,7 +222,7 @@ void carryOutDeed(const ScreenGone &) {
   PostQuitMessage(EXIT_FAILURE);
 }
 
-template <typename Other> void carryOutDeed(const Other &) {} // of the pointer and the keyboard
+template <typename Other> void carryOutDeed(const Other &) {} // reports about pointer and keyboard
 
 } // namespace
 

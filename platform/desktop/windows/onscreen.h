@@ -1,4 +1,4 @@
-// What the screen is told of top-level windows. Where nobody sees them, and for other windows, these do nothing.
+// Tells the screen about top-level windows. Without a display, and for other windows, these functions do nothing.
 #pragma once
 
 #include "platform/desktop/windows/window.h"
@@ -7,22 +7,22 @@ namespace platform {
 
 void showOnScreen(Window &window);
 void hideOnScreen(Window &window);
-// Its place or its state may have changed.
+// The place or the state of the window may have changed.
 void placeOnScreen(Window &window);
 void raiseOnScreen(Window &window);
 void lowerOnScreen(Window &window);
-// Windows may have become topmost, or are it no more.
+// Some windows may have become topmost, or are no longer topmost.
 void bandsOnScreen();
-// Its title, styles, icon, owner or opacity may have changed.
+// The title, styles, icon, owner or opacity of the window may have changed, or whether windows in it take files.
 void lookOnScreen(Window &window);
-// It is no top-level window any more.
+// The window is going or becomes a child.
 void closeOnScreen(Window &window);
-// The program's newest wish, of any thread; null for no window.
+// The window that the program wants active, whatever its thread; null for none. Only the newest wish counts.
 void activateOnScreen(Window *window);
-// The serial number of that wish.
+// The serial number of the newest wish.
 Serial activationNow();
 
-// Where on the screen windows can be seen; without limits where nobody knows their places.
+// The part of the screen where windows can be seen; without limits if the desktop doesn't tell places.
 const RECT &seenArea();
 
 } // namespace platform

@@ -1,5 +1,5 @@
-// Top-level windows stand in two bands, the topmost ones above all others. Windows stand above their owners, in the band
-// of these or in a higher one.
+// Top-level windows stand in two bands: all topmost windows are above all others. A window stands above its owner, in
+// the owner's band or in the topmost one.
 
 #include "platform/desktop/windows/order.h"
 
@@ -11,14 +11,14 @@ namespace {
 
 bool isTopmost(const Window &window) { return window.exStyle & WS_EX_TOPMOST; }
 
-// Whether a window goes with another in the order: it is the other, or owned by it at some remove.
+// Whether a window moves together with another one: it is the same window, or owned by it directly or indirectly.
 bool belongsTo(const Window &window, const Window &other) {
   for (const Window *one = &window; one; one = one->owner)
     if (one == &other) return true;
   return false;
 }
 
-// The last of the siblings that a test accepts; null for none.
+// The last sibling that a test accepts; null for none.
 template <typename Accepts> Window *lastSibling(const Window &window, Accepts accepts) {
   Window *last = nullptr;
   for (Window *sibling : window.parent->children)
@@ -26,7 +26,7 @@ template <typename Accepts> Window *lastSibling(const Window &window, Accepts ac
   return last;
 }
 
-// The sibling below which a window goes, for one of the HWND_... words or a sibling; null for the top.
+// The sibling below which a window goes. after: a HWND_... word or a sibling. Result: null for the top.
 Window *placeInOrder(const Window &window, HWND after) {
   if (after == HWND_BOTTOM) return lastSibling(window, [](const Window &) { return true; });
   if (after == HWND_TOPMOST) return nullptr;
@@ -41,7 +41,7 @@ bool bandBelow(const Window &window, HWND after, const Window *above) {
   if (after == HWND_NOTOPMOST || after == HWND_BOTTOM || !window.isTopLevel()) return false;
   if (after == HWND_TOP) return isTopmost(window);
   if (!isTopmost(*above)) return false;
-  // between two topmost ones; behind the last one a normal window is the first of its band
+  // true between two topmost windows; a normal window below the last one begins its own band
   const std::vector<Window *> &siblings = window.parent->children;
   auto next = std::find(siblings.begin(), siblings.end(), above) + 1;
   if (next != siblings.end() && *next == &window) ++next;
@@ -58,8 +58,8 @@ void setBand(Window &window, bool topmost) {
   window.exStyle = topmost ? window.exStyle | WS_EX_TOPMOST : window.exStyle & ~WS_EX_TOPMOST;
 }
 
-// What a window owns goes above it, in the order in which it is.
-// all: what stands above it already too.
+// Puts the windows that a window owns above it, in their order.
+// all: also those that already stand above it.
 void bringOwned(Window &window, bool all) {
   const std::vector<Window *> siblings = window.parent->children;
   const auto self = std::find(siblings.begin(), siblings.end(), &window);
@@ -83,7 +83,7 @@ void reorder(Window &window, HWND after) {
       if (belongsTo(*one, window)) setBand(*one, topmost);
   if (!window.owned.empty()) bringOwned(window, changes);
   if (!changes || topmost) return;
-  // with a window its owners leave the band
+  // the owners of the window leave the band too
   for (Window *one = &window; one->owner && isTopmost(*one->owner); one = one->owner) {
     setBand(*one->owner, false);
     relink(*one->owner, one);
@@ -99,7 +99,7 @@ bool isInPlace(Window &window, HWND after) {
   const Window *above = self == siblings.begin() ? nullptr : self[-1];
   const Window *wanted = placeInOrder(window, after);
   if (after == HWND_TOP && wanted != above && above && belongsTo(*above, window)) {
-    // only what it owns stands above it
+    // only windows that it owns may stand above it
     return std::all_of(siblings.begin(), self,
                        [&](const Window *one) { return isTopmost(*one) || belongsTo(*one, window); });
   }

@@ -9,7 +9,7 @@ namespace platform {
 
 namespace {
 
-// Those of this thread.
+// The objects of this thread's windows.
 using Answerers = std::unordered_map<HWND, std::shared_ptr<Answerer>>;
 Answerers &answerers() {
   thread_local Answerers all;

@@ -1,4 +1,4 @@
-// Windows of the layer's own classes: an object answers the messages of each, and lives as long as its window.
+// Windows of the layer's own classes. An object answers the messages of each window, and lives as long as the window.
 #pragma once
 
 #include "platform/winapi/icons.h"
@@ -10,8 +10,8 @@
 
 namespace platform {
 
-// It belongs to one thread and works under the desktop's lock. What it asks and tells other windows runs procedures of
-// the program, which may end its window: the object stays until the message is answered.
+// An object belongs to one thread and works under the desktop's lock. Messages that it sends run procedures of the
+// program, which may destroy its window. So the object stays alive until the message is answered.
 class Answerer {
  public:
   Answerer() = default;
@@ -19,11 +19,11 @@ class Answerer {
   Answerer(const Answerer &) = delete;
   Answerer &operator=(const Answerer &) = delete;
 
-  // Nothing for a message that is left to the default procedure.
+  // Result: nothing if the default procedure shall answer.
   virtual std::optional<LRESULT> answer(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 };
 
-// Makes the object of a new window; null for a window that does without.
+// Makes the object of a new window; null for a window without one.
 using AnswererMaker = std::shared_ptr<Answerer> (*)(HWND window);
 
 LRESULT answerMessage(AnswererMaker make, HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -36,8 +36,8 @@ template <typename Kind> LRESULT CALLBACK procedureOf(HWND window, UINT message,
   return answerMessage(kMake, window, message, wParam, lParam);
 }
 
-// Does nothing for a class that is there.
-// extra: bytes of a window that are the program's.
+// Does nothing if the class exists already.
+// extra: bytes in each window for the program.
 void registerOwnClass(const char *name, WNDPROC procedure, UINT style, LPCSTR cursor = IDC_ARROW, int extra = 0);
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// Position and size: SetWindowPos, with the messages that it sends and what it leaves to be painted.
+// Position and size: SetWindowPos with its messages, and the areas that need paint afterwards.
 
 #include "platform/desktop/windows/placing.h"
 
@@ -20,7 +20,7 @@ namespace {
 constexpr LONG kFarthest = 32767;
 constexpr UINT kUnchanged = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | kNoClientSize | kNoClientMove;
 
-// What stands where before and after a change, in coordinates of the surface.
+// The place of a window's pixels before or after a change, in coordinates of the surface.
 struct Seen {
   QRegion whole;
   POINT client;
@@ -31,7 +31,7 @@ struct Seen {
                                                                            window.client.bottom - window.client.top} {}
 };
 
-// All that waits for paint in a window and its children, in coordinates of the surface.
+// Collects the update regions of a window and its children, in coordinates of the surface.
 void collectUpdates(const Window &window, QRegion &updates) {
   if (window.dirtyBelow == 0) return;
   const POINT origin = originInSurface(window);
@@ -45,7 +45,7 @@ void invalidateInSurface(Window &window, const QRegion &region, bool frame) {
   invalidate(window, region.translated(-origin.x, -origin.y), true, frame, Children::all);
 }
 
-// After a change: keeps the pixels that are still right, at their new place, and invalidates the rest.
+// After a change, keeps the pixels that are still right, at their new place, and invalidates the rest.
 void refresh(Window &window, const Seen &before, const QRegion &due, UINT flags) {
   const Seen now(window);
   Surface *surface = rootOf(window).surface.get();
@@ -79,7 +79,7 @@ bool isPlace(const WINDOWPOS &position) {
          windowOrNone(position.hwndInsertAfter);
 }
 
-// A message of WM_WINDOWPOSCHANGING may change everything; after it, the flags say what really changes.
+// Makes the flags say what really changes: WM_WINDOWPOSCHANGING may have changed all members.
 void settleFlags(Window &window, WINDOWPOS &position) {
   UINT &flags = position.flags;
   if (!isVisible(*window.parent)) flags |= SWP_NOREDRAW;
@@ -95,7 +95,7 @@ void settleFlags(Window &window, WINDOWPOS &position) {
   position.x = std::clamp(position.x, -static_cast<int>(kFarthest) - 1, static_cast<int>(kFarthest));
   position.y = std::clamp(position.y, -static_cast<int>(kFarthest) - 1, static_cast<int>(kFarthest));
   if (position.x == window.rect.left && position.y == window.rect.top) flags |= SWP_NOMOVE;
-  // what becomes active comes to the front
+  // a window that becomes active comes to the front
   const bool comesForward = !window.isChild() && !(flags & (SWP_NOACTIVATE | SWP_HIDEWINDOW)) && !isActive(window);
   const bool changesKind = !(flags & SWP_NOZORDER) &&
                            (position.hwndInsertAfter == HWND_TOPMOST || position.hwndInsertAfter == HWND_NOTOPMOST);
@@ -105,11 +105,11 @@ void settleFlags(Window &window, WINDOWPOS &position) {
   }
   if (flags & SWP_NOZORDER) return;
   const WindowRef sibling = isOrderWord(position.hwndInsertAfter) ? nullptr : windowOrNone(position.hwndInsertAfter);
-  const bool stranger = sibling && sibling->parent != window.parent; // of which nobody takes notice
+  const bool stranger = sibling && sibling->parent != window.parent; // has no effect
   if (stranger || isInPlace(window, position.hwndInsertAfter)) flags |= SWP_NOZORDER;
 }
 
-// Asks the window for its new client area where that can have changed.
+// Asks the window for its new client area, if that can have changed.
 void calculate(const WindowRef &window, WINDOWPOS &position, const RECT &rect, RECT &client) {
   const bool asks = (position.flags & (SWP_FRAMECHANGED | kStateChanged)) || !(position.flags & SWP_NOSIZE);
   if (!asks) {
@@ -130,7 +130,7 @@ void calculate(const WindowRef &window, WINDOWPOS &position, const RECT &rect, R
     position.flags |= kNoClientSize;
 }
 
-// The change itself, and its traces on the screen.
+// Makes the change, and invalidates pixels.
 void apply(const WindowRef &window, const WINDOWPOS &position, const RECT &rect, const RECT &client) {
   const UINT flags = position.flags;
   const bool redraws = !(flags & SWP_NOREDRAW);
@@ -155,7 +155,7 @@ void apply(const WindowRef &window, const WINDOWPOS &position, const RECT &rect,
     window->frameDirty = true;
 }
 
-// What the screen shows of it.
+// Tells the screen.
 void takeToScreen(Window &window, UINT flags, HWND after) {
   if (!window.surface) return;
   if (flags & SWP_HIDEWINDOW)
@@ -192,7 +192,7 @@ bool setWindowPos(const WindowRef &window, WINDOWPOS position) {
   RECT rect = window->rect;
   if (position.flags & SWP_NOMOVE) position.x = rect.left, position.y = rect.top;
   if (position.flags & SWP_NOSIZE) position.cx = window->width(), position.cy = window->height();
-  if (!isPlace(position)) position.flags |= SWP_NOZORDER; // as the message has left it
+  if (!isPlace(position)) position.flags |= SWP_NOZORDER; // WM_WINDOWPOSCHANGING may have set an invalid place
   const bool wasActive = isActive(*window);
   settleFlags(*window, position);
   rect = {position.x, position.y, position.x + position.cx, position.y + position.cy};
@@ -217,7 +217,7 @@ bool setWindowPos(const WindowRef &window, WINDOWPOS position) {
     const bool own = (flags & SWP_SHOWWINDOW) || window->isTopLevel();
     if (own && (resized || (flags & SWP_SHOWWINDOW))) eraseNow(window);
     if (!own && (resized || !(flags & SWP_NOZORDER))) eraseNow(refOf(window->parent));
-    // a frame that shrank has nothing else that would draw it
+    // the parent doesn't draw the frame of a child that shrank
     if (!own && resized && window->alive && !sameRect(window->rect, window->client)) eraseNow(window);
     if (!window->alive) return true;
   }
@@ -238,7 +238,7 @@ MINMAXINFO sizeLimits(const WindowRef &window) {
   MINMAXINFO limits{};
   limits.ptMaxSize = {area.right - area.left, area.bottom - area.top};
   limits.ptMaxPosition = {area.left, area.top};
-  if (window->isChild()) { // it fills its parent
+  if (window->isChild()) { // a maximized child fills its parent
     const RECT parent = window->parent->clientArea();
     limits.ptMaxSize = {parent.right, parent.bottom};
     limits.ptMaxPosition = {0, 0};
@@ -251,7 +251,7 @@ MINMAXINFO sizeLimits(const WindowRef &window) {
   limits.ptMinTrackSize = {GetSystemMetrics(SM_CXMINTRACK), GetSystemMetrics(SM_CYMINTRACK)};
   if (!window->is(WS_CAPTION)) limits.ptMinTrackSize = {2 * frame.left, 2 * frame.left};
   limits.ptMaxTrackSize = {GetSystemMetrics(SM_CXMAXTRACK), GetSystemMetrics(SM_CYMAXTRACK)};
-  if (theScreen().isSeen()) // a desktop without captions gives a window the whole screen for its client area
+  if (theScreen().isSeen()) // a desktop without captions gives the whole screen to the client area
     limits.ptMaxTrackSize.y += frame.top;
   send(window, WM_GETMINMAXINFO, 0, addressOf(limits));
   limits.ptMaxTrackSize.x = std::max(limits.ptMaxTrackSize.x, limits.ptMinTrackSize.x);

@@ -1,4 +1,4 @@
-// Where windows stand: position, size, order.
+// The place of windows: position, size, order.
 #pragma once
 
 #include "platform/desktop/windows/window.h"
@@ -10,9 +10,9 @@ constexpr UINT kNoClientSize = 0x0800; // the client area kept its size
 constexpr UINT kNoClientMove = 0x1000; // and its place
 
 bool setWindowPos(const WindowRef &window, WINDOWPOS position);
-// The limits of a window's size, as WM_GETMINMAXINFO leaves them.
+// The limits of a window's size, after WM_GETMINMAXINFO.
 MINMAXINFO sizeLimits(const WindowRef &window);
-// Puts a top-level window in front of the others of its kind, with what it owns, without a message.
+// Puts a top-level window with the windows it owns in front of others of its band, without a message.
 void raise(Window &window);
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// Rectangles and points of windows, on the screen and in one another.
+// Rectangles and points of windows, in screen and client coordinates.
 
 #include "platform/desktop/lock.h"
 #include "platform/desktop/windows/window.h"

@@ -1,4 +1,4 @@
-// What windows tell of themselves and of one another.
+// Properties of windows, and their relations to one another.
 
 #include "platform/desktop/lock.h"
 #include "platform/desktop/windows/classes.h"

@@ -1,4 +1,4 @@
-// The scroll bars of windows: their numbers, their look, and the loop that follows a press.
+// The scroll bars of windows: values, look, and the loop that follows a press.
 
 #include "platform/desktop/windows/scroll.h"
 
@@ -15,7 +15,7 @@ namespace platform {
 namespace {
 
 constexpr LONG kShortestThumb = 8;
-constexpr LONG kBetweenArrows = 4; // what is left between them in a bar that is too short
+constexpr LONG kBetweenArrows = 4; // pixels between them in a bar that is too short
 constexpr UINT_PTR kRepeat = 0x7FFE5C01;
 constexpr UINT kFirstRepeat = 200, kNextRepeat = 50; // milliseconds
 constexpr LONG kAside = 8, kBeyond = 2; // how far the pointer may leave a bar with its thumb, in widths of the bar
@@ -25,7 +25,7 @@ bool isBar(int bar) { return bar == SB_HORZ || bar == SB_VERT; }
 
 LONG widthOf(int bar) { return GetSystemMetrics(bar == SB_VERT ? SM_CXVSCROLL : SM_CYHSCROLL); }
 
-// Rounded to the nearest.
+// value * by / of, rounded to the nearest.
 int64_t scaled(int64_t value, int64_t by, int64_t of) { return (value * by + of / 2) / of; }
 
 ScrollBars &barsOf(Window &window) {
@@ -33,7 +33,7 @@ ScrollBars &barsOf(Window &window) {
   return *window.scroll;
 }
 
-// Null where there never was a bar.
+// Null if the window never had a scroll bar.
 ScrollBar *barOf(Window &window, int bar) {
   if (!isBar(bar) || (!window.scroll && !(window.style & (WS_HSCROLL | WS_VSCROLL)))) return nullptr;
   return &barsOf(window).bars[bar];
@@ -69,7 +69,7 @@ BarLook lookOf(Window &window, int bar) {
   return look;
 }
 
-// A part of a bar from one place along it to another.
+// The part of a bar between two places along it.
 RECT slice(const RECT &rect, int bar, LONG from, LONG to) {
   if (bar == SB_VERT) return {rect.left, rect.top + from, rect.right, rect.top + to};
   return {rect.left + from, rect.top, rect.left + to, rect.bottom};
@@ -82,7 +82,7 @@ void drawArrow(HDC dc, RECT rect, UINT shape, bool disabled, bool pressed) {
   DrawFrameControl(dc, &rect, DFC_SCROLL, shape);
 }
 
-// rect: in the window.
+// rect: in coordinates of the window.
 void drawBar(const OpenDc &open, const RECT &rect, int bar, const BarLook &look) {
   const bool vertical = bar == SB_VERT;
   const LONG end = look.length - look.arrow;
@@ -107,7 +107,7 @@ void drawBar(const OpenDc &open, const RECT &rect, int bar, const BarLook &look)
 
 RECT inWindow(const Window &window, const RECT &rect) { return offset(rect, -window.rect.left, -window.rect.top); }
 
-// Draws a bar again, if that changes anything.
+// Draws a bar, if its look has changed.
 void refreshBar(Window &window, int bar) {
   if (!hasBar(window, bar) || !isOpen(window)) return;
   ScrollBar &values = barsOf(window).bars[bar];
@@ -151,7 +151,7 @@ int setInfo(const WindowRef &window, int which, const SCROLLINFO &info, bool red
     const bool scrolls = bar.min < bar.last();
     if (!scrolls && info.fMask & SIF_DISABLENOSCROLL)
       bar.disabled = ESB_DISABLE_BOTH;
-    else if (scrolls && info.fMask != SIF_PAGE) // a page alone brings nothing back
+    else if (scrolls && info.fMask != SIF_PAGE) // a page alone shows no bar
       bar.disabled = ESB_ENABLE_BOTH;
     const bool hides = !scrolls && !(info.fMask & SIF_DISABLENOSCROLL);
     const bool shows = scrolls && info.fMask != SIF_PAGE;
@@ -175,7 +175,7 @@ bool enableArrows(Window &window, int which, UINT arrows) {
 
 // ---- The user
 
-// Whether the pointer is near enough to a bar to hold its thumb.
+// Whether the pointer is near enough to a bar to hold the thumb.
 bool isNear(const RECT &rect, int bar, POINT point) {
   const LONG aside = kAside * widthOf(bar), beyond = kBeyond * widthOf(bar);
   const LONG dx = bar == SB_VERT ? aside : beyond, dy = bar == SB_VERT ? beyond : aside;
@@ -205,7 +205,7 @@ int codeOf(BarPart part) {
   }
 }
 
-// One press, from its beginning to its end.
+// A press on a bar, until the release.
 class Press {
  public:
   Press(const WindowRef &window, int bar) : window_(window), bar_(bar) {}
@@ -260,7 +260,7 @@ void Press::start(POINT at) {
   }
 }
 
-// The thumb goes with the pointer, and back where it was when the pointer is far away.
+// Moves the thumb with the pointer. If the pointer is far away, the thumb goes back to its start.
 void Press::holdThumb(LONG place) {
   const ScrollBar &values = all().bars[bar_];
   const BarLook look = lookOf(*window_, bar_);
@@ -289,7 +289,7 @@ void Press::moveTo(POINT at) {
 
 void Press::repeat() {
   SetTimer(window_->handle, kRepeat, kNextRepeat, nullptr);
-  moveTo(at_); // the thumb may have come to where the pointer is
+  moveTo(at_); // the thumb may have reached the pointer
   if (all().inside) tell(codeOf(all().part));
 }
 
@@ -324,7 +324,7 @@ void Press::follow(POINT at) {
   bool isReleased = false;
   MSG message;
   while (goesOn() && !isReleased) {
-    if (GetMessageA(&message, nullptr, 0, 0) <= 0) { // the program's own loop shall hear of it
+    if (GetMessageA(&message, nullptr, 0, 0) <= 0) { // the program's own loop shall get WM_QUIT
       PostQuitMessage(static_cast<int>(message.wParam));
       break;
     }
@@ -352,7 +352,7 @@ bool hasBar(const Window &window, int bar) {
   return rect.left < rect.right && rect.top < rect.bottom;
 }
 
-// It lies at the client area, which a program may have made larger or smaller than usual.
+// A bar stands beside the client area, which a program may have made larger or smaller than usual.
 RECT barRect(const Window &window, int bar) {
   const RECT &client = window.client;
   RECT rect = bar == SB_VERT ? RECT{client.right, client.top, client.right + widthOf(bar), client.bottom}

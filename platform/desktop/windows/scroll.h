@@ -1,4 +1,4 @@
-// The scroll bars beside a window's client area: what they show, and what the user does to them.
+// The scroll bars beside a window's client area: their look, and the user's presses.
 #pragma once
 
 #include "platform/desktop/windows/window.h"
@@ -10,10 +10,10 @@ namespace platform {
 
 enum class BarPart { none, lineBack, pageBack, thumb, pageOn, lineOn };
 
-// What of a bar is seen. Lengths are along it, from its top or left end.
+// The visible state of a bar. Lengths are along the bar, from its top or left end.
 struct BarLook {
   LONG length = 0, arrow = 0;
-  LONG thumb = 0, thumbLength = 0; // 0: there is none
+  LONG thumb = 0, thumbLength = 0; // 0: no thumb
   UINT disabled = 0;               // ESB_...
   BarPart pressed = BarPart::none;
 
@@ -23,28 +23,28 @@ struct BarLook {
 struct ScrollBar {
   int min = 0, max = 100, page = 0, pos = 0;
   UINT disabled = 0;
-  std::optional<BarLook> drawn; // what its pixels show, as far as that is known
+  std::optional<BarLook> drawn; // the state of its pixels, if known
 
-  int last() const; // the last position
+  int last() const; // the greatest position
 };
 
 struct ScrollBars {
   ScrollBar bars[2]; // SB_HORZ, SB_VERT
 
-  // What the user holds.
-  int held = -1; // the bar
+  // The user's press.
+  int held = -1; // the pressed bar; -1 for none
   BarPart part = BarPart::none;
-  bool inside = false; // the pointer is where it was pressed
-  LONG thumb = 0;      // where the thumb is held
+  bool inside = false; // the pointer is over the pressed part
+  LONG thumb = 0;      // the thumb's place during the press
   int trackPos = 0;
 };
 
-// Whether a window's style asks for a bar, and where it stands, in client coordinates of the parent like the client area.
+// Whether a window shows a bar, and the bar's rectangle, in client coordinates of the parent like the client area.
 bool hasBar(const Window &window, int bar);
 RECT barRect(const Window &window, int bar);
 // HTVSCROLL, HTHSCROLL, HTGROWBOX; HTNOWHERE beside the bars.
 LRESULT hitBars(const Window &window, POINT inParent);
-// Draws both, and what lies between their ends.
+// Draws both bars and the corner between them.
 void drawBars(Window &window);
 // Follows a press until the button is released. at: on the screen.
 void trackBar(const WindowRef &window, int bar, POINT at);

@@ -1,4 +1,4 @@
-// Visibility and state: ShowWindow, and what windows keep for coming back.
+// Visibility and state: ShowWindow, and the data for restoring windows.
 
 #include "platform/desktop/windows/states.h"
 
@@ -12,7 +12,7 @@ namespace platform {
 
 namespace {
 
-constexpr POINT kMinimizedPlace = {-32000, -32000}; // where nobody sees them
+constexpr POINT kMinimizedPlace = {-32000, -32000}; // outside of every screen
 constexpr SIZE kMinimizedSize = {160, 24};
 constexpr UINT kSamePlace = SWP_NOSIZE | SWP_NOMOVE;
 constexpr UINT kInBackground = SWP_NOACTIVATE | SWP_NOZORDER;
@@ -28,13 +28,13 @@ RECT maximizedPlace(const WindowRef &window) {
   return rectAt(limits.ptMaxPosition, {limits.ptMaxSize.x, limits.ptMaxSize.y});
 }
 
-// What becomes of the command.
+// The change that a command makes.
 struct Change {
   UINT flags = 0; // for the window's place
   RECT place{};
 };
 
-// Between minimized, maximized and normal.
+// Changes between minimized, maximized and normal.
 Change changeState(const WindowRef &window, int command) {
   const bool wasMinimized = window->is(WS_MINIMIZE);
   if (wasMinimized) {
@@ -59,7 +59,7 @@ Change changeState(const WindowRef &window, int command) {
   return change;
 }
 
-// Nothing when there is nothing to be done.
+// Result: nothing if the command changes nothing.
 std::optional<Change> changeFor(const WindowRef &window, int command) {
   const bool visible = window->is(WS_VISIBLE), child = window->isChild();
   const bool usual = !(window->style & (WS_MINIMIZE | WS_MAXIMIZE));
@@ -86,7 +86,7 @@ std::optional<Change> changeFor(const WindowRef &window, int command) {
     if (command != SW_SHOWMINIMIZED) change.flags |= kInBackground;
     change.flags |= SWP_SHOWWINDOW | SWP_FRAMECHANGED;
     return change;
-  default: // to what it was, or to normal
+  default: // restores the previous state, or shows the window as it is
     if (usual && visible) return std::nullopt;
     change = usual ? Change{kSamePlace | (child ? kInBackground : 0u), {}} : changeState(window, command);
     if (command == SW_SHOWNOACTIVATE) change.flags |= kInBackground;
@@ -95,13 +95,13 @@ std::optional<Change> changeFor(const WindowRef &window, int command) {
   return change;
 }
 
-// A window of which a part that is minimized has the focus gives it up.
+// Takes the focus from a window and the windows in it.
 void leaveFocus(const WindowRef &window) {
   const WindowRef focus = windowOrNone(window->queue->focus);
   if (focus && (focus == window || isDescendant(*focus, *window))) setFocus(nullptr);
 }
 
-// A first showing brings what creation has left out.
+// The first showing sends the messages that creation left out.
 void tellSize(const WindowRef &window) {
   if (!window->alive || !window->needsSize) return;
   window->needsSize = false;
@@ -146,7 +146,7 @@ bool showWindow(const WindowRef &window, int command) {
   }
   tellSize(window);
   if (!window->alive || !wasMinimized) return wasVisible;
-  setFocus(window); // out of the icon, or as one for the first time
+  setFocus(window); // leaves the minimized state, or is shown for the first time
   if (window->alive && window->isTopLevel() && !(change->flags & SWP_NOACTIVATE))
     send(window, WM_ACTIVATE, WA_ACTIVE, 0);
   return wasVisible;

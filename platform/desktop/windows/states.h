@@ -5,11 +5,11 @@
 
 namespace platform {
 
-// command: SW_... Result: whether it was visible.
+// command: SW_... Result: whether the window was visible before.
 bool showWindow(const WindowRef &window, int command);
-// A new window takes the state of the style that it was wanted with.
+// Gives a new window the state of its wanted style.
 void startInState(const WindowRef &window, DWORD wanted);
-// What WM_SIZE tells of a window's state.
+// The window's state as WM_SIZE tells it.
 WPARAM sizeKind(const Window &window);
 
 } // namespace platform

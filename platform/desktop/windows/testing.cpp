@@ -1,4 +1,4 @@
-// What tests and tools may see of the desktop half.
+// The desktop half's functions for tests and tools.
 
 #include "platform/testing.h"
 
@@ -10,7 +10,7 @@ using namespace platform;
 
 void platformCountDesktop(PlatformDesktopCounts *counts) {
   const DesktopLock lock;
-  desktopWindow(); // is made when it is first asked for, and counts as none
+  desktopWindow(); // made by the first call, and not counted
   counts->windows = countWindows() - 1;
   counts->drawing = countDrawing();
 }

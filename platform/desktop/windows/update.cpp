@@ -1,4 +1,4 @@
-// Update regions: what is kept of them, and who gets WM_PAINT next.
+// Update regions, and the next window for WM_PAINT.
 
 #include "platform/desktop/windows/update.h"
 
@@ -14,7 +14,7 @@ namespace platform {
 
 namespace {
 
-// All changes of an update region go through here, so that the counts of the tree stay true.
+// All changes of an update region go through here, so that the counts up the tree stay right.
 void setUpdate(Window &window, QRegion region) {
   const bool before = !window.update.isEmpty();
   window.update = std::move(region);
@@ -27,7 +27,7 @@ bool goesDown(const Window &window, Children children) {
   return children == Children::all || (children == Children::byStyle && !window.is(WS_CLIPCHILDREN));
 }
 
-// The region of a parent's client area in a child's coordinates.
+// A region of a parent's client area, in the child's coordinates.
 QRegion inChild(const QRegion &region, const Window &child) {
   return region.translated(-child.client.left, -child.client.top);
 }
@@ -48,7 +48,7 @@ void addUpdate(Window &window, const QRegion &region, bool erase, bool frame, Ch
   }
 }
 
-// The part of a window that its ancestors let through, in its client coordinates.
+// The part of a window inside its ancestors' client areas, in its client coordinates.
 RECT withinAncestors(const Window &window) {
   RECT seen = offset(window.rect, -window.client.left, -window.client.top);
   POINT origin{0, 0};
@@ -67,7 +67,7 @@ Window *findDirty(const Queue &queue, Window &window) {
   return nullptr;
 }
 
-// A rectangle without what stands above the window in front of it, in coordinates of the surface.
+// A region without the windows in front of a window, in coordinates of the surface.
 QRegion withoutCover(const Window &window, QRegion region) {
   QRegion seen = std::move(region);
   for (const Window *one = &window; one->parent && one->parent->parent && !seen.isEmpty(); one = one->parent) {
@@ -85,8 +85,8 @@ QRegion withoutCover(const Window &window, QRegion region) {
   return seen;
 }
 
-// The windows of a tree that have something to paint, parents first.
-// all: goes down to every child, not only to those that their parent leaves out.
+// The windows of a tree that need paint, parents first.
+// all: visits every child, not only children of windows with WS_CLIPCHILDREN.
 void collectDue(const Window &window, bool all, std::vector<WindowRef> &due) {
   if (!window.is(WS_VISIBLE) || window.dirtyBelow == 0) return;
   if (!window.update.isEmpty()) due.push_back(refOf(&window));
@@ -146,7 +146,7 @@ QRect readableClient(const Window &window) {
 
 namespace {
 
-// What of a top-level window's pixels stands on the screen.
+// The part of a top-level window's pixels that the screen shows.
 RECT onScreenPart(const Window &window) {
   const LONG left = window.client.left, top = window.client.top;
   return intersected(offset(contentOf(window), -left, -top), offset(seenArea(), -left, -top));
@@ -157,7 +157,7 @@ RECT onScreenPart(const Window &window) {
 QRegion visibleWhole(const Window &window) {
   if (!isOpen(window)) return {};
   if (!window.parent) return QRegion(toQt(window.clientArea()));
-  if (window.isTopLevel()) return QRegion(toQt(onScreenPart(window))); // its frame is the desktop's
+  if (window.isTopLevel()) return QRegion(toQt(onScreenPart(window))); // the desktop draws the frame
   const POINT origin = originInSurface(*window.parent);
   return withoutCover(window, toQt(intersected(offset(window.rect, origin.x, origin.y), onScreenPart(rootOf(window)))));
 }
@@ -174,7 +174,7 @@ void eraseNow(const WindowRef &window) {
     const OpenDc dc(openClientDc(*window, window->update.translated(origin.x, origin.y)));
     window->eraseRefused = !send(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc.handle()), 0);
   }
-  // a window that doesn't draw over its children leaves them to themselves
+  // without WS_CLIPCHILDREN the window draws over its children, which are erased later
   if (!window->alive || !window->is(WS_CLIPCHILDREN)) return;
   for (const WindowRef &child : childrenOf(*window))
     if (child->alive) eraseNow(child);
@@ -223,7 +223,7 @@ BOOL RedrawWindow(HWND window, const RECT *rect, HRGN, UINT flags) {
 
 BOOL InvalidateRect(HWND window, const RECT *rect, BOOL erase) {
   return locked<BOOL>(FALSE, [&]() -> BOOL {
-    if (!window) { // everything on the screen
+    if (!window) { // the whole screen
       for (const WindowRef &top : childrenOf(desktopWindow()))
         redraw(top, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_ERASE | RDW_FRAME);
       return TRUE;

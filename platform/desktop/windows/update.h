@@ -1,4 +1,4 @@
-// What is to be painted.
+// Update regions.
 #pragma once
 
 #include "platform/desktop/windows/window.h"
@@ -7,26 +7,27 @@ namespace platform {
 
 enum class Children { byStyle, all, none };
 
-// Adds to, or takes from, what a window and its children have to paint. region: in client coordinates.
+// Add to, or subtract from, the update regions of a window and its children. region: in client coordinates.
 void invalidate(Window &window, const QRegion &region, bool erase, bool frame, Children children);
 void validate(Window &window, const QRegion &region, Children children);
-// Nothing of the window itself needs paint.
+// Empties the window's own update region.
 void takeUpdate(Window &window);
-// Nothing of the window and its children needs paint.
+// Empties the update regions of the window and its children.
 void validateTree(Window &window);
-// The next window of a queue that has something to paint, parents first. top: asks for it and its children only.
+// The next window of a queue that needs paint, parents first. top: only this window and its children.
 Window *nextToPaint(Queue &queue, HWND top);
 
-// The part of the window's client area that is seen, or of the whole window, in coordinates of the surface.
+// The visible part of the client area or of the whole window, in coordinates of the surface.
 QRegion visibleClient(const Window &window);
-// Where other contexts can read from a context of its client area: other windows in front don't count, they are seen there.
+// The area that other contexts can read from a context of the client area. Windows in front count as part of it, since
+// the screen shows them there.
 QRect readableClient(const Window &window);
 QRegion visibleWhole(const Window &window);
 
-// Sends WM_NCPAINT and WM_ERASEBKGND to a window where they are due.
+// Sends WM_NCPAINT and WM_ERASEBKGND to a window if they are due.
 void eraseNow(const WindowRef &window);
-// Sends WM_PAINT to a window and its children where it is due. all: to every child, not only to those that their parent
-// leaves out when it draws.
+// Sends WM_PAINT to a window and its children if it is due. all: to every child, not only to children of windows with
+// WS_CLIPCHILDREN.
 void paintNow(const WindowRef &window, bool all);
 
 } // namespace platform

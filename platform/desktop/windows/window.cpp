@@ -11,8 +11,8 @@ namespace platform {
 
 namespace {
 
-// The places of windows. A handle is index and generation, so that a stale one is known as such; it is even, and never
-// one of the small numbers that stand for something else.
+// The table of windows. A handle is index and generation, so that a closed handle stays invalid. It is even, and never
+// a small number with another meaning.
 struct Place {
   WindowRef window;
   uint32_t generation = 1;
@@ -20,14 +20,14 @@ struct Place {
 
 constexpr uint32_t kIndexBits = 15;
 constexpr uint32_t kPlaces = 1u << kIndexBits;
-constexpr uint32_t kGenerations = 1u << 14; // so that a handle stays below 2 to the 31st
+constexpr uint32_t kGenerations = 1u << 14; // so many that a handle stays below 2 to the 31st
 
 std::vector<Place> &places() {
   static auto *all = new std::vector<Place>;
   return *all;
 }
 
-// Places that are free, the one that was freed first in front: a handle comes back as late as possible.
+// Free places, the longest free first: a handle number returns as late as possible.
 std::deque<uint32_t> &freePlaces() {
   static auto *all = new std::deque<uint32_t>;
   return *all;
@@ -45,7 +45,7 @@ Place *placeOf(HWND handle) {
   return place.window && place.window->handle == handle ? &place : nullptr;
 }
 
-// Moves, presses and releases, as TTM_RELAYEVENT takes them.
+// Whether TTM_RELAYEVENT takes a message: movements, presses and releases.
 bool isRelayed(UINT message) {
   const auto bit = [](UINT one) { return 1u << (one - WM_MOUSEFIRST); };
   constexpr UINT kRelayed = bit(WM_MOUSEMOVE) | bit(WM_LBUTTONDOWN) | bit(WM_LBUTTONUP) | bit(WM_RBUTTONDOWN) |
@@ -53,8 +53,8 @@ bool isRelayed(UINT message) {
   return message - WM_MOUSEFIRST <= WM_MBUTTONUP - WM_MOUSEFIRST && kRelayed & bit(message);
 }
 
-// Tells the tooltip controls, all of this thread. A tip that comes or goes is told to the program.
-// Result: the window, if it is still there then.
+// Tells the tooltip controls of a window, which are this thread's. They tell the program of tips that come or go.
+// Result: the window, if it still exists afterwards.
 const Window *relay(const Window &window, UINT message, WPARAM wParam, LPARAM lParam) {
   const HWND handle = window.handle;
   const MSG told = {handle, message, wParam, lParam, window.queue->messageTime, cursorPosition()};

@@ -33,21 +33,21 @@ struct SystemMenu {
   std::vector<std::pair<UINT, UINT>> items; // command and state
 };
 
-// What the screen knows of a top-level window.
+// The state of a top-level window as the screen knows it.
 struct OnScreen {
   bool open = false;
   bool topmost = false;
   QRect client;
   ShowState state = ShowState::normal;
   Serial placeSerial = 0, stateSerial = 0;
-  std::pair<HICON, HICON> iconsFrom; // a big one and a small one
+  std::pair<HICON, HICON> iconsFrom; // big and small icon
   std::shared_ptr<const std::vector<QImage>> icons;
 };
 
 struct Window {
   HWND handle = nullptr;
   std::shared_ptr<WindowClass> windowClass;
-  std::shared_ptr<Queue> queue;   // of the thread it belongs to
+  std::shared_ptr<Queue> queue;   // of the window's thread
   Window *parent = nullptr;       // the desktop for a top-level window; null for the desktop itself
   Window *owner = nullptr;        // of a top-level window
   std::vector<Window *> children; // the topmost first
@@ -66,23 +66,23 @@ struct Window {
 
   RECT rect{};            // in client coordinates of the parent
   RECT client{};          // likewise
-  RECT normal{};          // the rectangle to come back to from minimized and maximized
-  bool needsSize = false; // WM_SIZE and WM_MOVE are still to come with the first showing
-  MINMAXINFO limits{};    // as WM_GETMINMAXINFO left them last; all 0 when it was never asked
+  RECT normal{};          // the rectangle for leaving the minimized or maximized state
+  bool needsSize = false; // the first showing still has to send WM_SIZE and WM_MOVE
+  MINMAXINFO limits{};    // after the last WM_GETMINMAXINFO; all 0 if it was never sent
   bool restoreMaximized = false;
   bool destroying = false;
   bool alive = true;
 
-  QRegion update;            // what is to be painted, in client coordinates
-  bool erase = false;        // its background first
+  QRegion update;            // the update region, in client coordinates
+  bool erase = false;        // the update region includes its background
   bool eraseRefused = false; // WM_ERASEBKGND was answered with 0
   bool frameDirty = false;
-  size_t dirtyBelow = 0; // windows with something to paint, here and below
+  size_t dirtyBelow = 0; // number of windows that need paint, this one and all below
 
-  std::vector<HWND> relaysTo; // tooltip controls that hear of its mouse messages before it does
-  bool passesInput = false;   // the pointer goes through it to what is behind, and it doesn't become active by itself
+  std::vector<HWND> relaysTo; // tooltip controls that get its mouse messages first
+  bool passesInput = false;   // the pointer goes through it, and it doesn't become active by itself
 
-  std::unique_ptr<ScrollBars> scroll; // null as long as it had none
+  std::unique_ptr<ScrollBars> scroll; // null until it has a bar
 
   BYTE alpha = 255;
   COLORREF colorKey = 0;
@@ -104,22 +104,22 @@ struct Window {
   RECT clientArea() const { return {0, 0, client.right - client.left, client.bottom - client.top}; }
 };
 
-// Keeps a window's record while procedures run that may destroy the window.
+// Keeps a window's record alive while procedures run that may destroy the window.
 using WindowRef = std::shared_ptr<Window>;
 
 // The root of the tree.
 Window &desktopWindow();
 
-// Null for a handle that is none, with the last error set.
+// Null, with the last error set, for an invalid handle.
 WindowRef windowOf(HWND handle);
-// The same, and null without an error for a null handle.
+// windowOf that sets no error for a null handle.
 WindowRef windowOrNone(HWND handle);
-// The same for a moment in which no procedure runs.
+// windowOf for callers that run no procedure while they use the record. Sets no error.
 Window *recordOf(HWND handle);
 WindowRef refOf(const Window *window);
 inline HWND handleOf(const Window *window) { return window ? window->handle : nullptr; }
 
-// Gives a new window a handle; takes it away.
+// Gives a new window a handle, and takes the handle away.
 HWND openWindow(const WindowRef &window);
 void closeWindow(Window &window);
 size_t countWindows();
@@ -130,29 +130,29 @@ void unlink(Window &window);
 bool isDescendant(const Window &window, const Window &ancestor);
 Window &rootOf(Window &window);
 inline const Window &rootOf(const Window &window) { return rootOf(const_cast<Window &>(window)); }
-// That a window draws on; null for the desktop's own.
+// The surface that a window draws on; null for the desktop window.
 inline const std::shared_ptr<Surface> &surfaceOf(const Window &window) { return rootOf(window).surface; }
-// Whether it and all its ancestors have WS_VISIBLE.
+// Whether the window and all its ancestors have WS_VISIBLE.
 bool isVisible(const Window &window);
-// Whether it and all its ancestors besides are not minimized.
+// Whether the window and all its ancestors are visible and not minimized.
 bool isOpen(const Window &window);
-// The children, kept while procedures run.
+// The children, kept alive while procedures run.
 std::vector<WindowRef> childrenOf(const Window &window);
 
-// Where a client area begins on the screen, and in its top-level window's client area.
+// The place of a client area's corner on the screen, and on the surface of its top-level window.
 POINT clientOrigin(const Window &window);
 POINT originInSurface(const Window &window);
 RECT screenRect(const Window &window);
 
-// Calls a window's procedure, on its own thread.
+// Calls a window's procedure. The caller is on the window's thread.
 LRESULT callProcedure(Window &window, UINT message, WPARAM wParam, LPARAM lParam);
 // The focus, the active window and the capture of a window's thread are kept by handle.
 inline bool isFocus(const Window &window) { return window.queue->focus == window.handle; }
 inline bool isActive(const Window &window) { return window.queue->active == window.handle; }
-// Sends a message, to another thread's window too. A null window gets nothing.
+// Sends a message to a window of any thread. A null window gets nothing.
 LRESULT send(const WindowRef &window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
-// Does on a window's thread what changes the window, and waits for it. A thread that ends does nothing more.
+// Runs a body on a window's thread, and waits for it. If the thread ends first, the result is failure.
 template <typename Result, typename Body> Result onThreadOf(const Window &window, Result failure, Body body) {
   if (window.queue == currentQueue()) return body();
   Result result = failure;

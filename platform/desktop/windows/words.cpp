@@ -1,4 +1,4 @@
-// The words that windows keep: styles, procedure, owner, the application's own; their text; their parent.
+// The words of windows: styles, procedure, owner, and the application's own; also their text and their parent.
 
 #include "platform/desktop/drawing/surface.h"
 #include "platform/desktop/lock.h"
@@ -15,7 +15,7 @@ using namespace platform;
 
 namespace {
 
-// Whether a window would come to be its own owner.
+// Whether an owner would make a window its own owner.
 bool belongsToOwner(const Window &window, const Window &owner) {
   for (const Window *up = &owner; up; up = up->owner)
     if (up == &window) return true;
@@ -69,13 +69,14 @@ LONG_PTR setStyle(const WindowRef &window, int index, DWORD value) {
     if (shown && !wasShown) showOnScreen(*window);
     if (!shown && wasShown) hideOnScreen(*window);
   } else {
-    // a window becomes topmost by SetWindowPos alone
+    // only SetWindowPos makes a window topmost
     const DWORD topmost = style & WS_EX_TOPMOST;
     style = edgeStyle(window->style, (change.styleNew & ~WS_EX_TOPMOST) | topmost);
     if (!(style & WS_EX_LAYERED)) window->layeredFlags = 0;
   }
   change.styleNew = style;
-  lookOnScreen(*window);
+  const bool files = index == GWL_EXSTYLE && (old ^ style) & WS_EX_ACCEPTFILES;
+  lookOnScreen(files ? rootOf(*window) : *window);
   send(window, WM_STYLECHANGED, static_cast<WPARAM>(index), addressOf(change));
   return static_cast<LONG>(old);
 }
@@ -128,7 +129,7 @@ LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value) {
 
 namespace {
 
-// A top-level window has a surface of its own, other windows have a part of one.
+// A top-level window has its own surface. Any other window has a part of one.
 void settleSurface(Window &window) {
   if (window.isTopLevel() && !window.surface) {
     window.surface = std::make_shared<Surface>(window.handle);
@@ -154,7 +155,8 @@ HWND setParent(const WindowRef &window, const WindowRef &into) {
   unlink(*window);
   link(*window, *into, nullptr);
   settleSurface(*window);
-  // it stands where it was, and goes from there to its old place in the new parent
+  lookOnScreen(rootOf(*window));
+  // it keeps its place on the screen first, and then goes to its old coordinates in the new parent
   window->rect = offset(window->rect, from.x - to.x, from.y - to.y);
   window->client = offset(window->client, from.x - to.x, from.y - to.y);
   setWindowPos(window,
@@ -179,7 +181,7 @@ BOOL SetWindowTextA(HWND window, LPCSTR text) {
     const WindowRef target = windowOf(window);
     if (!target) return FALSE;
     send(target, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
-    return target->alive; // its thread may have ended instead
+    return target->alive; // false if its thread has ended
   });
 }
 

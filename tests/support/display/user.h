@@ -29,8 +29,8 @@ struct Shown {
 // What is to be seen on the screen.
 struct Picture {
   int width = 0, height = 0;
-  std::vector<uint32_t> pixels;    // as COLORREF has them, row by row
-  uint32_t at(int x, int y) const; // 0 beyond the edges
+  std::vector<uint32_t> pixels;     // as COLORREF has them, row by row
+  uint32_t at(int x, int y) const;  // 0 beyond the edges
   Place box(uint32_t colour) const; // round all pixels of a colour
 };
 

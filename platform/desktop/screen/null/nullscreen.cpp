@@ -28,6 +28,8 @@ class NullScreen final : public Screen {
   void offerClipboard(const std::vector<std::string> &, Serial) override {}
   void askClipboardTypes(Answered<std::vector<std::string>> answered) override { answered(std::nullopt); }
   void askClipboard(const std::string &, Answered<std::string> answered) override { answered(std::nullopt); }
+  bool mayAskFiles() const override { return false; }
+  std::function<void()> askFiles(const FileQuestion &, FileAnswered) override { return nullptr; }
   bool runsHere() const override { return false; }
   void runEvents() override {}
   void waitForEvents(const std::optional<std::chrono::steady_clock::time_point> &) override {}

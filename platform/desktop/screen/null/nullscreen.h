@@ -1,4 +1,4 @@
-// The screen of a program without a display: windows work there all the same, and nobody sees them.
+// The screen of a program without a display: windows work, but nobody sees them.
 #pragma once
 
 #include "platform/desktop/screen/screen.h"

@@ -10,7 +10,7 @@
 
 namespace platform {
 
-// What the program offers. Its data are fetched when another program wants them.
+// The program's offer. Its data are fetched when another program wants them.
 class ClipboardLink::Offer : public QMimeData {
  public:
   Offer(const ClipboardLink &link, const std::vector<std::string> &types, Serial serial)
@@ -65,7 +65,7 @@ std::optional<std::string> ClipboardLink::data(const std::string &type) const {
   return bytes.toStdString();
 }
 
-// Qt tells of the program's own offers too.
+// Qt also signals the program's own offers.
 void ClipboardLink::changed() const {
   if (!offering_ && !QGuiApplication::clipboard()->ownsClipboard()) above::take(ClipboardTaken{offer_});
 }

@@ -10,11 +10,11 @@ namespace platform {
 class ClipboardLink : public QObject {
  public:
   ClipboardLink();
-  // Nobody waits for the program any more. What is there may go to a clipboard manager.
+  // The program is ending, so no data are waited for any more. Data already there may go to a clipboard manager.
   void close();
 
   void offer(const std::vector<std::string> &types, Serial serial);
-  // Of another program. Both wait for it.
+  // Types and data of another program. Both calls wait for it.
   std::vector<std::string> types() const;
   std::optional<std::string> data(const std::string &type) const;
 

@@ -22,12 +22,12 @@ using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
 constexpr auto kActivationPause = 200ms;
-constexpr auto kEcho = 500ms;     // after which a movement by the program brings none of the desktop's any more
-constexpr auto kUnflushed = 10ms; // how long what is drawn may wait for the program to show it
+constexpr auto kEcho = 500ms;     // how long after the program's own movement the desktop may report it
+constexpr auto kUnflushed = 10ms; // how long drawn pixels may wait for the program to show them
 
 LONG whole(double value) { return static_cast<LONG>(std::floor(value)); }
 
-// Qt's units are whole, so an odd number of pixels takes one more than half of them where there are two in a unit.
+// Qt's units are whole. So with two pixels in a unit, an odd number of pixels takes half a unit more.
 int units(int pixels, double ratio) { return static_cast<int>(std::ceil(pixels / ratio)); }
 
 QCursor cursorOf(const Pointer &pointer) {
@@ -70,7 +70,7 @@ void Desk::watchScreens() {
   QScreen *const screen = QGuiApplication::primaryScreen();
   watched_ = screen;
   if (!screen) return;
-  const auto changed = [this] { learn_.start(0); }; // once for all that changes together
+  const auto changed = [this] { learn_.start(0); }; // once for all changes that come together
   connect(screen, &QScreen::geometryChanged, this, changed);
   connect(screen, &QScreen::availableGeometryChanged, this, changed);
   connect(screen, &QScreen::virtualGeometryChanged, this, changed);
@@ -110,7 +110,7 @@ QRect Desk::toQt(const QRect &program) const {
           units(program.width(), ratio_), units(program.height(), ratio_)};
 }
 
-// Whole units, and one more on each side where a pixel shows in two.
+// Whole units. If a pixel may lie in two units, one more on each side.
 QRegion Desk::toQt(const QRegion &program) const {
   const double scale = QGuiApplication::primaryScreen()->devicePixelRatio();
   const int more = scale == std::floor(scale) && ratio_ == std::floor(ratio_) ? 0 : 1;
@@ -132,7 +132,7 @@ QRect Desk::toProgram(const QRect &qt) const {
 
 POINT Desk::toProgram(const QPointF &qt) const { return {whole(qt.x() * ratio_), whole(qt.y() * ratio_)}; }
 
-// A window manager names a window of its own at the root window. One may come or go while the program runs.
+// A window manager names its own window in a property of the root window. It may come or go while the program runs.
 bool Desk::isUnmanaged() {
   const auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   if (!x11) return false;
@@ -172,12 +172,12 @@ void Desk::remove(HWND window) {
   const auto at = windows_.find(window);
   if (at == windows_.end()) return;
   hide(*at->second);
-  at->second.release()->deleteLater(); // one of its events may be under way
+  at->second.release()->deleteLater(); // one of its events may be in progress
   windows_.erase(at);
 }
 
 void Desk::hide(ShownWindow &window) {
-  window.setVisible(false);
+  window.vanish();
   active_.noAnswer(window.id());
 }
 
@@ -222,7 +222,7 @@ void Desk::pressed() {
 // ---- Wishes
 
 void Desk::wait() {
-  wishes_.start(0); // the times are looked at when the change of the wish has ended
+  wishes_.start(0); // times are checked after the wish has changed
 }
 
 void Desk::late() {
@@ -259,7 +259,7 @@ void Desk::moved(HWND window, POINT at) {
   if (echo != echoes_.end()) {
     echoes_.erase(echoes_.begin(), echo + 1);
     if (!echoes_.empty()) return;
-    // the program knows where it has put the pointer, but perhaps not that it is over this window
+    // the program may not know yet that the pointer is over this window
   }
   above::take(PointerMoved{window, at, pointerSerial_});
 }
@@ -268,7 +268,7 @@ void Desk::findPointer() {
   if (placesWindows()) above::take(PointerFound{toProgram(QPointF(QCursor::pos())), pointerSerial_});
 }
 
-// Where it is now the desktop may tell; if it doesn't, the pointer has gone over the nearest side.
+// The pointer has left a window. If the desktop doesn't tell its new place, it has left over the nearest side.
 void Desk::left(HWND window, const QPointF &last, const QSize &size) {
   ShownWindow *const shown = find(window);
   if (!shown) return;

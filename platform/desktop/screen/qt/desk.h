@@ -1,4 +1,4 @@
-// What of the screen lives on Qt's thread: the windows that are shown, which of them is active, and the pointer.
+// The part of the screen on Qt's thread: the shown windows, the active one, and the pointer.
 #pragma once
 
 #include "platform/desktop/screen/qt/wish.h"
@@ -25,46 +25,46 @@ class Desk : public QObject {
  public:
   Desk();
   ~Desk() override;
-  // Everything of Qt's goes.
+  // Removes everything that belongs to Qt.
   void close();
 
   ScreenInfo info();
 
-  // Null for a window that isn't there.
+  // Null for an unknown window.
   ShownWindow *find(HWND window);
   ShownWindow &findOrMake(HWND window);
   void hide(ShownWindow &window);
   void remove(HWND window);
-  // An owner or a window that it owns has come.
+  // Links windows with their owners, after one of them has appeared.
   void linkOwned();
-  // A window has, which the desktop may activate.
+  // A window has appeared that the desktop may activate.
   void appeared() { active_.expectAnswer(); }
 
   void activate(HWND window, Serial serial);
   void setPointer(const Pointer &pointer);
   void movePointer(POINT to, Serial serial);
   void findPointer();
-  // From any thread. Result: whether flushSoon is to be called.
+  // May be called on any thread. Result: whether the caller must have flushSoon called.
   bool flushWaits() { return !flushWaits_.exchange(true); }
   void flushSoon();
 
-  // Between the program's pixels and Qt's units.
+  // Conversions between the program's pixels and Qt's units.
   QRect toQt(const QRect &program) const;
   QRegion toQt(const QRegion &program) const;
   QRect toProgram(const QRect &qt) const;
   POINT toProgram(const QPointF &qt) const;
-  double ratio() const { return ratio_; } // pixels of the program in a unit of Qt's
+  double ratio() const { return ratio_; } // the program's pixels in one of Qt's units
 
-  // Whether windows stand where they are told to.
+  // Whether the desktop puts windows where the program wants them.
   bool placesWindows() const { return !wayland_; }
-  // Whether nobody is there who minimizes and maximizes windows.
+  // Whether there is no window manager to minimize and maximize windows.
   bool isUnmanaged();
 
-  // A wish of a window waits for its time.
+  // Has late() called when the next wish is due.
   void wait();
-  // The user has pressed a button of the mouse in one of the windows.
+  // The user has pressed a mouse button in one of the windows.
   void pressed();
-  // Tells a movement of the pointer, unless it is what the program's own one brings.
+  // Reports a movement of the pointer, unless it follows from the program's own movement.
   void moved(HWND window, POINT at);
   void left(HWND window, const QPointF &last, const QSize &size);
 
@@ -83,14 +83,14 @@ class Desk : public QObject {
   Wish<HWND> active_;
   QTimer wishes_, flush_, learn_;
   QPointer<QScreen> watched_;
-  std::atomic<bool> flushWaits_{false}; // for the timer
+  std::atomic<bool> flushWaits_{false}; // the timer is running
   Pointer pointer_;
   Serial pointerSerial_ = 0;
   struct Echo {
     POINT at;
     std::chrono::steady_clock::time_point until;
   };
-  std::deque<Echo> echoes_; // of movements by the program
+  std::deque<Echo> echoes_; // of the program's movements
 
   std::mutex infoMutex_;
   ScreenInfo info_{};

@@ -1,11 +1,11 @@
-// The end of the process, at its very beginning.
+// Tells of the end of the process, before everything else that happens then.
 #pragma once
 
 namespace platform {
 
-// Calls back when the main function has returned, or exit has been called on any thread, before anything of the process
-// has been taken down; in a forked child, too. One function for the whole process.
-// status: that of exit, null on the return from main.
+// Sets the one function of the process that runs when main has returned or any thread has called exit. Nothing of the
+// process has been destroyed then. It runs in a forked child too.
+// status: that of exit; null after the return from main.
 void whenProcessEnds(void (*ending)(const int *status));
 
 } // namespace platform

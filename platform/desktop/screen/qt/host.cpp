@@ -26,9 +26,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds kStart{20000};    // a display may be slow to answer
-constexpr std::chrono::milliseconds kEnd{3000};       // what Qt may take to end
+constexpr std::chrono::milliseconds kEnd{3000};       // how long Qt may take to end
 constexpr std::chrono::milliseconds kFork{200};       // how long a fork waits for Qt's thread
-constexpr std::chrono::milliseconds kLastWords{5000}; // what the program has when the desktop has ended
+constexpr std::chrono::milliseconds kLastWords{5000}; // how long the program may go on without the desktop
 
 bool isSet(const char *variable) {
   const char *const value = std::getenv(variable);
@@ -37,8 +37,8 @@ bool isSet(const char *variable) {
 
 bool isUnseen(const std::string &platform) { return platform == "offscreen" || platform == "minimal"; }
 
-// The kinds of displays to try, the unseen one last, with which Qt never fails. Empty when there is none to try.
-// An X server comes before a Wayland compositor: there windows stand where the program puts them.
+// The kinds of displays to try, or an empty text. The last kind shows nothing and never fails. An X server comes before
+// a Wayland compositor, because X puts windows where the program wants them.
 std::string displaysToTry() {
   if (const char *const wanted = std::getenv("QT_QPA_PLATFORM"); wanted && *wanted)
     return isUnseen(wanted) ? "" : std::string(wanted) + ";offscreen";
@@ -55,7 +55,7 @@ void tellUnusable() {
                std::getenv(variable));
 }
 
-// What this thread changes of the process for Qt's start, and changes back.
+// Keeps process-wide settings that Qt's start changes, and restores them.
 class Surroundings {
  public:
   Surroundings() {
@@ -64,17 +64,17 @@ class Surroundings {
   }
   ~Surroundings() {
     qInstallMessageHandler(handler_);
-    std::setlocale(LC_ALL, locale_.c_str()); // numbers are written as before
+    std::setlocale(LC_ALL, locale_.c_str()); // for the format of numbers
   }
   Surroundings(const Surroundings &) = delete;
   Surroundings &operator=(const Surroundings &) = delete;
 
  private:
   std::string locale_;
-  QtMessageHandler handler_; // of words about displays that can't be used
+  QtMessageHandler handler_; // the one before; Qt's own would complain about unusable displays
 };
 
-// A program with real pixels takes the factors by which Qt would scale into its own resolution.
+// Keeps Qt from scaling for a program with real pixels. Such a program includes the factors in its own resolution.
 class Scaling {
  public:
   Scaling() {
@@ -106,8 +106,8 @@ class Scaling {
   } variables_[2] = {{"QT_ENABLE_HIGHDPI_SCALING", "0", {}}, {"QT_SCALE_FACTOR", nullptr, {}}};
 };
 
-// Signals go to the threads of the program, whose handlers expect no other, and a desktop that has gone doesn't end it by a
-// broken pipe. A thread begins with the signals that its maker doesn't take.
+// Blocks signals on Qt's thread, which inherits the mask. The handlers of the program expect its own threads. And a
+// broken pipe to a desktop that has gone must not end the program.
 class NoSignals {
  public:
   NoSignals() {
@@ -125,8 +125,8 @@ class NoSignals {
   sigset_t before_;
 };
 
-// The program makes an application object of its own after the layer has made one. Qt can't have two. It warns of the thread
-// when the second one's making begins, and calls the routine later; between the two it may stop or hang.
+// The program makes its own application object after the layer's, and Qt can't have two. Qt warns of the wrong thread
+// when the making of the second one begins, and calls the routine later. Between the two it may stop or hang.
 const QCoreApplication *ownApplication = nullptr;
 QtMessageHandler otherMessages = nullptr;
 
@@ -147,7 +147,7 @@ void takeMessage(QtMsgType type, const QMessageLogContext &context, const QStrin
 }
 
 Host *theHost = nullptr;
-thread_local Host::Work goOn; // Qt's thread, which stands still for this one's fork
+thread_local Host::Work goOn; // lets Qt's thread go on after this thread's fork
 
 } // namespace
 
@@ -181,9 +181,9 @@ Host::Host(Work cleanUp) : cleanUp_(std::move(cleanUp)), process_(getpid()) {}
 Host *Host::start(Work cleanUp) {
   std::unique_ptr<Host> host(new Host(std::move(cleanUp)));
   if (QCoreApplication::instance() ? host->visit() : host->startThread()) return host.release();
-  // a display may still answer
+  // a display may still answer, so the object must stay
   if (host->thread_.joinable()) static_cast<void>(host.release());
-  return nullptr; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): so it is needed as long as the process
+  return nullptr; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the object is never freed then
 }
 
 bool Host::startThread() {
@@ -198,7 +198,7 @@ bool Host::startThread() {
   whenProcessEnds([](const int *status) { theHost->end(status); });
   if (waitUntil(Phase::running, kStart)) {
     ownApplication = QCoreApplication::instance();
-    qAddPreRoutine(refuseSecond); // calls it at once, for the one that is there
+    qAddPreRoutine(refuseSecond); // runs at once for the existing application object
     otherMessages = qInstallMessageHandler(takeMessage);
     pthread_atfork([] { theHost->standStill(); },
                    [] {
@@ -215,7 +215,7 @@ bool Host::startThread() {
   return false;
 }
 
-// Takes part in a program's own application object.
+// Uses the program's own application object.
 bool Host::visit() {
   auto *const application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
   if (!application || isUnseen(QGuiApplication::platformName().toStdString())) return false;
@@ -256,7 +256,7 @@ void Host::run(const std::string &displays) {
     worker_ = new Worker(*this);
     enter(Phase::running);
     QApplication::exec();
-    enter(Phase::ending); // nobody posts to the worker any more
+    enter(Phase::ending); // from here on nothing is posted to the worker
     cleanUp_();
     delete worker_;
   }
@@ -311,7 +311,7 @@ bool Host::finish(Work work, std::chrono::milliseconds limit) {
   return state->done;
 }
 
-// Works may add others, and may run a loop of Qt's inside which others are done.
+// A work may post others, or run a loop of Qt's that does others.
 void Host::doWork() {
   std::vector<Work> works;
   {
@@ -322,10 +322,10 @@ void Host::doWork() {
     try {
       work();
     } catch (const std::bad_alloc &) {
-      // what the desktop can't be told now it isn't told; nothing unwinds through Qt
+      // this call to the desktop is lost; no exception may pass through Qt
     }
     if (--undone_ != kMuch) continue;
-    const std::lock_guard lock(mutex_); // who waits has looked before or looks afterwards
+    const std::lock_guard lock(mutex_); // waiters check before or after this line
     changed_.notify_all();
   }
 }
@@ -348,7 +348,7 @@ void Host::runEvents() {
 
 void Host::waitForEvents(const std::optional<Moment> &until) {
   if (!runsHere()) return;
-  QTimer timer; // its end is an event, which ends the wait
+  QTimer timer; // its event ends the wait
   if (until) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(*until - Clock::now());
     timer.setSingleShot(true);
@@ -368,13 +368,14 @@ void Host::wake(DWORD thread) {
     post([this] { dispatch(); });
 }
 
-// The program runs Qt's loop rather than one of the platform's messages: these are dispatched from there.
+// Dispatches messages for a program that runs Qt's loop instead of a message loop.
 void Host::dispatch() {
   if (waits_ == 0) worker_->dispatchAt(above::dispatchWaiting());
 }
 
-// Where the program made Qt's application object it is its own to end. A forked child has none of the threads that could
-// end anything, and what Qt would take down in it belongs to threads it doesn't have. status: null on the return from main.
+// Ends Qt, but not an application object of the program's. A forked child has no thread that could end Qt, and Qt's
+// objects belong to threads that it lacks. So the child leaves without further handlers.
+// status: null after the return from main.
 void Host::end(const int *status) {
   if (getpid() != process_) {
     if (status) leave(*status, nullptr);
@@ -387,17 +388,17 @@ void Host::end(const int *status) {
   if (waitUntil(Phase::ended, kEnd))
     thread_.join();
   else
-    on_exit(leave, nullptr); // Qt hangs, and would trip over what goes away under it
+    on_exit(leave, nullptr); // Qt hangs, and would crash once its objects are destroyed
 }
 
-// A handler of the process's end, that lets no other run after it.
+// A handler at the end of the process that lets no later handler run.
 void Host::leave(int status, void *) {
   std::fflush(nullptr);
   std::_Exit(status);
 }
 
-// A fork copies the locks of all threads, but not the threads that would unlock them. So Qt's thread stands still, outside
-// of everything, while another one forks.
+// A fork copies the locks of all threads, but not the threads that would unlock them. So Qt's thread stands still,
+// outside all locks, while another thread forks.
 void Host::standStill() {
   if (getpid() != process_ || GetCurrentThreadId() == threadId_) return;
   struct State {
@@ -422,8 +423,8 @@ void Host::standStill() {
   };
 }
 
-// Qt ends the process by itself when the desktop has ended under it. The program is told, and has a while to end in its own
-// way, on its own threads; ending here and now would take their data away from them.
+// The desktop has ended, so Qt ends the process from its own thread. The program's threads are told and get a while to
+// end in their own way. An immediate end would destroy their data under them.
 void Host::stayBehind() {
   gone_ = true;
   enter(Phase::ended);

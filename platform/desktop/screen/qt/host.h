@@ -1,5 +1,5 @@
-// Where Qt runs: on a thread that the layer starts, or on that of an application object that the program has made itself.
-// Work for Qt is handed over and done there in order.
+// Qt's thread: one that the layer starts, or that of an application object the program has made. Work for Qt is posted
+// there and done in order.
 #pragma once
 
 #include "platform/winapi.h"
@@ -25,20 +25,20 @@ class Host {
   using Work = std::function<void()>;
   using Moment = std::chrono::steady_clock::time_point;
 
-  // cleanUp: the last work of all, while Qt is still there.
-  // Null when there is no display. It lives as long as the process.
+  // Starts Qt. The host lives as long as the process.
+  // cleanUp: the last work, while Qt still exists. Result: null if there is no display.
   static Host *start(Work cleanUp);
 
-  // From any thread. Result: false after the end, when nothing more is done.
+  // May be called on any thread. Result: false after the end, when no more work is done.
   bool post(Work work);
-  // Waits until work is done, but not for ever: a program whose event loop doesn't run does none.
+  // Waits until work is done, up to a limit: a program that doesn't run its event loop does no work.
   bool finish(Work work, std::chrono::milliseconds limit);
 
-  // Whether much work waits; waits while it does, but not for ever either.
+  // isBehind tells whether much work waits. catchUp waits until there is less, up to a limit.
   bool isBehind() const { return undone_ > kMuch; }
   void catchUp();
 
-  // What follows concerns the thread of a program's own application object; on others it does nothing.
+  // For the thread of the program's own application object. On other threads these functions do nothing.
   bool runsHere() const;
   void runEvents();
   void waitForEvents(const std::optional<Moment> &until);
@@ -64,19 +64,19 @@ class Host {
 
   const Work cleanUp_;
   const pid_t process_;
-  bool guest_ = false;                             // of the program's own application object
-  std::thread thread_;                             // of one's own
-  std::atomic<DWORD> threadId_{0};                 // Qt's
-  QAbstractEventDispatcher *dispatcher_ = nullptr; // of that thread
-  std::atomic<int> waits_{0};                      // depth of waits on a guest's thread
-  std::atomic<bool> gone_{false};                  // the desktop is
+  bool guest_ = false;                             // uses the program's own application object
+  std::thread thread_;                             // the layer's own
+  std::atomic<DWORD> threadId_{0};                 // of Qt's thread
+  QAbstractEventDispatcher *dispatcher_ = nullptr; // of Qt's thread
+  std::atomic<int> waits_{0};                      // depth of waits on the program's Qt thread
+  std::atomic<bool> gone_{false};                  // the desktop has ended
   std::mutex endMutex_;
 
   std::mutex mutex_;
   std::condition_variable changed_;
   Phase phase_ = Phase::starting;
   std::vector<Work> works_;
-  std::atomic<size_t> undone_{0}; // of all that was posted
+  std::atomic<size_t> undone_{0}; // all works that were posted and not yet done
   Worker *worker_ = nullptr;
 };
 

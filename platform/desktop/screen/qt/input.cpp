@@ -1,4 +1,4 @@
-// What the user does in a window, from Qt's events to reports.
+// Turns Qt's input events into reports.
 
 #include "platform/desktop/screen/above.h"
 #include "platform/desktop/screen/keyboard.h"
@@ -17,7 +17,7 @@ namespace {
 struct NamedKey {
   int qt;
   BYTE key;
-  bool extended; // of the second block of keys, which the first one has too
+  bool extended; // the extended key of two with the same code
 };
 
 constexpr NamedKey kNamed[] = {
@@ -73,7 +73,7 @@ NamedKey namedKey(const QKeyEvent &event) {
   if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return {key, static_cast<BYTE>(VK_F1 + key - Qt::Key_F1), false};
   for (const NamedKey &named : kNamed)
     if (named.qt == key) return {key, named.key, named.extended && !(pad && named.key != VK_RETURN)};
-  // Shift changes the sign that Qt tells, not the key
+  // Qt tells the character with Shift; the key is the same
   if (key > 0x20 && key < 0x7F) return {key, keyOf(static_cast<char>(key)), false};
   return {key, 0, false};
 }
@@ -82,10 +82,10 @@ std::string codePageText(const QString &text) { return codePageFromUtf8(text.toS
 
 void reportKey(HWND window, const QKeyEvent &event) {
   const bool down = event.type() == QEvent::KeyPress;
-  if (!down && event.isAutoRepeat()) return; // a held key goes down again and again
+  if (!down && event.isAutoRepeat()) return; // a held key only repeats its press
   const NamedKey named = namedKey(event);
   KeyChanged key{window, down, named.key, 0, {}};
-  if (down && named.key != VK_DELETE) key.text = codePageText(event.text()); // Delete types nothing
+  if (down && named.key != VK_DELETE) key.text = codePageText(event.text()); // Delete types no character
   const quint32 scan = event.nativeScanCode();
   key.scan = static_cast<WORD>((scan > 8 ? (scan - 8) & 0xFF : 0) | (named.extended ? 0x100 : 0));
   if (key.key || !key.text.empty()) above::take(std::move(key));
@@ -123,13 +123,13 @@ bool reportInput(ShownWindow &window, Desk &desk, QEvent &event) {
     if (const UINT message = buttonMessage(press.button(), up)) above::take(ButtonChanged{id, place(press), message});
     return true;
   }
-  case QEvent::MouseButtonDblClick: return true; // the press before it counts; double clicks are told from two of them
+  case QEvent::MouseButtonDblClick: return true; // a double click is found from two presses
   case QEvent::Wheel: {
     const auto &wheel = static_cast<QWheelEvent &>(event);
     const QPoint turned = wheel.angleDelta();
     const POINT at = place(wheel);
     if (turned.y() != 0) above::take(WheelTurned{id, at, turned.y(), false});
-    if (turned.x() != 0) above::take(WheelTurned{id, at, -turned.x(), true}); // to the right is positive
+    if (turned.x() != 0) above::take(WheelTurned{id, at, -turned.x(), true}); // positive to the right
     return true;
   }
   case QEvent::Leave: desk.left(id, window.pointerAt(), window.size()); return true;

@@ -2,7 +2,12 @@
 
 #include "platform/desktop/screen/qt/clipboard.h"
 #include "platform/desktop/screen/qt/host.h"
+#include "platform/desktop/screen/qt/portal.h"
 #include "platform/desktop/screen/qt/shown.h"
+
+#include <QGuiApplication>
+
+#include <atomic>
 
 namespace platform {
 
@@ -10,17 +15,17 @@ namespace {
 
 constexpr std::chrono::seconds kSetUp{5};
 
-// Hands everything over to Qt's thread.
+// A screen that posts everything to Qt's thread.
 class QtScreen final : public Screen {
  public:
-  // Null when there is no display.
+  // Null if there is no display.
   static std::unique_ptr<Screen> start() {
     auto screen = std::make_unique<QtScreen>();
     QtScreen *const self = screen.get();
     screen->host_ = Host::start([self] { self->closeDesk(); });
     if (!screen->host_) return nullptr;
     if (!screen->host_->finish([self] { self->openDesk(); }, kSetUp)) {
-      static_cast<void>(screen.release()); // work for it may be under way
+      static_cast<void>(screen.release()); // posted work may still use it
       return nullptr;
     }
     return screen;
@@ -88,6 +93,14 @@ class QtScreen final : public Screen {
   void askClipboard(const std::string &type, Answered<std::string> answered) override {
     if (!host_->post([=, this] { answered(clipboard_->data(type)); })) answered(std::nullopt);
   }
+  bool mayAskFiles() const override { return FilePortal::mayBeThere(); }
+  std::function<void()> askFiles(const FileQuestion &question, FileAnswered answered) override {
+    static std::atomic<unsigned> serial;
+    if (!mayAskFiles()) return nullptr;
+    const unsigned id = ++serial;
+    if (!host_->post([=, this] { portal_->ask(id, question, portalName(question.owner), answered); })) return nullptr;
+    return [this, id] { post([this, id] { portal_->withdraw(id); }); };
+  }
 
   bool isBehind() const override { return host_->isBehind(); }
   void catchUp() override { host_->catchUp(); }
@@ -101,10 +114,18 @@ class QtScreen final : public Screen {
   void openDesk() {
     desk_ = new Desk;
     clipboard_ = new ClipboardLink;
+    portal_ = new FilePortal;
   }
   void closeDesk() {
     if (clipboard_) clipboard_->close();
+    if (portal_) portal_->close();
     if (desk_) desk_->close();
+  }
+  // Of a window on X11; on Wayland a window has no name that another program could know.
+  QString portalName(HWND window) const {
+    const ShownWindow *const shown = desk_->find(window);
+    if (!shown || QGuiApplication::platformName() != QLatin1String("xcb")) return {};
+    return QStringLiteral("x11:") + QString::number(shown->winId(), 16);
   }
   void post(Host::Work work) { host_->post(std::move(work)); }
   template <typename Body> void onWindow(HWND window, Body body) {
@@ -114,8 +135,9 @@ class QtScreen final : public Screen {
   }
 
   Host *host_ = nullptr;
-  Desk *desk_ = nullptr; // stays until the process ends: whoever asks for the screen's size may come late
+  Desk *desk_ = nullptr; // never destroyed: info() may be called until the process ends
   ClipboardLink *clipboard_ = nullptr;
+  FilePortal *portal_ = nullptr;
 };
 
 } // namespace

@@ -5,7 +5,7 @@
 
 namespace platform {
 
-// Null when there is no display.
+// Null if there is no display.
 std::unique_ptr<Screen> startQtScreen();
 
 } // namespace platform

@@ -20,14 +20,15 @@ using namespace std::chrono_literals;
 
 constexpr auto kPlacePause = 200ms;
 constexpr auto kStatePause = 150ms;
-constexpr auto kTogether = 8ms; // within which a change of state and one of place belong together
+constexpr auto kVanishing = 100ms;
+constexpr auto kTogether = 8ms; // the longest time between related reports of state and place
 
 bool is(DWORD bits, DWORD wanted) { return (bits & wanted) == wanted; }
 
 Qt::WindowType typeOf(const Look &look) {
   const bool isPlainPopup = is(look.style, WS_POPUP) && !is(look.style, WS_CAPTION);
   if (isPlainPopup) return look.exStyle & WS_EX_TOOLWINDOW ? Qt::ToolTip : Qt::Tool;
-  return look.owner ? Qt::Dialog : Qt::Window; // plain windows of Qt's aren't kept above others
+  return look.owner ? Qt::Dialog : Qt::Window; // Qt doesn't keep plain windows above their owner
 }
 
 Qt::WindowFlags flagsOf(const Look &look) {
@@ -79,11 +80,15 @@ ShownWindow::ShownWindow(HWND window, Desk &desk)
   setSurfaceType(QSurface::RasterSurface);
   tell_.setSingleShot(true);
   connect(&tell_, &QTimer::timeout, this, [this] { tellPlace(); });
+  vanished_.setSingleShot(true);
+  connect(&vanished_, &QTimer::timeout, this, [this] {
+    if (appears_) appear();
+  });
 }
 
 ShownWindow::~ShownWindow() = default;
 
-// ---- What the program wants
+// ---- The program's wishes
 
 void ShownWindow::setLook(const Look &look) {
   const bool first = !std::exchange(looks_, true);
@@ -91,7 +96,7 @@ void ShownWindow::setLook(const Look &look) {
   if (first || look.title != look_.title) setTitle(QString::fromStdString(look.title));
   if (look.icons != look_.icons) setIcon(iconOf(look));
   const bool moves = look.owner != look_.owner;
-  if (look.alpha != look_.alpha && desk_.placesWindows()) setOpacity(look.alpha / 255.0); // Wayland knows none
+  if (look.alpha != look_.alpha && desk_.placesWindows()) setOpacity(look.alpha / 255.0); // Wayland has no opacity
   look_ = look;
   if (moves) desk_.linkOwned();
 }
@@ -107,7 +112,7 @@ void ShownWindow::place(const Stand &stand, Serial serial) {
   }
   if (std::exchange(refused_, false)) return keepDesktopsSize(wanted, serial);
   place_.want(wanted, serial);
-  // the desktop has the last word on a maximized window, and has said it
+  // the desktop decides the place of a maximized window, and has done so
   if (isMaximized(state_.known()) && state_.isQuiet()) takeDesktopsPlace();
 }
 
@@ -121,16 +126,27 @@ void ShownWindow::setState(ShowState state, Serial serial) {
 
 void ShownWindow::appear() {
   if (isVisible()) return;
+  appears_ = vanished_.isActive();
+  if (appears_) return;
   desk_.linkOwned();
   const bool unmanaged = desk_.isUnmanaged();
   limitSize(state_.wanted() != ShowState::normal && !unmanaged);
   if (unmanaged || !desk_.placesWindows() || state_.wanted() == ShowState::normal) stand();
   if (!unmanaged) setWindowStates(qtStates(state_.wanted()));
   setVisible(!unmanaged || !isMinimized(state_.wanted()));
-  if (type() != Qt::ToolTip) desk_.appeared(); // which no desktop activates
+  if (type() != Qt::ToolTip) desk_.appeared(); // no desktop activates a tip
   if (unmanaged) return;
   if (state_.wanted() != ShowState::normal) return state_.insist();
   place_.insist();
+}
+
+// A window manager that still takes the window away would miss a wish to show it.
+void ShownWindow::vanish() {
+  appears_ = false;
+  if (!isVisible()) return;
+  setVisible(false);
+  const bool managed = desk_.placesWindows() && !desk_.isUnmanaged() && type() != Qt::ToolTip;
+  if (managed) vanished_.start(kVanishing);
 }
 
 Wish<QRect>::Rule ShownWindow::placing() {
@@ -151,19 +167,19 @@ Wish<ShowState>::Rule ShownWindow::stating() {
           [this] { desk_.wait(); }};
 }
 
-// Whether the window has the state in which the program gives it its place.
+// Whether the window is in the normal state, in which the program decides its place.
 bool ShownWindow::isFree() const {
   return state_.wanted() == ShowState::normal && state_.known() == ShowState::normal && !state_.isAsked();
 }
 
 bool ShownWindow::askPlace() {
-  if (!isFree() && !desk_.isUnmanaged()) return true; // later, when it is
+  if (!isFree() && !desk_.isUnmanaged()) return true; // asked again in the normal state
   limitSize(false);
   stand();
   return true;
 }
 
-// Without limits a window can take the place that the desktop has for it.
+// Sets the limits of the window's size. unlimited: lets the window take the size that the desktop has for it.
 void ShownWindow::limitSize(bool unlimited) {
   constexpr int kUnlimited = (1 << 24) - 1;
   const bool sizable = look_.style & WS_THICKFRAME;
@@ -176,7 +192,7 @@ void ShownWindow::limitSize(bool unlimited) {
   if (largest != maximumSize()) setMaximumSize(largest);
 }
 
-// Without a window manager there is nobody to ask.
+// Asks for a state. Without a window manager the state is set at once.
 bool ShownWindow::askState(ShowState state) {
   geometrySince_ = false;
   if (desk_.isUnmanaged()) {
@@ -187,12 +203,13 @@ bool ShownWindow::askState(ShowState state) {
   }
   if (state != ShowState::normal) limitSize(true);
   setWindowStates(qtStates(state));
-  // a Wayland compositor never tells that a window is minimized
+  // a Wayland compositor never reports a minimized window
   if (!desk_.placesWindows() && isMinimized(state)) state_.settle(state);
   return true;
 }
 
-// Takes the place that is wanted. On a Wayland compositor tips and the like have theirs from when they are shown.
+// Moves the window to its wanted place. A Wayland compositor places tips only when they are shown, so a tip is shown
+// again.
 void ShownWindow::stand() {
   const QRect place = relativeToOwner(place_.wanted());
   const bool isFixed = !desk_.placesWindows() && transientParent() && type() == Qt::ToolTip;
@@ -203,7 +220,7 @@ void ShownWindow::stand() {
   if (again) setVisible(true);
 }
 
-// Where places are unknown, windows that belong to another stand where they stand beside it.
+// The place of an owned window, relative to its owner if the desktop doesn't tell places.
 QRect ShownWindow::relativeToOwner(const QRect &qt) const {
   const ShownWindow *const owner = look_.owner ? desk_.find(look_.owner) : nullptr;
   if (desk_.placesWindows() || !owner) return qt;
@@ -226,7 +243,7 @@ std::optional<Clock::time_point> ShownWindow::late(Clock::time_point now) {
   return state && place ? std::min(*state, *place) : state ? state : place;
 }
 
-// ---- What the desktop tells
+// ---- Reports of the desktop
 
 bool ShownWindow::event(QEvent *event) {
   switch (event->type()) {
@@ -239,17 +256,17 @@ bool ShownWindow::event(QEvent *event) {
   case QEvent::Resize: geometryTold(); break;
   case QEvent::WindowStateChange: stateTold(stateOf(windowStates())); break;
   case QEvent::FocusIn:
-    // a minimized window of a Wayland compositor is back
+    // on Wayland the focus means that a minimized window is restored
     if (!desk_.placesWindows() && isMinimized(state_.known()))
       stateTold(state_.known() == ShowState::minimized ? ShowState::normal : ShowState::maximized);
     break;
   default:
-    if (reportInput(*this, desk_, *event)) return true;
+    if (reportInput(*this, desk_, *event) || reportDrop(*this, *event)) return true;
   }
   return QWindow::event(event);
 }
 
-// Where places are unknown, it stands where the program has put it.
+// The current place. If the desktop doesn't tell places, the program's place counts.
 QRect ShownWindow::placeNow() const {
   QRect now = geometry();
   if (!desk_.placesWindows()) now.moveTopLeft(place_.wanted().topLeft());
@@ -264,13 +281,14 @@ void ShownWindow::geometryTold() {
 }
 
 void ShownWindow::stateTold(ShowState state) {
+  if (!isVisible() && desk_.placesWindows()) return; // a window that is taken away loses its state on the desktop
   const ShowState before = state_.known();
   state_.told(state);
   takeDesktopsPlace();
   if (before != state && isFree() && geometry() != relativeToOwner(place_.wanted()) && place_.isAsked()) askPlace();
 }
 
-// A maximized window has the place that the desktop gives it.
+// Takes over the place that the desktop gives a maximized window.
 void ShownWindow::takeDesktopsPlace() {
   const bool large = isMaximized(state_.known()) && isMaximized(state_.wanted());
   if (!large || !geometrySince_ || place_.known() == place_.wanted()) return;
@@ -279,8 +297,7 @@ void ShownWindow::takeDesktopsPlace() {
   tell_.start(kTogether);
 }
 
-// A window that a Wayland compositor doesn't maximize, but gives a size, such as one beside others that fill the screen,
-// has no other size.
+// Keeps the size that a Wayland compositor gave the window instead of maximizing it, such as half the screen.
 void ShownWindow::keepDesktopsSize(const QRect &wanted, Serial serial) {
   place_.settle({wanted.topLeft(), geometry().size()}, serial);
   deed_ = {place_.known(), serial};
@@ -296,7 +313,7 @@ void ShownWindow::tellPlace() {
   above::take(Placed{id_, client, serial});
 }
 
-// While the desktop and the program disagree, a point is where the program sees it.
+// A point as the program sees it. It differs while the desktop and the program disagree about the window's place.
 POINT ShownWindow::programPoint(const QPointF &local, const QPointF &global) const {
   const bool disagree = !place_.isAsked() && place_.known() != place_.wanted();
   if (desk_.placesWindows() && !disagree) return desk_.toProgram(global);
@@ -306,8 +323,8 @@ POINT ShownWindow::programPoint(const QPointF &local, const QPointF &global) con
 
 // ---- Pixels
 
-// Brings a part of the picture to the screen. beginPaint() of a Wayland session listens to the desktop, so the picture
-// is not locked then.
+// Brings a part of the picture to the screen. The picture isn't locked during beginPaint(), which may listen to the
+// desktop in a Wayland session.
 void ShownWindow::show(const QRegion &changed, bool all) {
   const QRect window(QPoint(), size());
   const QRegion part = all ? QRegion(window) : desk_.toQt(changed) & window;
@@ -318,14 +335,14 @@ void ShownWindow::show(const QRegion &changed, bool all) {
   store_.flush(part);
 }
 
-// Puts a part of the image, or all of it, where Qt takes it from; where there is none of it, the ground.
+// Copies a part of the image, or all of it, to the backing store. Beyond the image the ground is filled.
 void ShownWindow::paint(const QImage &image, const QRegion &changed, const QRegion &part, bool all) {
   QPaintDevice &device = *store_.paintDevice();
   auto *const target = dynamic_cast<QImage *>(&device);
   const bool alike = target && target->depth() == 32 && target->devicePixelRatio() == desk_.ratio();
   if (alike) {
     const QRect both = target->rect() & image.rect();
-    for (const QRect &rect : all ? QRegion(both) : changed & both) copyPixels(image, *target, rect);
+    for (const QRect &rect : all ? QRegion(both) : changed &both) copyPixels(image, *target, rect);
   }
   if (alike && (!all || image.rect().contains(target->rect()))) return;
   QPainter painter(&device);
@@ -341,7 +358,7 @@ void ShownWindow::paint(const QImage &image, const QRegion &changed, const QRegi
 }
 
 void ShownWindow::flush() {
-  if (!picture_ || !isExposed()) return; // it is shown as a whole when it is exposed
+  if (!picture_ || !isExposed()) return; // Expose shows the whole picture
   if (store_.size() != size()) return showAll();
   show(picture_->takeChanged(), false);
 }

@@ -1,4 +1,4 @@
-// A window that Qt shows: the top-level window of a program, with the program's picture in it.
+// A top-level window of the program, shown by Qt with the program's picture in it.
 #pragma once
 
 #include "platform/desktop/screen/qt/desk.h"
@@ -21,16 +21,21 @@ class ShownWindow : public QWindow {
   void place(const Stand &stand, Serial serial);
   void setState(ShowState state, Serial serial);
   void appear();
+  void vanish();
   void flush();
 
-  // Where a point of an event is on the screen, as the program sees its window's place.
+  // An event's point on the screen, as the program sees the window's place.
   POINT programPoint(const QPointF &local, const QPointF &global) const;
+
+  bool takesFiles() const { return look_.takesFiles; }
+  // The files of a drag that is over the window.
+  std::vector<std::string> &dragged() { return dragged_; }
 
   void setPointerAt(const QPointF &local) { pointerAt_ = local; }
   QPointF pointerAt() const { return pointerAt_; }
 
   void pressed();
-  // Wishes whose time has come. Result: when the next one's comes.
+  // Handles wishes that are due. Result: the time of the next one.
   std::optional<std::chrono::steady_clock::time_point> late(std::chrono::steady_clock::time_point now);
 
  protected:
@@ -59,23 +64,28 @@ class ShownWindow : public QWindow {
   const HWND id_;
   Desk &desk_;
   Look look_;
-  bool looks_ = false; // look_ is set
+  bool looks_ = false; // whether look_ is set
   Stand stand_;
-  QPoint origin_;  // of the client area, in the program's eyes and pixels
-  QPoint stoodAt_; // where stand() put it last
+  QPoint origin_;  // of the client area, as the program sees it, in its pixels
+  QPoint stoodAt_; // the last place set by stand()
   Wish<QRect> place_;
   Wish<ShowState> state_;
-  bool geometrySince_ = false;                   // the last request for a state
-  bool refused_ = false;                         // a Wayland compositor has, to maximize it, and the program is told
-  std::optional<std::pair<QRect, Serial>> deed_; // to be told in a moment, behind a change of state that comes with it
+  bool geometrySince_ = false;                   // a geometry report came since the last request for a state
+  bool refused_ = false;                         // a Wayland compositor refused to maximize the window
+  std::optional<std::pair<QRect, Serial>> deed_; // waits for a change of state that belongs to it
   QTimer tell_;
-  QPointF pointerAt_; // last seen
+  QTimer vanished_;      // runs while the window manager may still be taking the window away
+  bool appears_ = false; // when that is over
+  QPointF pointerAt_;    // the last place of the pointer
+  std::vector<std::string> dragged_;
   std::shared_ptr<Picture> picture_;
   QBackingStore store_;
 };
 
-// Turns what the user does in a window into reports.
-// Result: whether the event was the user's.
+// Turns input events of a window into reports.
+// Result: whether the event was input.
 bool reportInput(ShownWindow &window, Desk &desk, QEvent &event);
+// The same for files that are dragged over a window and dropped.
+bool reportDrop(ShownWindow &window, QEvent &event);
 
 } // namespace platform

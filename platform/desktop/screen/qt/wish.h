@@ -1,12 +1,12 @@
-// The rule by which a desktop's late answers are told from the user's deeds. Qt's events don't say why they come: what
-// the program asked for a while ago and what the user does look alike.
+// Tells a desktop's late answers from the user's deeds. Qt's events have no cause: an answer to an old request and a
+// deed of the user look alike.
 //
-// A wish is for one thing: a window's place, its state, or which window is active. What the program wants takes effect in
-// the program at once; here it is asked of the desktop, one request at a time, and only the newest counts.
-//  - An answer that is what was asked for ends the request. Other reports meanwhile only become known.
-//  - Then follows a pause, which each report begins anew. At its end, what is known and not wanted is asked for once more
-//    if the thing is such that it helps, or it is the desktop's last word: a deed of the user, told to the program.
-//  - A report while nothing is under way is a deed at once; during the pause too, once the user has pressed a button.
+// A wish is for one thing: a window's place, its state, or the active window. In the program a wish takes effect at
+// once. The desktop is asked for it, one request at a time, and only the newest wish counts.
+//  - A report that equals the request ends it. Other reports meanwhile are only remembered.
+//  - Then follows a pause, which each report starts again. If the last report differs from the wish at its end, the
+//    desktop is asked once more where this helps. Otherwise the report is its last word: a deed of the user.
+//  - A report without a request or pause is a deed at once. In a pause this is so after the user has pressed a button.
 #pragma once
 
 #include "platform/desktop/screen/screen.h"
@@ -22,29 +22,29 @@ namespace platform {
 template <typename Value> class Wish {
  public:
   using Clock = std::chrono::steady_clock;
-  static constexpr std::chrono::milliseconds kAnswer{400}; // how long an answer is waited for
+  static constexpr std::chrono::milliseconds kAnswer{400}; // the longest wait for an answer
 
   struct Rule {
-    std::chrono::milliseconds pause; // at least: a desktop that has been slow to answer gets longer
+    std::chrono::milliseconds pause; // at least; longer for a desktop that has answered slowly
     bool asksAgain;
-    std::function<bool(const Value &)> ask;          // of the desktop; false when there is nothing to ask
-    std::function<void(const Value &, Serial)> tell; // the program
-    std::function<void()> wait;                      // until due(); then late() is to be called
+    std::function<bool(const Value &)> ask;          // asks the desktop; false if there is nothing to ask
+    std::function<void(const Value &, Serial)> tell; // tells the program of a deed
+    std::function<void()> wait;                      // has late() called at due()
   };
 
   Wish(Rule rule, Value start) : rule_(std::move(rule)), wanted_(start), asked_(start), known_(std::move(start)) {}
 
-  // The program wants something new.
+  // The program has a new wish.
   void want(const Value &value, Serial serial) {
     wanted_ = value;
     serial_ = serial;
     askedAgain_ = false;
-    if (phase_ == Phase::asked) return; // what is under way comes first
+    if (phase_ == Phase::asked) return; // the present request ends first
     if (known_ != wanted_) return ask();
     if (phase_ == Phase::pause) enter(Phase::pause, pause_);
   }
 
-  // The desktop tells what is.
+  // The desktop reports the current value.
   void told(const Value &value) {
     known_ = value;
     switch (phase_) {
@@ -65,22 +65,22 @@ template <typename Value> class Wish {
     }
   }
 
-  // The program has done something else that the desktop may answer with a change here: no deed of the user's.
+  // The program has done something else that may change this value: the change is no deed of the user.
   void expectAnswer() {
     if (phase_ != Phase::quiet) return;
     askedAgain_ = false;
     enter(Phase::pause, kAnswer);
   }
 
-  // What may be asked for just now can't be any more.
+  // Ends the request for a value that the desktop can't give any more.
   void noAnswer(const Value &value) {
     if (phase_ == Phase::asked && asked_ == value) answered();
   }
 
-  // The user has pressed a button of the mouse in one of the windows.
+  // The user has pressed a mouse button in one of the windows.
   void pressed() { pressed_ = phase_ == Phase::pause; }
 
-  // What the desktop alone decides, or nobody sees yet: it is so, whatever was wanted.
+  // Sets a value that the desktop decides alone, or that isn't visible yet, as wished and known.
   void settle(const Value &value) {
     known_ = wanted_ = value;
     phase_ = Phase::quiet;
@@ -90,19 +90,19 @@ template <typename Value> class Wish {
     settle(value);
   }
 
-  // Asks for what is wanted, although it may be so.
+  // Asks the desktop, even if the known value equals the wish.
   void insist() {
     askedAgain_ = false;
     ask();
   }
 
-  // What is, without a report.
+  // Sets the known value without a report.
   void learn(const Value &value) { known_ = value; }
 
-  // Another thing has to be settled first.
+  // Postpones the decision until another wish is settled.
   void hold(Clock::time_point until) { due_ = std::max(due_, until); }
 
-  // Nothing has come until due().
+  // No report has come until due().
   void late(Clock::time_point now) {
     if (phase_ == Phase::quiet || now < due_) return;
     if (phase_ == Phase::asked) return answered();
@@ -121,7 +121,7 @@ template <typename Value> class Wish {
   const Value &wanted() const { return wanted_; }
   const Value &known() const { return known_; }
   Serial serial() const { return serial_; }
-  // Whether the desktop has had its time to answer.
+  // Whether neither a request nor a pause is in progress.
   bool isQuiet() const { return phase_ == Phase::quiet; }
   bool isAsked() const { return phase_ == Phase::asked; }
 
@@ -154,7 +154,7 @@ template <typename Value> class Wish {
     rule_.tell(known_, serial_);
   }
 
-  static constexpr int kSlow = 3; // times its answer's time a desktop may take for what else comes of a request
+  static constexpr int kSlow = 3; // a desktop may take this many times its answer's time for further changes
 
   const Rule rule_;
   Clock::duration pause_ = rule_.pause;
@@ -162,8 +162,8 @@ template <typename Value> class Wish {
   Phase phase_ = Phase::quiet;
   Value wanted_, asked_, known_;
   Serial serial_ = 0;
-  bool askedAgain_ = false; // for this wish
-  bool pressed_ = false;    // a button, during this pause
+  bool askedAgain_ = false; // the present wish
+  bool pressed_ = false;    // the user pressed a button during this pause
   Clock::time_point due_;
 };
 

@@ -1,7 +1,6 @@
-// The print dialog, as it answers when nobody is asked.
+#include "platform/desktop/printing/choice.h"
 
 #include "platform/desktop/drawing/dc.h"
-#include "platform/desktop/lock.h"
 #include "platform/desktop/printing/printerpaper.h"
 #include "platform/kernel/globalmem.h"
 
@@ -35,13 +34,10 @@ std::optional<DEVMODEA> settingsIn(const BlockBytes &block) {
   return settings;
 }
 
-// What the caller begins with: the printer that is named, first by the names and then by the settings.
-std::optional<Printer> chosenPrinter(const BlockBytes &names, const std::optional<DEVMODEA> &settings) {
-  if (const auto record = recordOf<DEVNAMES>(names)) return printerOf(textAt(names, record->wDeviceOffset).c_str());
-  if (!settings) return printerOf(nullptr);
+std::optional<Printer> printerNamedIn(const DEVMODEA &settings) {
   constexpr size_t kCut = CCHDEVICENAME - 1; // a longer name is cut there
-  const std::string name(reinterpret_cast<const char *>(settings->dmDeviceName),
-                         strnlen(reinterpret_cast<const char *>(settings->dmDeviceName), kCut));
+  const auto *const text = reinterpret_cast<const char *>(settings.dmDeviceName);
+  const std::string_view name(text, strnlen(text, kCut));
   for (const Printer &printer : printers())
     if (std::string_view(printer.name).substr(0, kCut) == name) return printer;
   return std::nullopt;
@@ -58,7 +54,7 @@ bool put(HGLOBAL &block, const void *bytes, size_t size) {
   return true;
 }
 
-std::string namesOf(const Printer &printer) {
+std::string namesOf(const Printer &printer, const std::string &port) {
   DEVNAMES record{};
   size_t end = sizeof record;
   const auto place = [&](const std::string &name) {
@@ -66,44 +62,43 @@ std::string namesOf(const Printer &printer) {
   };
   record.wDriverOffset = place(printer.driver);
   record.wDeviceOffset = place(printer.name);
-  record.wOutputOffset = place(printer.port);
+  record.wOutputOffset = place(port);
   record.wDefault = printer.standard ? DN_DEFAULTPRN : 0;
   std::string bytes(reinterpret_cast<const char *>(&record), sizeof record);
-  for (const std::string *name : {&printer.driver, &printer.name, &printer.port})
-    bytes.append(name->c_str(), name->size() + 1);
+  for (const std::string *name : {&printer.driver, &printer.name, &port}) bytes.append(name->c_str(), name->size() + 1);
   return bytes;
-}
-
-bool accept(PRINTDLGA &dialog, const Printer &printer, const DEVMODEA &settings) {
-  const std::string names = namesOf(printer);
-  const bool devices = dialog.Flags & (PD_RETURNDC | PD_RETURNIC);
-  std::shared_ptr<PrinterPaper> paper;
-  if (devices) paper = std::make_shared<PrinterPaper>(printer, &settings);
-  if (!put(dialog.hDevMode, &settings, sizeof settings) || !put(dialog.hDevNames, names.data(), names.size()))
-    return false;
-  if (!devices) return true;
-  paper->onlyTells = !(dialog.Flags & PD_RETURNDC);
-  dialog.hDC = openPaperDc(std::move(paper));
-  return dialog.hDC != nullptr;
 }
 
 } // namespace
 
-} // namespace platform
-
-using namespace platform;
-
-BOOL PrintDlgA(PRINTDLGA *dialog) {
-  return locked<BOOL>(FALSE, [&]() -> BOOL {
-    if (!dialog || dialog->lStructSize != sizeof *dialog) return FALSE;
-    const bool usual = dialog->Flags & PD_RETURNDEFAULT;
-    if (usual && (dialog->hDevMode || dialog->hDevNames)) return FALSE;
-    const BlockBytes modeBlock = bytesOf(dialog->hDevMode), nameBlock = bytesOf(dialog->hDevNames);
-    const std::optional<DEVMODEA> given = settingsIn(modeBlock);
-    const std::optional<Printer> printer = chosenPrinter(nameBlock, given);
-    if (!printer) return FALSE;
-    const DEVMODEA settings = settingsOf(*printer, given ? &*given : nullptr);
-    if (!usual && dialog->Flags & PD_USEDEVMODECOPIES) dialog->nCopies = 1; // the settings tell the real number
-    return accept(*dialog, *printer, settings);
-  });
+DWORD beginPrint(const PRINTDLGA &dialog, PrintChoice &choice) {
+  const BlockBytes modeBlock = bytesOf(dialog.hDevMode), nameBlock = bytesOf(dialog.hDevNames);
+  const std::optional<DEVMODEA> given = settingsIn(modeBlock);
+  const auto names = recordOf<DEVNAMES>(nameBlock);
+  std::optional<Printer> printer;
+  if (names)
+    printer = printerOf(textAt(nameBlock, names->wDeviceOffset).c_str());
+  else
+    printer = given ? printerNamedIn(*given) : printerOf(nullptr);
+  if (!printer) return names || given ? PDERR_PRINTERNOTFOUND : PDERR_NODEFAULTPRN;
+  choice.printer = *printer;
+  choice.settings = settingsOf(*printer, given ? &*given : nullptr);
+  return 0;
 }
+
+DWORD finishPrint(PRINTDLGA &dialog, const PrintChoice &choice) {
+  const std::string names = namesOf(choice.printer, choice.file.empty() ? choice.printer.port : choice.file);
+  const bool devices = dialog.Flags & (PD_RETURNDC | PD_RETURNIC);
+  std::shared_ptr<PrinterPaper> paper;
+  if (devices) paper = std::make_shared<PrinterPaper>(choice.printer, &choice.settings);
+  if (!put(dialog.hDevMode, &choice.settings, sizeof choice.settings) ||
+      !put(dialog.hDevNames, names.data(), names.size()))
+    return CDERR_MEMALLOCFAILURE;
+  if (!devices) return 0;
+  paper->onlyTells = !(dialog.Flags & PD_RETURNDC);
+  paper->file = choice.file;
+  dialog.hDC = openPaperDc(std::move(paper));
+  return dialog.hDC ? 0 : PDERR_CREATEICFAILURE;
+}
+
+} // namespace platform
