@@ -161,7 +161,7 @@ template <typename Sample> class MeterOf final : public Meter {
     for (size_t channel = 0; channel < channels_; ++channel) {
       const Channel &own = totals_[channel];
       const double low = static_cast<double>(own.low) - Kind::kZero, high = static_cast<double>(own.high) - Kind::kZero;
-      levels[channel] = {std::max(-low, high) / full, std::sqrt(own.total.meanSquare(count)) / full,
+      levels[channel] = {std::max({0.0, -low, high}) / full, std::sqrt(own.total.meanSquare(count)) / full,
                          own.total.mean(count) / full, own.clipped};
     }
     return levels;

@@ -142,7 +142,7 @@ bool Viewer::load() {
 bool Viewer::replace(const std::string &file) {
   Recording opened;
   const std::string refused = opened.open(file.c_str());
-  noteOpening(file, opened, refused);
+  noteOpening(file, refused.empty() ? opened.foundFrames() : 0, refused);
   if (!refused.empty()) {
     warn(file + "\n\n" + refused);
     return false;

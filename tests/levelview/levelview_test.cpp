@@ -137,7 +137,7 @@ TEST_F(LevelviewTest, ReportsLevels) {
   // clang-format on
   for (const uint16_t bits : {uint16_t{8}, uint16_t{16}, uint16_t{32}})
     for (const uint16_t channels : {uint16_t{1}, uint16_t{2}}) signals.push_back(noise(44100, bits, channels, 777));
-  const std::string list = "LIST" + number(14, 4) + "INFOISFT" + number(2, 4) + "x";
+  const std::string list = "LIST" + number(14, 4) + "INFOISFT" + number(2, 4) + "xy";
   for (const Signal &signal : signals) {
     EXPECT_EQ(report(stored(signal.file())), expectedReport(signal, 1.0));
     const std::string name = stored(signal.file(list) + list, "with list.wav");
@@ -189,7 +189,6 @@ TEST_F(LevelviewTest, TellsWhyAFileIsRefused) {
       // whose reasons are told in more words
       {file.substr(0, 14), ""},
       {file.substr(0, 35), ""},
-      {file.substr(0, 32) + number(0, 2) + file.substr(34), ""},
       {file.substr(0, 32) + number(2, 2) + file.substr(34), ""},
   };
   for (const auto &[content, reason] : rows) {
@@ -388,7 +387,7 @@ TEST_F(LevelviewTest, MakesATestSignal) {
   EXPECT_GT(turns(1, 4), 7000) << "and ends high";
 
   const std::string out = report(name);
-  EXPECT_EQ(out.rfind("rate: 48000\nchannels: 2\nbits: 16\nframes: 240000\n", 0), 0u) << out;
+  EXPECT_EQ(out.rfind("format: WAV, 16-bit PCM\nrate: 48000\nchannels: 2\nbits: 16\nframes: 240000\n", 0), 0u) << out;
   EXPECT_EQ(valueOf(out, "ch1.peak_v") + " " + valueOf(out, "ch1.rms_dbv"), "0.500000 -9.03");
   EXPECT_EQ(valueOf(out, "duration_ms") + " " + valueOf(out, "ch2.peak_percent"), "5000.000 50.00");
 
