@@ -11,8 +11,10 @@ void *operator new(size_t size) {
   if (void *const block = std::malloc(size ? size : 1)) return block;
   throw std::bad_alloc();
 }
+void *operator new(size_t size, const std::nothrow_t &) noexcept { return std::malloc(size ? size : 1); }
 void operator delete(void *block) noexcept { std::free(block); }
 void operator delete(void *block, size_t) noexcept { std::free(block); }
+void operator delete(void *block, const std::nothrow_t &) noexcept { std::free(block); }
 
 TEST(Shortage, AListOfPrintersIsWholeOrNone) {
   BYTE room[4096];
