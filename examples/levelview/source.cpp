@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr uint32_t kPcm = 1;
-
 SampleType typeOf(uint32_t bits) {
   return bits == 8 ? SampleType::uint8 : bits == 16 ? SampleType::int16 : SampleType::int32;
 }
@@ -36,27 +34,23 @@ class LibrarySource final : public Source {
 
 // What the library's reader makes of a file, if it finds what the file's chunks tell; it looks for the word "data" alone,
 // which other chunks may hold.
-std::unique_ptr<Source> openPlain(const std::string &fileName, const Chunks &chunks) {
+OpenedSource openPlain(const std::string &fileName, const std::optional<Chunks> &chunks) {
   auto wav = std::make_unique<WavStream>(true);
-  if (!WqSoundFileWav_open(wav->get(), fileName.c_str())) return nullptr;
+  if (!WqSoundFileWav_open(wav->get(), fileName.c_str())) return {nullptr, refusalOf(fileName.c_str())};
   const WqSoundFileWav &header = *wav->get();
   const uint32_t frameBytes = header.bits / 8u * header.channels;
+  if (header.blockAlign != frameBytes) return {nullptr, "block align " + std::to_string(header.blockAlign)};
+  if (!chunks || chunks->found < frameBytes) return {nullptr, "no samples"};
   const int64_t at = platformSeekStream(header.file, 0, SEEK_CUR);
-  if (frameBytes == 0 || header.blockAlign != frameBytes || at < 0 || static_cast<uint64_t>(at) != chunks.dataAt)
-    return nullptr;
-  if (chunks.found < frameBytes) return nullptr;
+  if (static_cast<uint64_t>(at) != chunks->dataAt) return {nullptr, "a chunk before the samples holds the word data"};
   SourceInfo info;
-  info.format = formatName(chunks);
+  info.format = formatName(*chunks);
   info.rate = header.sampleRate, info.bits = header.bits, info.channels = header.channels;
   info.type = typeOf(header.bits);
-  info.frames = chunks.found / frameBytes;
-  info.declaredBytes = chunks.declared, info.foundBytes = chunks.found;
-  info.isUnfinished = chunks.isUnfinished;
-  return std::make_unique<LibrarySource>(std::move(wav), std::move(info));
-}
-
-bool isPlain(const Chunks &chunks) {
-  return chunks.container == Container::riff && chunks.formatTag == kPcm && chunks.dataAt > 0;
+  info.frames = chunks->found / frameBytes;
+  info.declaredBytes = chunks->declared, info.foundBytes = chunks->found;
+  info.isUnfinished = chunks->isUnfinished;
+  return {std::make_unique<LibrarySource>(std::move(wav), std::move(info)), {}};
 }
 
 // A pipe's content in a file of its own, which goes when it is closed. Null when that can't be made.
@@ -80,8 +74,9 @@ OpenedSource openSource(const std::string &fileName) {
   const bool isPipe = platformSeekStream(file.get(), 0, SEEK_END) < 0;
   if (isPipe && !(file = spool(file.get()))) return {nullptr, "no room for what the pipe tells"};
   const std::optional<Chunks> chunks = walkChunks(file.get());
-  if (chunks && chunks->rate == 0) return {nullptr, "0 frames a second"};
-  if (chunks && isPlain(*chunks) && !isPipe)
-    if (auto source = openPlain(name, *chunks)) return {std::move(source), {}};
-  return openForeignSource(std::move(file), chunks, isPipe ? "a pipe" : refusalOf(name.c_str()));
+  if (chunks && chunks->channels > 0 && chunks->rate == 0) return {nullptr, "0 frames a second"};
+  OpenedSource plain{nullptr, "no plain WAV file in a pipe"};
+  if (!isPipe) plain = openPlain(name, chunks);
+  if (plain.source) return plain;
+  return openForeignSource(std::move(file), chunks, plain.refusal);
 }
