@@ -1,4 +1,5 @@
-// Thin lines on a bitmap, with a pen selected for each, beside the same drawn by QPainter on a QImage without smoothing.
+// Thin lines on a bitmap, with a pen selected for each, beside the same drawn by QPainter on a QImage without
+// smoothing.
 
 #include "platform/platform.h"
 

@@ -1,6 +1,6 @@
 // How the viewer looks: colours and fonts, entered in the library's registries, and sizes. These come from millimetres
-// and points, so that a display with smaller pixels gets more of them. On paper the same sizes hold, since the library makes
-// a unit of its context a pixel of the display; a colour has another shade there, dark on white.
+// and points, so that a display with smaller pixels gets more of them. On paper the same sizes hold, since the library
+// makes a unit of its context a pixel of the display; a colour has another shade there, dark on white.
 #pragma once
 
 #include "wq.h"

@@ -12,8 +12,8 @@ namespace {
 constexpr size_t kLanes = 256; // samples that are metered side by side
 constexpr size_t kRows = 4096; // of lanes, for which the sums of narrow samples have room
 
-// Sums of one channel. Those of whole numbers are exact: squares of up to 32 bits are kept in two halves, which have room
-// for 2^32 of them.
+// Sums of one channel. Those of whole numbers are exact: squares of up to 32 bits are kept in two halves, which have
+// room for 2^32 of them.
 struct WholeTotal {
   int64_t sum = 0;
   uint64_t low = 0, high = 0;

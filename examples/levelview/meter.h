@@ -37,6 +37,6 @@ class Meter {
   Meter() = default;
 };
 
-// channels: 1 to 256. bits: that whole numbers use, from the highest on, if they are fewer than the type has; the others are
-// 0.
+// channels: 1 to 256. bits: that whole numbers use, from the highest on, if they are fewer than the type has; the
+// others are 0.
 std::unique_ptr<Meter> makeMeter(SampleType type, size_t channels, uint32_t bits = 0);

@@ -33,8 +33,8 @@ std::string levelText(double level);
 Ticks timeTicks(const Visible &visible, double rate, LONG digit);
 Ticks frameTicks(const Visible &visible, LONG digit);
 
-// Levels of a wave: `at' counts pixels upward from the middle of a lane, where full scale lies at `half'. By the range of
-// WqUnit. Those in percent are there for negative samples too, those in dBV hold for both.
+// Levels of a wave: `at' counts pixels upward from the middle of a lane, where full scale lies at `half'. By the range
+// of WqUnit. Those in percent are there for negative samples too, those in dBV hold for both.
 // line: the height of a line of text.
 Ticks percentTicks(LONG half, LONG line);
 Ticks levelTicks(LONG half, LONG line);

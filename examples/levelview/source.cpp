@@ -32,8 +32,8 @@ class LibrarySource final : public Source {
   uint64_t left_;
 };
 
-// What the library's reader makes of a file, if it finds what the file's chunks tell; it looks for the word "data" alone,
-// which other chunks may hold.
+// What the library's reader makes of a file, if it finds what the file's chunks tell; it looks for the word "data"
+// alone, which other chunks may hold.
 OpenedSource openPlain(const std::string &fileName, const std::optional<Chunks> &chunks) {
   auto wav = std::make_unique<WavStream>(true);
   if (!WqSoundFileWav_open(wav->get(), fileName.c_str())) return {nullptr, refusalOf(fileName.c_str())};

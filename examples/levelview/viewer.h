@@ -18,8 +18,8 @@
 
 class Viewer final : private Control {
  public:
-  // scene: with an opened recording; the viewer looks at it as long as there is a window. settings: give the place of the
-  // window, and take it when the window ends.
+  // scene: with an opened recording; the viewer looks at it as long as there is a window. settings: give the place of
+  // the window, and take it when the window ends.
   Viewer(Scene &scene, Settings &settings);
   Viewer(const Viewer &) = delete;
   Viewer &operator=(const Viewer &) = delete;

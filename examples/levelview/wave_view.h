@@ -1,5 +1,5 @@
-// The wave's window: its drawing, and the line that follows the mouse. While the recording is read, it tells how far that
-// is.
+// The wave's window: its drawing, and the line that follows the mouse. While the recording is read, it tells how far
+// that is.
 #pragma once
 
 #include "pane.h"

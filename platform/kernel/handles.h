@@ -38,8 +38,8 @@ class Handles {
       return std::static_pointer_cast<Kind>(std::move(object));
     return std::dynamic_pointer_cast<Kind>(object);
   }
-  // The same without a share in the object, for a table whose users hold one lock of theirs whenever they open, close or
-  // look. The object stays until its handle is closed or that lock is given up.
+  // The same without a share in the object, for a table whose users hold one lock of theirs whenever they open, close
+  // or look. The object stays until its handle is closed or that lock is given up.
   template <typename Kind> Kind *look(HANDLE handle) {
     const Place *place = placeOf(handle);
     Object *object = place ? place->object.get() : nullptr;

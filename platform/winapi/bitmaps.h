@@ -66,9 +66,9 @@ PLATFORM_API HBITMAP WINAPI CreateBitmap(int width, int height, UINT planes, UIN
 /* With CBM_INIT the bitmap is filled from pixels of 1, 4, 8, 16, 24 or 32 bits, run-length coded or not. */
 PLATFORM_API HBITMAP WINAPI CreateDIBitmap(HDC dc, const BITMAPINFOHEADER *header, DWORD init, const void *bits,
                                            const BITMAPINFO *info, UINT colors);
-/* Copies rows of pixels with 24 or 32 bits. first: the first row, counted from the bottom, or from the top for a negative
- * height. info: the wanted form; gets the size of the pixels in bytes. bits: null copies nothing. With null and a form of
- * 0 bits a pixel, info gets the bitmap's own form. Pixels of the form outside of the bitmap are black.
+/* Copies rows of pixels with 24 or 32 bits. first: the first row, counted from the bottom, or from the top for a
+ * negative height. info: the wanted form; gets the size of the pixels in bytes. bits: null copies nothing. With null
+ * and a form of 0 bits a pixel, info gets the bitmap's own form. Pixels of the form outside of the bitmap are black.
  * Result: the number of rows that lie in the bitmap; without bits not 0; 0 for other forms. */
 PLATFORM_API int WINAPI GetDIBits(HDC dc, HBITMAP bitmap, UINT first, UINT rows, void *bits, BITMAPINFO *info,
                                   UINT colors);

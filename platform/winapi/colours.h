@@ -1,6 +1,6 @@
-/* Colours. With bit 24 a colour is the number, in its lower half, of an entry in the palette that the context has selected;
- * a number without an entry means the first one. The other bits of the top byte change nothing: a colour of a palette
- * (top byte 2) is drawn as the colour itself. */
+/* Colours. With bit 24 a colour is the number, in its lower half, of an entry in the palette that the context has
+ * selected; a number without an entry means the first one. The other bits of the top byte change nothing: a colour
+ * of a palette (top byte 2) is drawn as the colour itself. */
 #ifndef PLATFORM_WINAPI_COLOURS_H
 #define PLATFORM_WINAPI_COLOURS_H
 

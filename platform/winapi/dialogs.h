@@ -67,7 +67,8 @@ PLATFORM_API int WINAPI GetDlgCtrlID(HWND control);
 #define EM_LIMITTEXT 0x00C5u
 #define EN_CHANGE 0x0300
 
-/* Boxes with a list to choose from, which drops down. Rows count from 0; one that isn't there is answered with CB_ERR. */
+/* Boxes with a list to choose from, which drops down. Rows count from 0; one that isn't there is answered with
+ * CB_ERR. */
 
 #define CB_ERR (-1)
 #define CB_GETCOUNT 0x0146u
@@ -164,9 +165,10 @@ typedef struct _OFNOTIFYA {
 #define cmb2 0x0471  /* the present folder */
 #define cmb13 0x047C /* the name */
 
-/* Let the user choose a file, in the desktop's own dialog if it has one. A template needs the layer's dialog, and so does
- * a hook that makes controls or changes the dialog. Result: FALSE if the user cancels, and on failure:
- * CommDlgExtendedError isn't 0 then. If the room for the path is too small, its first two bytes hold the size needed.
+/* Let the user choose a file, in the desktop's own dialog if it has one. A template needs the layer's dialog, and so
+ * does a hook that makes controls or changes the dialog. Result: FALSE if the user cancels, and on failure:
+ * CommDlgExtendedError isn't 0 then. If the room for the path is too small, its first two bytes hold the size
+ * needed.
  * The current folder becomes that of the file, unless OFN_NOCHANGEDIR is set. Without a display the result is FALSE. */
 PLATFORM_API BOOL WINAPI GetOpenFileNameA(OPENFILENAMEA *choice);
 PLATFORM_API BOOL WINAPI GetSaveFileNameA(OPENFILENAMEA *choice);

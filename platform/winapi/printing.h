@@ -194,13 +194,14 @@ typedef struct tagPDA {
  * printer's; nothing is asked then, nor without a display: the answer is what the user would begin with.
  *
  * Flags say what can be chosen (PD_NOSELECTION, PD_NOPAGENUMS, PD_HIDEPRINTTOFILE ...) and is chosen at first, and tell
- * which pages were (PD_PAGENUMS, PD_SELECTION). Pages go from nMinPage to nMaxPage; where that is one, none can be chosen.
- * Copies are in nCopies and PD_COLLATE, and with PD_USEDEVMODECOPIES in the settings, while nCopies is 1.
- * A file that the user has chosen is in the output text of hDevNames; a document whose own output file is null goes there,
- * the first of the context.
- * The hook (PD_ENABLEPRINTHOOK) gets the dialog's messages before the dialog does, from WM_INITDIALOG on, whose lParam is
- * the record; what it answers with something other than 0 is answered. Templates have no effect.
- * Result: FALSE when the user has cancelled, with CommDlgExtendedError 0, and after an error, with PDERR_... or CDERR_... */
+ * which pages were (PD_PAGENUMS, PD_SELECTION). Pages go from nMinPage to nMaxPage; where that is one, none can be
+ * chosen. Copies are in nCopies and PD_COLLATE, and with PD_USEDEVMODECOPIES in the settings, while nCopies is 1. A
+ * file that the user has chosen is in the output text of hDevNames; a document whose own output file is null goes
+ * there, the first of the context.
+ * The hook (PD_ENABLEPRINTHOOK) gets the dialog's messages before the dialog does, from WM_INITDIALOG on, whose lParam
+ * is the record; what it answers with something other than 0 is answered. Templates have no effect.
+ * Result: FALSE when the user has cancelled, with CommDlgExtendedError 0, and after an error, with PDERR_... or
+ * CDERR_... */
 PLATFORM_API BOOL WINAPI PrintDlgA(PRINTDLGA *dialog);
 
 /* Documents. Results above 0 are successes, all others are SP_... errors. */

@@ -1,6 +1,7 @@
 // Asks for files as a program does, and writes what comes of it on standard output.
 //   asker KIND TITLE [FOLDER]   KIND: open, several, save, folder; listen and change have a hook; cancel, quit end it
-// Lines: what is seen of the dialog while it is open, what the hook and the callback hear, and "done RESULT ERROR CHOICE".
+// Lines: what is seen of the dialog while it is open, what the hook and the callback hear, and "done RESULT ERROR
+// CHOICE".
 
 #include "platform/platform.h"
 

@@ -9,8 +9,8 @@
 
 namespace {
 
-// Acts while a dialog waits: one deed after another, each once the dialog has been in front for a while and nothing of the
-// last deed is on its way any more.
+// Acts while a dialog waits: one deed after another, each once the dialog has been in front for a while and nothing of
+// the last deed is on its way any more.
 class Person {
  public:
   using Deed = std::function<void(HWND dialog)>;

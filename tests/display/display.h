@@ -1,6 +1,7 @@
 // Windows on a live display, and the person who uses them. The name of a suite tells where its tests hold, and ./test
-// picks them by it: AnyDesktop, DesktopClipboard and ViewersBar (all but weston), DesktopDialogs, DialogsByHand and FilesByHand (openbox), X11Desktop (with a window manager or
-// without), ManagedDesktop (with one), SwayDesktop, WestonDesktop.
+// picks them by it: AnyDesktop, DesktopClipboard and ViewersBar (all but weston), DesktopDialogs, DialogsByHand and
+// FilesByHand (openbox), X11Desktop (with a window manager or without), ManagedDesktop (with one), SwayDesktop,
+// WestonDesktop.
 #pragma once
 
 #include "support/desktop.h"

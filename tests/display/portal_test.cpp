@@ -1,5 +1,5 @@
-// The desktop's own dialogs for files, which a service on the bus of the session shows. A program asks on a bus of its own,
-// where a service stands for that of a desktop.
+// The desktop's own dialogs for files, which a service on the bus of the session shows. A program asks on a bus of its
+// own, where a service stands for that of a desktop.
 
 #include "display.h"
 

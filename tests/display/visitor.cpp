@@ -1,5 +1,5 @@
-// A program with one window, which tells what becomes of it on standard output. Its whole client area is magenta, so that
-// it is found on a picture of the screen, but for a field of black and white columns, each one pixel wide.
+// A program with one window, which tells what becomes of it on standard output. Its whole client area is magenta, so
+// that it is found on a picture of the screen, but for a field of black and white columns, each one pixel wide.
 //   visitor TITLE X Y WIDTH HEIGHT [WORD...]    the client area's size; ends when the window is closed. Words:
 //     aware        tells the system first that it cares about resolutions itself
 //     worker       the metrics are first asked on a thread that ends then

@@ -1,6 +1,6 @@
-// Saves settings by the protected save without a pause, until it is killed: saver FOLDER
-// Each save has the number behind the one before in all its values. A file "saving" is made when the first save is over.
-// It ends by itself after a while, so that a test that failed leaves none behind.
+// Saves settings by the protected save without a pause, until it is killed: saver FOLDER Each save has the number
+// behind the one before in all its values. A file "saving" is made when the first save is over. It ends by itself after
+// a while, so that a test that failed leaves none behind.
 
 #include "wq.h"
 

@@ -1,5 +1,5 @@
-// An input as what lies on the clipboard. Its first byte says what it is: data in a format of the program's, from which all
-// other formats are made, or what another program has given as one of the types.
+// An input as what lies on the clipboard. Its first byte says what it is: data in a format of the program's, from which
+// all other formats are made, or what another program has given as one of the types.
 
 #include "fuzz.h"
 

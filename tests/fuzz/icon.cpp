@@ -1,5 +1,5 @@
-// An input as an icon or cursor file: it makes icons of the sizes that are asked for, which draw within their rectangle, and
-// whose bitmaps make the same icon again; or none.
+// An input as an icon or cursor file: it makes icons of the sizes that are asked for, which draw within their
+// rectangle, and whose bitmaps make the same icon again; or none.
 
 #include "memory_file.h"
 

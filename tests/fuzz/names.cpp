@@ -1,5 +1,5 @@
-// Names of foreign bytes: whatever this system calls a file is listed under a name that leads to it, and whatever name an
-// application makes a file under finds it again, in any case.
+// Names of foreign bytes: whatever this system calls a file is listed under a name that leads to it, and whatever name
+// an application makes a file under finds it again, in any case.
 //
 // An input is a byte, which tells the two apart, and the name.
 

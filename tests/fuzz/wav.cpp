@@ -1,5 +1,5 @@
-// An input as a WAV file and as a raw file. The files are in memory, under names that the library can open; blocks above
-// 1 MiB are not to be had, so that a header that promises more tries the way of short memory and costs no time.
+// An input as a WAV file and as a raw file. The files are in memory, under names that the library can open; blocks
+// above 1 MiB are not to be had, so that a header that promises more tries the way of short memory and costs no time.
 
 #include "memory_file.h"
 

@@ -212,8 +212,8 @@ struct Picture {
   }
 };
 
-// The two systems have looks of their own: the shades of edges, from light to dark, stand for greys. The two in the middle
-// may be one.
+// The two systems have looks of their own: the shades of edges, from light to dark, stand for greys. The two in the
+// middle may be one.
 COLORREF neutral(COLORREF pixel) {
   constexpr std::pair<int, COLORREF> kShades[] = {{COLOR_BTNHIGHLIGHT, RGB(250, 250, 250)},
                                                   {COLOR_3DLIGHT, RGB(190, 190, 190)},

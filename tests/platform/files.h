@@ -18,9 +18,9 @@
 
 inline std::string answer(BOOL result) { return result ? "ok" : std::to_string(GetLastError()); }
 
-// Tests are scripts of statements "VERB WORD... ANSWER" with a semicolon between. The answer is "ok", an error number or
-// what was asked for. Names lie in a folder of the test's own; a % in a word stands for a blank. One file, one mapping and
-// one view are open at a time.
+// Tests are scripts of statements "VERB WORD... ANSWER" with a semicolon between. The answer is "ok", an error number
+// or what was asked for. Names lie in a folder of the test's own; a % in a word stands for a blank. One file, one
+// mapping and one view are open at a time.
 class FilesTest : public testing::Test {
  protected:
   // word: what stands for # in the script.

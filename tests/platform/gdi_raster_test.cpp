@@ -201,8 +201,8 @@ TEST_F(GdiRaster, TakesWhateverNumbersThereAre) {
   EXPECT_FALSE(LineTo(nullptr, 1, 1));
 }
 
-// The top byte of a colour: with its lowest bit the colour is an entry of the palette, the first one where there are not so
-// many. All other bits change nothing, but for numbers in a bitmap's own table.
+// The top byte of a colour: with its lowest bit the colour is an entry of the palette, the first one where there are
+// not so many. All other bits change nothing, but for numbers in a bitmap's own table.
 TEST_F(GdiRaster, ColoursComeFromThePalette) {
   const struct {
     COLORREF color, usual, own; // with the palette that a context begins with, and with one of two entries

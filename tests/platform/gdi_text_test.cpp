@@ -1,5 +1,5 @@
-// Text: widths, drawing, and layout in rectangles. Lengths are told in cells and lines of a font whose characters are one
-// or two cells wide, so that they hold for whatever file stands for it.
+// Text: widths, drawing, and layout in rectangles. Lengths are told in cells and lines of a font whose characters are
+// one or two cells wide, so that they hold for whatever file stands for it.
 #include "platform/canvas.h"
 
 #include <gtest/gtest.h>

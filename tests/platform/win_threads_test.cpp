@@ -1,5 +1,5 @@
-// Windows of one thread that other threads call, and calls that don't wait for that thread, or not for long. The recorder
-// says so where a message reaches the wrong thread.
+// Windows of one thread that other threads call, and calls that don't wait for that thread, or not for long. The
+// recorder says so where a message reaches the wrong thread.
 #include "platform/errors.h"
 #include "support/aside.h"
 #include "support/desktop.h"

@@ -1,4 +1,5 @@
-// Memory that runs out anywhere while printers are listed and a page is made. This program counts what C++ allocates too.
+// Memory that runs out anywhere while printers are listed and a page is made. This program counts what C++ allocates
+// too.
 
 #include "printing/prints.h"
 #include "support/allocation.h"

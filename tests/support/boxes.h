@@ -58,8 +58,8 @@ inline std::string textOf(HWND window) {
   return text;
 }
 
-// Does one step after another on the dialog in front, each from a timer of the loop that the dialog runs. What is still open
-// when the steps are over is cancelled, so that no test hangs.
+// Does one step after another on the dialog in front, each from a timer of the loop that the dialog runs. What is still
+// open when the steps are over is cancelled, so that no test hangs.
 class Answerer {
  public:
   using Step = std::function<void(HWND dialog)>;

@@ -15,9 +15,9 @@
 // clipboard, O what programs send themselves, timers among it.
 //
 // A message is a line: the window's title, ':' when it was sent or '<' when it came from the queue, a short name, and
-// what it carries: a number or flags in hexadecimal unless they are 0, a point, windows by title, a place
-// ("A: SIZE 2 300,200", "A: CHANGING 0,0 300x200 16"). What is sent while it is handled follows it. One that is handled on another thread
-// than the window's says so.
+// what it carries: a number or flags in hexadecimal unless they are 0, a point, windows by title, a place ("A: SIZE 2
+// 300,200", "A: CHANGING 0,0 300x200 16"). What is sent while it is handled follows it. One that is handled on another
+// thread than the window's says so.
 class DesktopTest : public testing::Test {
  public:
   // Stands for DefWindowProcA where it returns true.

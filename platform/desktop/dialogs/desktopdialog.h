@@ -1,5 +1,5 @@
-// The desktop's own dialogs for files and folders. A window stands for such a dialog that nobody sees: it has the caption,
-// keeps the owner disabled, and is what a program finds and may cancel.
+// The desktop's own dialogs for files and folders. A window stands for such a dialog that nobody sees: it has the
+// caption, keeps the owner disabled, and is what a program finds and may cancel.
 #pragma once
 
 #include "platform/desktop/dialogs/dialog.h"

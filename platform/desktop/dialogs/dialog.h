@@ -1,5 +1,5 @@
-// A dialog: a window with controls that one works on until it is answered. Its loop of messages runs on the caller's thread;
-// the windows that it disables are the caller's meanwhile.
+// A dialog: a window with controls that one works on until it is answered. Its loop of messages runs on the caller's
+// thread; the windows that it disables are the caller's meanwhile.
 #pragma once
 
 #include "platform/desktop/dialogs/control.h"
@@ -78,8 +78,8 @@ using DialogMaker = std::function<std::shared_ptr<Dialog>(HWND)>;
 // Whom a dialog keeps from working: its owner, or without one all windows of the thread, or nobody.
 enum class Disables { owner, thread };
 
-// Shows a dialog and runs it to its end. owner: any window of the caller's, or null. Result: what it was ended with; 0 when it
-// could not be made, or was destroyed.
+// Shows a dialog and runs it to its end. owner: any window of the caller's, or null. Result: what it was ended with; 0
+// when it could not be made, or was destroyed.
 int runDialog(HWND owner, Disables disables, const DialogLook &look, const DialogMaker &make);
 // Makes a child of a dialog for an object that is no control of a class of its own.
 HWND addPart(HWND dialog, const RECT &place, int id, DialogLook look,

@@ -28,8 +28,8 @@ std::string currentFolderName();
 
 // The patterns of "*.wav;*.aif".
 std::vector<std::string> patternsIn(const std::string &patterns);
-// What a folder holds: its folders first, then the files that match one of the patterns, if there are any; hidden ones are
-// left out. Of the empty folder they are the drives.
+// What a folder holds: its folders first, then the files that match one of the patterns, if there are any; hidden ones
+// are left out. Of the empty folder they are the drives.
 std::vector<ItemList::Item> listFolder(const std::string &folder, const std::vector<std::string> &patterns);
 
 } // namespace platform

@@ -1,8 +1,8 @@
 // Bitmaps and their memory, and making them from pixels of other forms.
 //
-// A program that paints without flicker makes a bitmap of the window's size for each WM_PAINT and deletes it again. Memory
-// fresh from the system costs more there than the drawing, a page fault for each 4096 bytes, so the last big blocks that
-// bitmaps gave back are kept for the next ones.
+// A program that paints without flicker makes a bitmap of the window's size for each WM_PAINT and deletes it again.
+// Memory fresh from the system costs more there than the drawing, a page fault for each 4096 bytes, so the last big
+// blocks that bitmaps gave back are kept for the next ones.
 
 #include "platform/desktop/drawing/bitmaps.h"
 

@@ -1,5 +1,5 @@
-// Copying and combining rectangles of pixels. A ternary raster operation is a table of eight bits: the bit 4 x pattern +
-// 2 x source + destination is the result.
+// Copying and combining rectangles of pixels. A ternary raster operation is a table of eight bits: the bit 4 x pattern
+// + 2 x source + destination is the result.
 
 #include "platform/desktop/drawing/blits.h"
 
@@ -77,9 +77,9 @@ class Mixer {
   std::array<Mix, kLanes> lanes_;
 };
 
-// Changes colours where one bitmap has one bit and the other has more. On the way to one bit the background colour of the
-// source becomes white, and every other colour black. On the way from one bit white becomes the background colour of the
-// destination, and black its text colour.
+// Changes colours where one bitmap has one bit and the other has more. On the way to one bit the background colour of
+// the source becomes white, and every other colour black. On the way from one bit white becomes the background colour
+// of the destination, and black its text colour.
 class Conversion {
  public:
   Conversion() = default;
@@ -162,9 +162,9 @@ void moveRows(const Canvas &canvas, const QRect &part, QPoint shift) {
   }
 }
 
-// A picture for paper, which can't be read. Pixels that a raster operation leaves alone become transparent. An operation
-// that takes in the pixels below finds them all black or all white, whichever lets the source be seen. So a mask that is
-// blackened first and a picture that is added to it come out right.
+// A picture for paper, which can't be read. Pixels that a raster operation leaves alone become transparent. An
+// operation that takes in the pixels below finds them all black or all white, whichever lets the source be seen. So a
+// mask that is blackened first and a picture that is added to it come out right.
 QImage pictureOf(const QImage &source, const QRect &part, unsigned table, QRgb pattern, const Conversion &conversion) {
   const Mix mix = mixOf(table, pattern);
   const auto shows = [&](QRgb below) { return ((mix.on(below, 0) ^ mix.on(below, ~0u)) & kColorBits) != 0; };

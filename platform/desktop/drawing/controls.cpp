@@ -1,5 +1,5 @@
-// Buttons, boxes, arrows and marks in the classic look. The marks are made of rows of pixels in the square that fits into
-// the middle of the control; at the usual sizes they are those of the platform.
+// Buttons, boxes, arrows and marks in the classic look. The marks are made of rows of pixels in the square that fits
+// into the middle of the control; at the usual sizes they are those of the platform.
 
 #include "platform/desktop/drawing/edges.h"
 #include "platform/desktop/drawing/polygon.h"

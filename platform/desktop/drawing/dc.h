@@ -1,8 +1,8 @@
 // Device contexts: what they draw on, what is selected, how coordinates are mapped, where they may draw.
 //
-// Three systems of coordinates: logical ones, which the application uses; device ones, which begin at the top left corner
-// of the window or bitmap; and pixels of the image, which holds a whole top-level window. From device to image only
-// `origin` is added.
+// Three systems of coordinates: logical ones, which the application uses; device ones, which begin at the top left
+// corner of the window or bitmap; and pixels of the image, which holds a whole top-level window. From device to image
+// only `origin` is added.
 #pragma once
 
 #include "platform/desktop/drawing/objects.h"
@@ -82,8 +82,8 @@ struct Dc : DrawingItem {
   // The part of that which the context draws on as long as the application sets no clip.
   QRegion open();
   // What to draw on; nothing when the context draws nowhere or everything is clipped away.
-  // overwritten: the rectangle that the call is going to fill without a look at its pixels, in device coordinates. A new
-  // bitmap is black, but nobody blackens one that is overwritten as a whole.
+  // overwritten: the rectangle that the call is going to fill without a look at its pixels, in device coordinates. A
+  // new bitmap is black, but nobody blackens one that is overwritten as a whole.
   std::optional<Canvas> canvas(const QRect &overwritten = {});
   // The image that it draws on, whatever is clipped away; null for the display.
   QImage *image();

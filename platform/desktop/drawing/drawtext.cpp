@@ -113,8 +113,8 @@ Layout::Layout(Dc &dc, const RECT &rect, UINT format) : dc_(dc), pen_(dc), forma
   if (!is(DT_NOCLIP) && !measuring()) pen_.limit(dc.toDevice(rect));
 }
 
-// Whether no line is drawn any more at a distance from the rectangle's top. A line that only begins at its bottom is, but
-// an edit control shows no part of one.
+// Whether no line is drawn any more at a distance from the rectangle's top. A line that only begins at its bottom is,
+// but an edit control shows no part of one.
 bool Layout::beyond(int64_t y) const {
   if (measuring() || is(DT_NOCLIP)) return false;
   if (lineHeight_ < 0) return y < bottom_;
@@ -185,8 +185,8 @@ Run Layout::pieceAt(const Paragraph &paragraph, qsizetype from) const {
   return rest.first(static_cast<size_t>(end - rest.begin()));
 }
 
-// Where the line ends in a piece that has no room in it. A word that has no room reaches to the next space, which is not
-// drawn.
+// Where the line ends in a piece that has no room in it. A word that has no room reaches to the next space, which is
+// not drawn.
 Layout::Cut Layout::cut(Run piece, int64_t before) const {
   const qsizetype room = fitting(piece, before);
   if (const qsizetype end = lastBreak(piece, room)) return {end, end, true};
@@ -242,9 +242,9 @@ bool Layout::shorten(Line &piece, int64_t before, Rest rest) const {
   return done;
 }
 
-// Takes the next line off a paragraph. from: where it begins, and then where the one after it does. The text between two
-// tabs is a piece that is broken and shortened for itself, in the room that is left for it. A line ends where a piece was
-// broken; dots take the place of all that follows in the paragraph, if tabs are expanded.
+// Takes the next line off a paragraph. from: where it begins, and then where the one after it does. The text between
+// two tabs is a piece that is broken and shortened for itself, in the room that is left for it. A line ends where a
+// piece was broken; dots take the place of all that follows in the paragraph, if tabs are expanded.
 Line Layout::takeLine(const Paragraph &paragraph, qsizetype &from, Rest rest) {
   const Codes &codes = paragraph.codes;
   Line line;

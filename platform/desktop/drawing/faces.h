@@ -1,5 +1,5 @@
-// Faces: which installed font files stand for the face that a font asks for. fontconfig finds them, FreeType reads them.
-// Both work without the Qt application object and on any thread, under the desktop lock.
+// Faces: which installed font files stand for the face that a font asks for. fontconfig finds them, FreeType reads
+// them. Both work without the Qt application object and on any thread, under the desktop lock.
 #pragma once
 
 #include "platform/winapi.h"

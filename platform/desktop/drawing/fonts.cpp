@@ -57,8 +57,10 @@ int scaled(LONG length, LONG windowExtent, LONG viewportExtent) {
   return length < 0 ? -cut : cut;
 }
 
-// The height of characters for an lfHeight, which tells that height when it is negative, and else the one of the whole cell.
-// cell: its height for characters of 1. A cell that would come out higher than what was asked for is that of a size less.
+// The height of characters for an lfHeight, which tells that height when it is negative, and else the one of the whole
+// cell.
+// cell: its height for characters of 1. A cell that would come out higher than what was asked for is that of a size
+// less.
 int emOf(LONG height, double cell) {
   if (height < 0) return std::min<int>(-height, kHighest);
   if (height == 0) height = kDefaultHeight;

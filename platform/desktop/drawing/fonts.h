@@ -1,5 +1,5 @@
-// Fonts made ready to draw with: metrics, and characters as masks. Characters are named by their codes in code page 932, a
-// byte or lead << 8 | trail, so that a text is drawn without being converted.
+// Fonts made ready to draw with: metrics, and characters as masks. Characters are named by their codes in code page
+// 932, a byte or lead << 8 | trail, so that a text is drawn without being converted.
 #pragma once
 
 #include "platform/desktop/drawing/dc.h"

@@ -1,5 +1,5 @@
-// Drawing icons. What is below is kept where the mask is white, and turned by the picture; a picture with alpha is blended
-// with it instead.
+// Drawing icons. What is below is kept where the mask is white, and turned by the picture; a picture with alpha is
+// blended with it instead.
 
 #include "platform/desktop/drawing/blits.h"
 #include "platform/desktop/drawing/icons.h"
@@ -46,8 +46,8 @@ class Effects {
   const bool blends_, masks_, pictures_;
 };
 
-// The columns of a picture that a rectangle shows. Of those that come together in one the last is taken, and of rows the
-// first.
+// The columns of a picture that a rectangle shows. Of those that come together in one the last is taken, and of rows
+// the first.
 std::vector<int> columnsOf(const Way &across, const QRect &area) {
   std::vector<int> columns;
   for (int x = area.left(); x <= area.right(); ++x) columns.push_back(static_cast<int>(across.source(x).last));

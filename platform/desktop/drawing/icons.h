@@ -1,7 +1,8 @@
 // Icons and cursors. Both are pictures with a mask; a cursor has a hot spot besides.
 //
-// A handle stands for one picture, of the size that was asked for. Where that came from a file or a resource with several
-// images, the icon keeps the others within reach, so that whoever shows it elsewhere gets the best one for its size.
+// A handle stands for one picture, of the size that was asked for. Where that came from a file or a resource with
+// several images, the icon keeps the others within reach, so that whoever shows it elsewhere gets the best one for its
+// size.
 #pragma once
 
 #include "platform/desktop/drawing/objects.h"
@@ -32,7 +33,8 @@ class IconSource {
   IconSource(const IconSource &) = delete;
   IconSource &operator=(const IconSource &) = delete;
 
-  // How a picture is chosen where none has the size: the platform's way, or one that is better made smaller than larger.
+  // How a picture is chosen where none has the size: the platform's way, or one that is better made smaller than
+  // larger.
   enum class Choice { nearest, larger };
 
   virtual SIZE firstSize() const = 0;
@@ -80,8 +82,8 @@ QImage maskOf(const QImage &color);
 // A picture in another size.
 IconPicture stretched(const IconPicture &picture, SIZE size);
 
-// The system's own icons and cursors, by the numbers that the API gives them. Their handles are these numbers, moved out of
-// the way of other handles.
+// The system's own icons and cursors, by the numbers that the API gives them. Their handles are these numbers, moved
+// out of the way of other handles.
 constexpr uintptr_t kSystemIcons = 0x10000;
 constexpr uintptr_t kSystemCursors = 0x20000;
 // Null for a number that is none. The source is asked for square pictures and draws them.

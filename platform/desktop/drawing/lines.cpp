@@ -128,8 +128,8 @@ class Walk {
   }
 
  private:
-  // Twice the length of the longest line whose slope is exact enough in so many bits: all steps together add less than the
-  // smallest part that decides on a pixel, one of full_.
+  // Twice the length of the longest line whose slope is exact enough in so many bits: all steps together add less than
+  // the smallest part that decides on a pixel, one of full_.
   static constexpr int kBits = 40;
   static constexpr int64_t kLongest = 1 << 20;
 

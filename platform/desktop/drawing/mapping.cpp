@@ -18,8 +18,8 @@ int rounded(double value) {
   return static_cast<int>(std::clamp(std::floor(value + 0.5), kLowest, kHighest));
 }
 
-// One direction of a map. The platform keeps scales and offsets in single precision, which shows in the results; the way
-// back is the inverse of both directions together, so each needs the other's scale.
+// One direction of a map. The platform keeps scales and offsets in single precision, which shows in the results; the
+// way back is the inverse of both directions together, so each needs the other's scale.
 struct Axis {
   float scale, offset;
 

@@ -1,5 +1,5 @@
-// The objects that contexts draw with. One that is deleted while contexts have it selected keeps its handle, and goes when
-// the last of them lets it go.
+// The objects that contexts draw with. One that is deleted while contexts have it selected keeps its handle, and goes
+// when the last of them lets it go.
 #pragma once
 
 #include "platform/kernel/handles.h"
@@ -89,8 +89,8 @@ class Bitmap : public DrawingObject {
   const int bits;     // a pixel has; one with others than 1 or 32 has no image, and no context takes it
   QImage image;       // Format_RGB32
   bool blank = false; // new and black, but its memory holds anything yet
-  // Of the pixels as the bitmap was made, for who makes an icon of it; none when there was none, and as soon as anything is
-  // drawn on it.
+  // Of the pixels as the bitmap was made, for who makes an icon of it; none when there was none, and as soon as
+  // anything is drawn on it.
   std::vector<uint8_t> alpha;
   Dc *user = nullptr; // the one context that has it selected
 };

@@ -11,8 +11,8 @@ namespace platform {
 // A bitmap for contexts of the screen; null for bytes that hold no whole picture.
 std::shared_ptr<Bitmap> bitmapOfDib(std::span<const uint8_t> dib);
 
-// The pixels of a bitmap with 1 bit or with 32. masks: whether the header tells with 32 bits where the colours lie, as the
-// platform's own does.
+// The pixels of a bitmap with 1 bit or with 32. masks: whether the header tells with 32 bits where the colours lie, as
+// the platform's own does.
 std::string dibOfImage(const QImage &image, int bits, bool masks);
 
 // The same pixels behind a header of another size, that of a BITMAPINFOHEADER or of a BITMAPV5HEADER. Empty for bytes

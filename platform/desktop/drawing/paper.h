@@ -1,8 +1,9 @@
-// Paper: what a context of a printer draws on. It keeps no pixels. What reaches it is what a page is made of: rectangles,
-// paths, text and pictures, so that lines stay lines and text stays text.
+// Paper: what a context of a printer draws on. It keeps no pixels. What reaches it is what a page is made of:
+// rectangles, paths, text and pictures, so that lines stay lines and text stays text.
 //
-// The functions of this room that write pixels hand their work to it instead when their canvas is one of paper: they have
-// mapped all coordinates, made pens and brushes ready and measured text by then, so that a page agrees with a window.
+// The functions of this room that write pixels hand their work to it instead when their canvas is one of paper: they
+// have mapped all coordinates, made pens and brushes ready and measured text by then, so that a page agrees with a
+// window.
 #pragma once
 
 #include <QImage>

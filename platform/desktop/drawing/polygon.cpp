@@ -103,9 +103,9 @@ EllipseRows::EllipseRows(int width, int height) : width_(width), height_(height)
   if (width <= kWalked && height <= kWalked) walk();
 }
 
-// Goes from the end of the middle row inwards and outwards, one pixel at a time, always to the one whose error is least:
-// the sum of both squares, each over its own axis, less one, times all denominators. A very flat ellipse is at its middle
-// column before it is at its last row, and ends there.
+// Goes from the end of the middle row inwards and outwards, one pixel at a time, always to the one whose error is
+// least: the sum of both squares, each over its own axis, less one, times all denominators. A very flat ellipse is at
+// its middle column before it is at its last row, and ends there.
 void EllipseRows::walk() {
   rows_.assign(static_cast<size_t>(height_) / 2 + 1, Row{width_, 0});
   const int64_t across = width_ - 1, down = height_ - 1, even = down % 2;

@@ -7,8 +7,8 @@
 
 namespace platform {
 
-// Adds what lies inside a polygon, whose points are in device coordinates. Rows reach from the first pixel that begins at
-// or right of the left edge to the last one that begins left of the right edge; the lowest corners are outside.
+// Adds what lies inside a polygon, whose points are in device coordinates. Rows reach from the first pixel that begins
+// at or right of the left edge to the last one that begins left of the right edge; the lowest corners are outside.
 // mode: ALTERNATE or WINDING. origin: of device coordinates in the image.
 void addPolygon(Spans &spans, std::span<const POINT> points, int mode, QPoint origin);
 

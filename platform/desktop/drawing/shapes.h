@@ -8,8 +8,8 @@
 
 namespace platform {
 
-// A box of logical coordinates in device coordinates, with its edges in order and cut to kFar. Its right and bottom edges
-// are outside.
+// A box of logical coordinates in device coordinates, with its edges in order and cut to kFar. Its right and bottom
+// edges are outside.
 QRect deviceBox(const Dc &dc, int left, int top, int right, int bottom);
 
 // The pixels that filling a box of logical coordinates fills. A box that is turned round begins at its first corner all
@@ -21,7 +21,8 @@ QRect filledBox(const Dc &dc, int left, int top, int right, int bottom);
 void drawPolygon(const Canvas &canvas, std::span<const POINT> points, int mode, const std::optional<Ink> &ink,
                  const std::optional<Pencil> &pencil);
 
-// Draws a rectangle that fills a box of device coordinates. Without a pencil the last column and row of the box stay free.
+// Draws a rectangle that fills a box of device coordinates. Without a pencil the last column and row of the box stay
+// free.
 void drawRectangle(const Canvas &canvas, QRect box, const std::optional<Ink> &ink, const std::optional<Pencil> &pencil);
 
 // The part of the image that a shape between corners may change with its inside and its outline.

@@ -1,7 +1,7 @@
 // The system's own icons and cursors, drawn from shapes at the size that is asked for.
 //
-// A shape is a line of points, or the area that they enclose, widened by a distance; so one point is a disc. Later shapes
-// cover earlier ones. Coordinates are those of a picture of 32 x 32 pixels.
+// A shape is a line of points, or the area that they enclose, widened by a distance; so one point is a disc. Later
+// shapes cover earlier ones. Coordinates are those of a picture of 32 x 32 pixels.
 
 #include "platform/desktop/drawing/icons.h"
 

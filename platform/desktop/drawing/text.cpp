@@ -18,8 +18,8 @@ namespace {
 constexpr uint16_t kBroken = 0x8145; // the middle dot
 constexpr UINT kAcross = TA_LEFT | TA_RIGHT | TA_CENTER, kDown = TA_TOP | TA_BOTTOM | TA_BASELINE;
 
-// A number of pixels in logical units, by the extents of one direction. The result is rounded, while a length on its way to
-// the device is cut. Where the scale is negative, half a unit is rounded the other way.
+// A number of pixels in logical units, by the extents of one direction. The result is rounded, while a length on its
+// way to the device is cut. Where the scale is negative, half a unit is rounded the other way.
 int toLogical(int64_t pixels, LONG windowExtent, LONG viewportExtent) {
   if (windowExtent == viewportExtent) return static_cast<int>(std::min<int64_t>(pixels, INT_MAX));
   const double exact = static_cast<double>(pixels) * windowExtent / viewportExtent;
@@ -97,8 +97,8 @@ void TextPen::limit(const QRect &rect) {
 
 void TextPen::mark(const QRect &rect) { drawn_ = drawn_.isEmpty() ? rect : drawn_ | rect; }
 
-// The base line goes to the right, and a turn lifts its end. What lies below it is downwards, and a turn moves that to the
-// right.
+// The base line goes to the right, and a turn lifts its end. What lies below it is downwards, and a turn moves that to
+// the right.
 TextPen::Line TextPen::lineFor(POINT at, int64_t width) const {
   const UINT across = dc_.textAlign & kAcross, down = dc_.textAlign & kDown;
   const POINT point = dc_.toDevice(at);

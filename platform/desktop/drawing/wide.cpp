@@ -56,9 +56,9 @@ void addStraight(Spans &spans, POINT from, POINT to, int width, QPoint origin) {
     spans.add(static_cast<int>(y), begin, stop);
 }
 
-// The body of a slanting line without its ends: a rectangle whose corners lie whole numbers of pixels from the ends of the
-// line. Of an odd number of columns the right side has one more. Of an odd number of rows the lower side has one more when
-// the line rises to the right, and the upper side when it falls.
+// The body of a slanting line without its ends: a rectangle whose corners lie whole numbers of pixels from the ends of
+// the line. Of an odd number of columns the right side has one more. Of an odd number of rows the lower side has one
+// more when the line rises to the right, and the upper side when it falls.
 void addSegment(Spans &spans, POINT from, POINT to, int width, QPoint origin) {
   const int64_t dx = int64_t{to.x} - from.x, dy = int64_t{to.y} - from.y;
   if (dx == 0 || dy == 0) {

@@ -1,5 +1,5 @@
-// A file of the PDF form: numbered objects one after another, and the table of their places at the end. Objects go out as
-// soon as they are complete, so that memory doesn't grow with pages. The same calls make the same bytes.
+// A file of the PDF form: numbered objects one after another, and the table of their places at the end. Objects go out
+// as soon as they are complete, so that memory doesn't grow with pages. The same calls make the same bytes.
 #pragma once
 
 #include "platform/kernel/files.h"

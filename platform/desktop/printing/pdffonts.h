@@ -1,5 +1,5 @@
-// The characters of a document as shapes of its own: fonts of up to 256 characters each, whose shapes are the outlines of
-// the font files. So whatever form a file has is embedded in the same way, and with a made bold face too, and every
+// The characters of a document as shapes of its own: fonts of up to 256 characters each, whose shapes are the outlines
+// of the font files. So whatever form a file has is embedded in the same way, and with a made bold face too, and every
 // character tells what it means, so that readers find and copy it.
 #pragma once
 

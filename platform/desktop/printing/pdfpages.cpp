@@ -1,4 +1,5 @@
-// What is drawn, as operators of a page. A page's own coordinates are device pixels, so that most numbers are whole ones.
+// What is drawn, as operators of a page. A page's own coordinates are device pixels, so that most numbers are whole
+// ones.
 
 #include "platform/desktop/printing/pdfpages.h"
 
@@ -253,8 +254,8 @@ void PdfPages::draw(const QRegion &clip, const PaperPath &path, int mode, const 
   content_.raw(" S\n");
 }
 
-// Characters stand where the layer's own widths put them. Those of the outlines are a little different, which is made up for
-// as soon as it comes to half a pixel.
+// Characters stand where the layer's own widths put them. Those of the outlines are a little different, which is made
+// up for as soon as it comes to half a pixel.
 void PdfPages::text(const QRegion &clip, const PaperText &text) {
   clipTo(clip);
   Ink ink;

@@ -1,5 +1,5 @@
-// The list of printers, and settings. The system's own printers are asked of the spooler's programs, which every version
-// of it has, so that no library of it is needed.
+// The list of printers, and settings. The system's own printers are asked of the spooler's programs, which every
+// version of it has, so that no library of it is needed.
 
 #include "platform/desktop/printing/printers.h"
 

@@ -1,4 +1,5 @@
-// What the user is asked by the desktop's own dialog for files, and the answer. Texts are UTF-8; paths are of this system.
+// What the user is asked by the desktop's own dialog for files, and the answer. Texts are UTF-8; paths are of this
+// system.
 #pragma once
 
 #include "platform/winapi.h"

@@ -13,8 +13,8 @@ struct Ended {
 };
 Ended runCommand(const std::string &command, int seconds = 10);
 
-// A command of the shell that runs beside the test, in the folder of the test programs, for 15 s at most. What it writes
-// on standard output comes line by line.
+// A command of the shell that runs beside the test, in the folder of the test programs, for 15 s at most. What it
+// writes on standard output comes line by line.
 class Beside {
  public:
   explicit Beside(const std::string &command);

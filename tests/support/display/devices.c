@@ -1,9 +1,8 @@
-/* The pointer and the keyboard of a Wayland session without hardware. As long as this program runs the session has both;
- * it obeys lines on standard input and answers each with a line, once the compositor has taken it:
- *   point X Y            pixels of the whole screen, which is WIDTH x HEIGHT (the arguments of the program)
- *   button NUMBER DOWN   1 left, 2 middle, 3 right
- *   wheel NOTCHES        toward the user is positive
- *   key NAME DOWN        as XKB names them: a, Escape, Shift_L, of the US layout */
+/* The pointer and the keyboard of a Wayland session without hardware. As long as this program runs the session has
+ * both; it obeys lines on standard input and answers each with a line, once the compositor has taken it:   point X Y
+ * pixels of the whole screen, which is WIDTH x HEIGHT (the arguments of the program)   button NUMBER DOWN   1 left,
+ * 2 middle, 3 right   wheel NOTCHES        toward the user is positive   key NAME DOWN        as XKB names them: a,
+ * Escape, Shift_L, of the US layout */
 #define _GNU_SOURCE
 #include "devices-client-protocol.h"
 

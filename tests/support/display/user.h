@@ -1,5 +1,6 @@
 // The person at the screen, and what the desktop tells and does besides: for tests of windows on a live display. Which
-// desktop that is, the session says in which the test runs (see session). What goes wrong with the desktop itself throws
+// desktop that is, the session says in which the test runs (see session). What goes wrong with the desktop itself
+// throws
 // std::runtime_error.
 #pragma once
 
