@@ -45,7 +45,7 @@ using WinDrop = DesktopTest;
 
 TEST_F(WinDrop, NamesAreAskedByNumber) {
   const std::vector<size_t> before = openHandles();
-  const HDROP drops[] = {makeDrop(false, "C:\\a.wav\0D:\\bc\0\x83\x5C\x83\x5C.w\0"s),
+  const HDROP drops[] = {makeDrop(false, "C:\\a.wav\0D:\\bc\0\x83\x5C\x83\x5C.w\0\0"s),
                          makeDrop(true, bytesOf(u"C:\\a.wav\0D:\\bc\0\u30BD\u30BD.w\0"s + u'\0'), TRUE)};
   for (const HDROP drop : drops) {
     EXPECT_EQ(countOf(drop), 3u);
