@@ -20,7 +20,7 @@ class LibrarySource final : public Source {
 
   size_t read(void *samples, size_t frames) override {
     const size_t frameBytes = sampleBytes(info().type) * info().channels;
-    const size_t wanted = std::min<uint64_t>(frames, left_);
+    const auto wanted = static_cast<size_t>(std::min<uint64_t>(frames, left_));
     const size_t got =
         WqSoundFileWav_read(wav_->get(), samples, static_cast<uint32_t>(wanted * frameBytes)) / frameBytes;
     left_ -= got;
