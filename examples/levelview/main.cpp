@@ -112,15 +112,21 @@ int report(const Options &options) {
   return !files.empty() && reports.size() == files.size() ? EXIT_SUCCESS : kFailed;
 }
 
-// Shows a file in a window, or writes a picture of that.
-// viewer: takes the viewer, whose window objects have to stay until the library ends.
-bool showWindow(const Options &options, const std::string &file, Settings &settings, std::unique_ptr<Viewer> &viewer) {
-  Scene scene;
+// Opens a file for a window or a print. Result: whether it was opened.
+bool openScene(const Options &options, const std::string &file, Scene &scene) {
   const std::string refused = scene.recording.open(file.c_str());
   if (!taken(file, refused.empty() ? scene.recording.foundFrames() : 0, refused)) return false;
   scene.name = nameIn(file);
   scene.startZoom = options.zoom;
   scene.startTime = options.at;
+  return true;
+}
+
+// Shows a file in a window, or writes a picture of that.
+// viewer: takes the viewer, whose window objects have to stay until the library ends.
+bool showWindow(const Options &options, const std::string &file, Settings &settings, std::unique_ptr<Viewer> &viewer) {
+  Scene scene;
+  if (!openScene(options, file, scene)) return false;
   viewer = std::make_unique<Viewer>(scene, settings);
   if (options.snapshot.empty() ? viewer->run() : viewer->snapshot(options.snapshot, options.size)) return true;
   complain(options.snapshot.empty() ? "no window could be opened" : options.snapshot + ": cannot write");
@@ -156,11 +162,7 @@ int print(const Options &options) {
   const std::string &file = options.files[0];
   WqUnit_SetRange(options.range.value_or(1.0));
   Scene scene;
-  const std::string refused = scene.recording.open(file.c_str());
-  if (!taken(file, refused.empty() ? scene.recording.foundFrames() : 0, refused)) return kFailed;
-  scene.name = nameIn(file);
-  scene.startZoom = options.zoom;
-  scene.startTime = options.at;
+  if (!openScene(options, file, scene)) return kFailed;
   const Look look;
   scene.visible.setWidth(look.usual.cx);
   for (Loader loader(scene); loader.step();) {}

@@ -22,13 +22,7 @@ class PrintDialog : public DesktopTest {
     record_.nCopies = 2;
   }
   void TearDown() override { forget(); }
-  void forget() {
-    if (record_.hDC) DeleteDC(record_.hDC);
-    if (record_.hDevMode) GlobalFree(record_.hDevMode);
-    if (record_.hDevNames) GlobalFree(record_.hDevNames);
-    record_.hDC = nullptr;
-    record_.hDevMode = record_.hDevNames = nullptr;
-  }
+  void forget() { freeAnswer(record_); }
 
   // Result: the flags that tell the choice, with copies and pages; or why there is none.
   std::string show(DWORD flags, std::vector<Answerer::Step> steps) {

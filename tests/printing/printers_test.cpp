@@ -31,13 +31,7 @@ class PrintDialogTest : public PrintersTest {
     forget();
     if (!IsSkipped()) PrintersTest::TearDown();
   }
-  void forget() {
-    if (dialog_.hDC) DeleteDC(dialog_.hDC);
-    if (dialog_.hDevMode) GlobalFree(dialog_.hDevMode);
-    if (dialog_.hDevNames) GlobalFree(dialog_.hDevNames);
-    dialog_.hDC = nullptr;
-    dialog_.hDevMode = dialog_.hDevNames = nullptr;
-  }
+  void forget() { freeAnswer(dialog_); }
   // Changes the settings in the dialog's memory.
   template <typename Change> void change(Change change) {
     auto *mode = static_cast<DEVMODEA *>(GlobalLock(dialog_.hDevMode));

@@ -15,6 +15,16 @@ inline bool hasFilePrinter() {
   return dc != nullptr && !onWindows(); // there one could ask for a file's name
 }
 
+// Frees what a print dialog has given.
+inline void freeAnswer(PRINTDLGA &dialog) {
+  if (dialog.hDC) DeleteDC(dialog.hDC);
+  for (HGLOBAL *const block : {&dialog.hDevMode, &dialog.hDevNames}) {
+    if (*block) GlobalFree(*block);
+    *block = nullptr;
+  }
+  dialog.hDC = nullptr;
+}
+
 class PrintFolder {
  public:
   PrintFolder() { std::filesystem::current_path(folder_.path()); }

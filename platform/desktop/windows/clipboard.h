@@ -24,7 +24,7 @@ struct Clipboard {
   HWND openFor = nullptr;
   DWORD opener = 0; // the thread that has opened it
   HWND owner = nullptr;
-  int rendering = 0; // promises that the owner is asked for now, on its thread
+  int rendering = 0; // the number of calls in which the owner gives data it has announced, on its thread
   DWORD sequence = 1;
 
   std::vector<HWND> listeners;
